@@ -1,0 +1,9 @@
+# The addresses of the deployed service. A deployment overrides them at configure time, for example with
+# -DKORVAN_API_URL=https://api.vpn.example/api; the program reads them from app/shell/Addresses.h.
+set(KORVAN_API_URL "https://api.korvan.example/api" CACHE STRING "Account API to which the login is posted")
+set(KORVAN_UPDATE_URL "https://portal.korvan.example/update.xml" CACHE STRING "Update description")
+set(KORVAN_PORTAL_URL "https://portal.korvan.example/subscription" CACHE STRING "Subscription portal page")
+set(KORVAN_HELPDESK_URL "https://help.korvan.example" CACHE STRING "Help-desk service, without a trailing slash")
+set(KORVAN_SITE_URL "http://www.korvan.example" CACHE STRING "Web site, without a trailing slash")
+set(KORVAN_IP_TEST_URL "http://ip.korvan.example/testip.php" CACHE STRING "IP test page")
+set(KORVAN_SUPPORT_EMAIL "support@korvan.example" CACHE STRING "Support e-mail address")

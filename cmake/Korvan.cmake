@@ -1,0 +1,82 @@
+# How every room of the tree is built: warnings, sanitizers, the bundle, the tests.
+
+set(KORVAN_SANITIZE "" CACHE STRING "Sanitizers to build with, as -fsanitize= takes them")
+set(KORVAN_BUNDLE ${CMAKE_BINARY_DIR}/Korvan.app/Contents/MacOS)
+
+add_library(korvan_options INTERFACE)
+target_include_directories(korvan_options INTERFACE ${CMAKE_SOURCE_DIR} ${CMAKE_BINARY_DIR})
+target_compile_options(korvan_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
+target_compile_definitions(korvan_options INTERFACE QT_NO_CAST_FROM_BYTEARRAY QT_NO_URL_CAST_FROM_STRING)
+if(KORVAN_SANITIZE)
+  target_compile_options(korvan_options INTERFACE -fsanitize=${KORVAN_SANITIZE} -fno-omit-frame-pointer)
+  target_link_options(korvan_options INTERFACE -fsanitize=${KORVAN_SANITIZE})
+endif()
+
+# korvan_library(NAME SOURCES file... LINKS target...): the static library of one room.
+function(korvan_library name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+  add_library(${name} STATIC ${ARG_SOURCES})
+  target_link_libraries(${name} PUBLIC korvan_options ${ARG_LINKS})
+endfunction()
+
+# korvan_program(NAME FOLDER folder SOURCES file... LINKS target...): a program of the bundle, built into FOLDER below
+# the application folder ("" for the folder itself).
+function(korvan_program name)
+  cmake_parse_arguments(ARG "" "FOLDER;OUTPUT" "SOURCES;LINKS" ${ARGN})
+  add_executable(${name} ${ARG_SOURCES})
+  target_link_libraries(${name} PRIVATE korvan_options ${ARG_LINKS})
+  set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${KORVAN_BUNDLE}/${ARG_FOLDER})
+  if(ARG_OUTPUT)
+    set_target_properties(${name} PROPERTIES OUTPUT_NAME ${ARG_OUTPUT})
+  endif()
+endfunction()
+
+# korvan_bundle_files(NAME FOLDER folder FILES file...): copies files, their modes included, into the bundle at every
+# build in which they changed.
+function(korvan_bundle_files name)
+  cmake_parse_arguments(ARG "" "FOLDER" "FILES" ${ARGN})
+  set(copies)
+  foreach(file IN LISTS ARG_FILES)
+    get_filename_component(source ${file} ABSOLUTE)
+    get_filename_component(leaf ${file} NAME)
+    set(copy ${KORVAN_BUNDLE}/${ARG_FOLDER}/${leaf})
+    add_custom_command(
+      OUTPUT ${copy}
+      COMMAND ${CMAKE_COMMAND} -E make_directory ${KORVAN_BUNDLE}/${ARG_FOLDER}
+      COMMAND ${CMAKE_COMMAND} -E copy ${source} ${copy}
+      DEPENDS ${source}
+      VERBATIM)
+    list(APPEND copies ${copy})
+  endforeach()
+  add_custom_target(${name} ALL DEPENDS ${copies})
+endfunction()
+
+# korvan_test(NAME LABEL label SOURCES file... LINKS target...): one test program, in a folder of its own, which is
+# thereby its application folder. LABEL is unit, window or lab. Tests of the label lab run one after another. TIMEOUT in
+# seconds (120 unless given).
+function(korvan_test name)
+  cmake_parse_arguments(ARG "" "LABEL;TIMEOUT" "SOURCES;LINKS;DEPENDS" ${ARGN})
+  add_executable(${name} ${ARG_SOURCES})
+  target_link_libraries(${name} PRIVATE korvan_options korvan_test_support Qt5::Test ${ARG_LINKS})
+  set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests/${name})
+  target_compile_definitions(
+    ${name} PRIVATE KORVAN_BUNDLE="${KORVAN_BUNDLE}" KORVAN_SOURCE="${CMAKE_SOURCE_DIR}"
+                    KORVAN_BUILD="${CMAKE_BINARY_DIR}")
+  if(ARG_DEPENDS)
+    add_dependencies(${name} ${ARG_DEPENDS})
+  endif()
+  if(NOT ARG_TIMEOUT)
+    set(ARG_TIMEOUT 120)
+  endif()
+  add_test(NAME ${name} COMMAND ${name} WORKING_DIRECTORY ${CMAKE_BINARY_DIR}/tests/${name})
+  set_tests_properties(${name} PROPERTIES LABELS ${ARG_LABEL} TIMEOUT ${ARG_TIMEOUT} SKIP_REGULAR_EXPRESSION
+                                          "SKIPPED WHOLE TEST")
+  set_property(
+    TEST ${name}
+    PROPERTY ENVIRONMENT "QT_QPA_PLATFORM=offscreen"
+             "TSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/tsan.supp:ignore_noninstrumented_modules=1"
+             "LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/lsan.supp")
+  if(ARG_LABEL STREQUAL lab)
+    set_tests_properties(${name} PROPERTIES RESOURCE_LOCK lab)
+  endif()
+endfunction()

@@ -1,0 +1,27 @@
+#!/usr/bin/env bash
+# Installs the Debian packages that building, testing and running Korvan need. Packages that are there already are
+# left alone, so a second run needs no network.
+set -euo pipefail
+
+build=(build-essential cmake ninja-build pkg-config git clang-format clang-tidy
+    qtbase5-dev qtmultimedia5-dev libqt5x11extras5-dev libxcb1-dev libarchive-dev libcpp-httplib-dev libssl-dev)
+runtime=(openvpn iproute2 iputils-ping nftables network-manager network-manager-l2tp network-manager-pptp
+    network-manager-strongswan sstp-client libqt5multimedia5-plugins libqt5svg5 fonts-inter)
+lab=(easy-rsa openssl tinyproxy microsocks curl dbus procps util-linux strace zip p7zip-full)
+display=(xvfb openbox trayer xdotool imagemagick x11-utils x11-xserver-utils pulseaudio pulseaudio-utils)
+packaging=(dpkg-dev lintian debootstrap file)
+
+missing=()
+for package in "${build[@]}" "${runtime[@]}" "${lab[@]}" "${display[@]}" "${packaging[@]}"; do
+    [ "$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null)" = installed ] || missing+=("$package")
+done
+[ ${#missing[@]} -eq 0 ] && exit 0
+
+as_root=()
+if [ "$(id -u)" -ne 0 ]; then
+    command -v sudo >/dev/null || { echo "setup: run as root to install: ${missing[*]}" >&2; exit 1; }
+    as_root=(sudo)
+fi
+echo "setup: installing ${missing[*]}"
+"${as_root[@]}" apt-get update -q
+"${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -q -y --no-install-recommends "${missing[@]}"
