@@ -1,0 +1,141 @@
+#pragma once
+
+#include "controller/Status.h"
+#include "stats/TransferTotals.h"
+
+#include <QDateTime>
+#include <QMainWindow>
+#include <QProcess>
+#include <QStringList>
+#include <QSystemTrayIcon>
+#include <QTimer>
+
+class QAction;
+class QMenu;
+class VPNClient;
+
+namespace Ui {
+class Korvan;
+}
+
+/// The one main window and the controller of everything the user sees. It owns the form, the VPN engine, the tray
+/// icon and the session's bookkeeping. Its slots stand beside the topic they serve: status, connect flow, options,
+/// window and engine messages in controller/, login, bundle, server lists, update and proxy in account/, tests of the
+/// servers in diag/, totals in stats/. Everything runs on the GUI thread.
+class Korvan : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    explicit Korvan(QMainWindow *parent = nullptr);
+    ~Korvan() override;
+
+signals:
+    /// Ends the wait of a running ping or speed test.
+    void testCancel();
+
+public slots:
+    void updateOption(bool save);
+    void updateOpenVPNServerList();
+    void updateOpenVPN(QString folder, QString file);
+    void updateLocalNetworkProxy();
+    void updateCountryFromIP();
+    void updateRefresh(bool save);
+    void updateProxyState();
+    void setStatus(KORVANSTATUS status);
+    void showOnTop();
+    void loadLogin();
+    void saveLogin();
+
+protected slots:
+    void onInit();
+    void onLogin();
+    void onConnect();
+    void onReconnect();
+    void onDisconnect();
+    void onChangeUser();
+    void onMessage(QString message);
+    void onLogCopy();
+    void onTrayClicked(QSystemTrayIcon::ActivationReason reason);
+    void onStatus();
+    void onAutoReconn();
+    void onSave();
+    void onReset();
+    void onResetStat();
+    void onUpdate();
+    void onSaveReady();
+    void onProgress();
+    void onMenuCommand();
+    void onMenuConnect();
+    void onRunOnBoot();
+    void onPingAll();
+    void onPingDet();
+    void onSpeedTest();
+    void onPingHeader(int column);
+    void onUpApp();
+    void onUpdateProgress(qlonglong received, qlonglong total);
+    void onCurrentIndexChanged(QString text);
+    void onRemember();
+    void onHelp();
+    void onUpAccount();
+    void onFAQ();
+    void onHelpSupport();
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+    void changeEvent(QEvent *event) override;
+
+    // Account (account/Korvan*.cpp)
+    bool loginKorvan(QString user, QString password, QByteArray &data);
+    void releaseCompressedConfig(QByteArray data);
+    void updateL2TPServerList();
+    QString getL2TPPassword();
+    bool isCrtExpired();
+    bool checkUpdate(QString &url, QString &message, QString &version);
+    QString proxyAuthPath();
+
+    // Diagnostics (diag/Korvan*.cpp)
+    int getPingByHostName(QString host, int count, double &loss);
+    int getDownloadSpeedByUrl(QString url);
+
+    // Totals (stats/KorvanTransfer.cpp)
+    void refreshTransfer(quint64 received, quint64 sent);
+
+private:
+    // Construction (controller/Korvan.cpp)
+    void connectSignals();
+    void giveImages();
+
+    // Status (controller/KorvanStatus.cpp)
+    void enterInit();
+    void enterReady();
+    void enterConnecting();
+    void enterConnected();
+    void enterDisconnected();
+    void applyNotConnected();
+    void buildTrayMenu();
+    bool lockDownApplies() const;
+
+    Ui::Korvan *m_form;
+    KORVANSTATUS m_status = kStatusNone;
+    VPNClient *m_engine;
+    QString m_userName; ///< of the last login
+    QString m_password; ///< of the last login
+    QSystemTrayIcon *m_tray;
+    QDateTime m_startTime; ///< of the program, then of the last connection
+    QTimer m_progressTimer;
+    QMenu *m_trayMenu;
+    bool m_bundleInWork = false; ///< a profile is being fetched or unpacked: no connection may start
+    QString m_updateAddress;     ///< of the newest application archive; empty until one is announced
+    QStringList m_skipList;      ///< servers that the ping table leaves out
+    QString m_bootServer;        ///< server of the automatic connection, as stored
+    QProcess m_process;          ///< the ping that runs
+    QString m_protocol;          ///< protocol of the dashboard, as stored
+    QString m_gateway;           ///< the machine's own default gateway
+    TransferCounters m_transfer;
+
+    QDateTime m_nextRefresh; ///< when the configuration is due to be refreshed
+    QMenu *m_connectMenu = nullptr;
+    QAction *m_reconnectAction = nullptr;
+    QAction *m_disconnectAction = nullptr;
+};
