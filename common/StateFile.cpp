@@ -1,6 +1,7 @@
 #include "common/StateFile.h"
 
 #include <QDebug>
+#include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
 
@@ -8,6 +9,12 @@ static bool refuse(const QString &path, const QString &reason)
 {
     qDebug() << "WARNING: can not write" << path << reason;
     return false;
+}
+
+QByteArray readWhole(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 bool writeWhole(const QString &path, const QByteArray &bytes)
