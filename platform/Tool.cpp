@@ -24,6 +24,7 @@ template <typename Finish> static ToolResult run(const QString &program, const Q
     }
     result.finished = process.state() == QProcess::NotRunning || finish(process);
     result.output = process.readAllStandardOutput();
+    result.errors = process.readAllStandardError();
     if (result.finished) {
         result.exitCode = process.exitCode();
     } else {
@@ -43,6 +44,6 @@ ToolResult runToolInEventLoop(const QString &program, const QStringList &argumen
     return run(program, arguments, [=](QProcess &process) {
         Wait wait;
         wait.until(&process, qOverload<int, QProcess::ExitStatus>(&QProcess::finished));
-        return wait.run(finishLimitMs);
+        return wait.run(finishLimitMs) || (finishLimitMs < 0 && process.waitForFinished(kToolLimitMs));
     });
 }

@@ -12,6 +12,7 @@ struct ToolResult
     bool finished = false; ///< false: it still ran when the limit passed, and was killed
     int exitCode = -1;     ///< valid when finished
     QByteArray output;     ///< standard output, as far as it came
+    QByteArray errors;     ///< standard error, likewise
 };
 
 /// How long a tool may take to start and then to finish, in milliseconds, where a caller states no other limit.
@@ -24,5 +25,6 @@ QProcessEnvironment childEnvironment();
 ToolResult runTool(const QString &program, const QStringList &arguments, int finishLimitMs = kToolLimitMs);
 
 /// As runTool(), but waits for the end in a local event loop, so that the window stays alive. Without a limit unless
-/// `finishLimitMs` is 0 or more.
+/// `finishLimitMs` is 0 or more; without one, a tool at work when the program is told to quit gets kToolLimitMs to finish, so
+/// that nothing is left half done.
 ToolResult runToolInEventLoop(const QString &program, const QStringList &arguments, int finishLimitMs = -1);
