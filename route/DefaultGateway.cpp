@@ -1,0 +1,62 @@
+#include "route/DefaultGateway.h"
+
+#include "common/AppPath.h"
+#include "common/StateFile.h"
+#include "common/Text.h"
+#include "platform/Tool.h"
+
+#include <QDebug>
+#include <QFile>
+
+QString defaultGatewayOf(const QByteArray &routingTable)
+{
+    const QStringList lines = latin1UpToNul(routingTable).split(QLatin1Char('\n'));
+    for (const QString &line : lines) {
+        if (!line.startsWith(QLatin1String("default"))) {
+            continue;
+        }
+        const QString rest = line.mid(8).trimmed();
+        const QString token = rest.left(rest.indexOf(QLatin1Char(' '))).trimmed();
+        if (!token.isEmpty() && token.at(0).isDigit()) {
+            return token;
+        }
+    }
+    return {};
+}
+
+QString GetDefaultGateway()
+{
+    return defaultGatewayOf(runToolInEventLoop(QStringLiteral("netstat"), {QStringLiteral("-r")}).output);
+}
+
+static void changeRoute(const QString &verb, const QString &destination, const QString &mask, const QString &gateway)
+{
+    qDebug() << QStringLiteral("route %1 %2 mask %3 %4").arg(verb, destination, mask, gateway);
+    const ToolResult result =
+        runTool(QStringLiteral("route"), {verb, destination, QStringLiteral("mask"), mask, gateway});
+    qDebug() << QString::fromLocal8Bit(result.output);
+}
+
+void AddGateway(QString destination, QString mask, QString gateway)
+{
+    changeRoute(QStringLiteral("add"), destination, mask, gateway);
+}
+
+void DeleteGateway(QString destination, QString mask, QString gateway)
+{
+    changeRoute(QStringLiteral("delete"), destination, mask, gateway);
+}
+
+void SaveDefaultGateway(QString gateway)
+{
+    writeWhole(appPath("/defgate"), gateway.toUtf8());
+}
+
+QString LoadDefaultGateway()
+{
+    QFile file(appPath("/defgate"));
+    if (!file.open(QIODevice::ReadOnly)) {
+        return {};
+    }
+    return QString::fromUtf8(file.readAll().constData()); // up to the first NUL
+}
