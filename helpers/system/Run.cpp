@@ -1,0 +1,135 @@
+#include "helpers/system/Run.h"
+
+#include <cerrno>
+#include <csignal>
+#include <cstring>
+#include <poll.h>
+#include <sys/mman.h>
+#include <sys/prctl.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+/// A file in memory. The tool's streams are such files, not pipes, so that no order of reading and writing can block.
+class MemoryFile
+{
+public:
+    MemoryFile() : m_fd(memfd_create("korvan", MFD_CLOEXEC)) {}
+    ~MemoryFile() { close(m_fd); }
+    MemoryFile(const MemoryFile &) = delete;
+    MemoryFile &operator=(const MemoryFile &) = delete;
+
+    int fd() const { return m_fd; }
+
+    bool fill(const std::string &text) const
+    {
+        size_t done = 0;
+        while (done < text.size()) {
+            const ssize_t n = write(m_fd, text.data() + done, text.size() - done);
+            if (n <= 0) {
+                return false;
+            }
+            done += static_cast<size_t>(n);
+        }
+        return lseek(m_fd, 0, SEEK_SET) == 0;
+    }
+
+    std::string content() const
+    {
+        std::string text;
+        char buffer[4096];
+        ssize_t n = 0;
+        while ((n = pread(m_fd, buffer, sizeof buffer, static_cast<off_t>(text.size()))) > 0) {
+            text.append(buffer, static_cast<size_t>(n));
+        }
+        return text;
+    }
+
+private:
+    int m_fd;
+};
+
+std::vector<char *> pointers(std::vector<std::string> &texts)
+{
+    std::vector<char *> result;
+    for (std::string &text : texts) {
+        result.push_back(text.data());
+    }
+    result.push_back(nullptr);
+    return result;
+}
+
+/// Waits for the child's end; kills it when the limit passes, and returns false then.
+bool waitForEnd(pid_t child, int limitMs, int &status)
+{
+    const int watch = static_cast<int>(syscall(SYS_pidfd_open, child, 0));
+    pollfd end{watch, POLLIN, 0};
+    const bool inTime = watch < 0 || poll(&end, 1, limitMs) != 0;
+    if (!inTime) {
+        kill(child, SIGKILL);
+    }
+    close(watch);
+    while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
+    }
+    return inTime;
+}
+
+} // namespace
+
+std::vector<std::string> cleanEnvironment()
+{
+    return {"PATH=/usr/sbin:/usr/bin:/sbin:/bin", "LC_ALL=C"};
+}
+
+void becomeTool(const std::vector<std::string> &command)
+{
+    std::vector<std::string> words = command;
+    std::vector<std::string> environment = cleanEnvironment();
+    execve(words[0].c_str(), pointers(words).data(), pointers(environment).data());
+}
+
+void dieWithParent(int signal)
+{
+    const pid_t parent = getppid();
+    prctl(PR_SET_PDEATHSIG, signal);
+    if (getppid() != parent) {
+        raise(signal);
+    }
+}
+
+RunResult runTool(const std::vector<std::string> &command, const std::string &input, int limitMs)
+{
+    RunResult result;
+    const MemoryFile in;
+    const MemoryFile out;
+    const MemoryFile errors;
+    if (in.fd() < 0 || out.fd() < 0 || errors.fd() < 0 || !in.fill(input)) {
+        result.errors = std::strerror(errno);
+        return result;
+    }
+    const pid_t child = fork();
+    if (child == 0) {
+        dieWithParent(SIGKILL);
+        dup2(in.fd(), STDIN_FILENO);
+        dup2(out.fd(), STDOUT_FILENO);
+        dup2(errors.fd(), STDERR_FILENO);
+        becomeTool(command);
+        dprintf(STDERR_FILENO, "%s: %s", command[0].c_str(), std::strerror(errno));
+        _exit(127);
+    }
+    if (child < 0) {
+        result.errors = std::strerror(errno);
+        return result;
+    }
+    int status = 0;
+    if (!waitForEnd(child, limitMs, status)) {
+        result.errors = command[0] + ": no answer within " + std::to_string(limitMs / 1000) + " s";
+        return result;
+    }
+    result.status = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+    result.output = out.content();
+    result.errors = errors.content();
+    return result;
+}
