@@ -16,7 +16,7 @@ QString defaultGatewayOf(const QByteArray &routingTable)
             continue;
         }
         const QString rest = line.mid(8).trimmed();
-        const QString token = rest.left(rest.indexOf(QLatin1Char(' '))).trimmed();
+        QString token = rest.left(rest.indexOf(QLatin1Char(' '))).trimmed();
         if (!token.isEmpty() && token.at(0).isDigit()) {
             return token;
         }
