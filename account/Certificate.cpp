@@ -1,0 +1,23 @@
+#include "account/Certificate.h"
+
+#include "account/ServerLists.h"
+#include "common/Dates.h"
+#include "common/StateFile.h"
+#include "common/Text.h"
+
+QString certificatePath(const QString &user)
+{
+    return profileFolder() + user + QLatin1String(".crt");
+}
+
+QString GetCertExpiredDateTime(QString path)
+{
+    return GetStringBetween(latin1UpToNul(readWhole(path)), QStringLiteral("Not After : "), QStringLiteral("GMT"))
+        .trimmed();
+}
+
+bool isExpired(const QString &dateText, const QDateTime &now)
+{
+    const QDateTime expiry = GetDateTimeFromString(dateText);
+    return !expiry.isValid() || expiry < now;
+}

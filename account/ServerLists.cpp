@@ -1,0 +1,54 @@
+#include "account/ServerLists.h"
+
+#include "common/AppPath.h"
+#include "common/StateFile.h"
+#include "common/Text.h"
+
+#include <QDir>
+
+QString profileFolder()
+{
+    return appPath("/cfg/OpenVPN/");
+}
+
+QStringList openVpnServerNames()
+{
+    const QString ending = QStringLiteral(".ovpn");
+    QStringList names = QDir(profileFolder()).entryList({QLatin1Char('*') + ending});
+    for (QString &name : names) {
+        name.chop(ending.size());
+    }
+    return names;
+}
+
+QString GetHostFromOvpn(QString name)
+{
+    const QString marker = QStringLiteral("remote ");
+    const QString text = latin1UpToNul(readWhole(profileFolder() + name + QLatin1String(".ovpn")));
+    const int start = text.indexOf(marker) + marker.size();
+    const int end = text.indexOf(QLatin1Char(' '), start);
+    return end < 0 ? QString() : text.mid(start, end - start);
+}
+
+QVector<L2tpServer> parseL2tpServers(const QString &text)
+{
+    QVector<L2tpServer> servers;
+    const QVector<QStringRef> lines = text.splitRef(QLatin1Char('\n'));
+    for (const QStringRef &line : lines) {
+        const QVector<QStringRef> fields = line.trimmed().split(QLatin1Char('|'));
+        if (fields.size() >= 2) {
+            servers.append({fields.at(0).toString(), fields.at(1).toString()});
+        }
+    }
+    return servers;
+}
+
+QVector<L2tpServer> l2tpServers()
+{
+    return parseL2tpServers(QString::fromUtf8(readWhole(appPath("/cfg/L2TP.txt"))));
+}
+
+QStringList skipList()
+{
+    return QString::fromUtf8(readWhole(profileFolder() + QLatin1String("skiplist.dat"))).split(QLatin1Char('|'));
+}

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <QVector>
+
+/// The folder of the unpacked profile, with a slash at its end.
+QString profileFolder();
+
+/// The display names of the OpenVPN servers: the profile's files "*.ovpn" without their ending, sorted by name.
+/// Letter case counts neither for the ending nor for the order.
+QStringList openVpnServerNames();
+
+/// The host of an OpenVPN server: the text after the first "remote " in its file, comments included, up to the next
+/// blank. Empty when the file can not be read or no blank follows. In a file without "remote " the search for the
+/// blank starts at position 6.
+QString GetHostFromOvpn(QString name);
+
+/// A server of the L2TP list.
+struct L2tpServer
+{
+    QString name;
+    QString address; ///< host name or IP address
+};
+
+/// The servers of an L2TP list: one a line, "NAME|ADDRESS", further fields ignored. Lines with fewer fields are left
+/// out.
+QVector<L2tpServer> parseL2tpServers(const QString &text);
+
+/// The servers of "/cfg/L2TP.txt"; none when it can not be read.
+QVector<L2tpServer> l2tpServers();
+
+/// The server names in "/cfg/OpenVPN/skiplist.dat", which separates them by "|".
+QStringList skipList();
