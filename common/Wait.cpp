@@ -8,6 +8,7 @@ bool Wait::run(int limitMs)
     QTimer limit;
     if (limitMs >= 0) {
         limit.setSingleShot(true);
+        limit.setTimerType(Qt::PreciseTimer); // a coarse one may end up to 5 % early
         QObject::connect(&limit, &QTimer::timeout, &m_loop, &QEventLoop::quit);
         limit.start(limitMs);
     }
