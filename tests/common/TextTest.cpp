@@ -198,8 +198,8 @@ void TextTest::dates_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QDateTime>("date");
-    QTest::newRow("two blanks") << "Oct  9 12:00:00 2026" << QDateTime({2026, 10, 9}, {12, 0});
-    QTest::newRow("one blank") << "Dec 31 23:59:59 2017" << QDateTime({2017, 12, 31}, {23, 59, 59});
+    QTest::newRow("two blanks") << "Oct  9 12:00:00 2026" << QDateTime({2026, 10, 9}, {12, 0}, Qt::UTC);
+    QTest::newRow("one blank") << "Dec 31 23:59:59 2017" << QDateTime({2017, 12, 31}, {23, 59, 59}, Qt::UTC);
     QTest::newRow("single pass over blanks") << "Oct    9 12:00:00 2026" << QDateTime();
     QTest::newRow("time zone left in") << "Oct  9 12:00:00 2026 GMT" << QDateTime();
     QTest::newRow("no such day") << "Feb 30 12:00:00 2026" << QDateTime();
