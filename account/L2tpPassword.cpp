@@ -8,12 +8,12 @@ static QString path()
     return appPath("/l2tp");
 }
 
-void saveL2tpPassword(const QString &password)
+void saveL2TPPassword(const QString &password)
 {
     writeWhole(path(), password.toLocal8Bit().toBase64());
 }
 
-QString savedL2tpPassword()
+QString loadL2TPPassword()
 {
     return QString::fromLocal8Bit(QByteArray::fromBase64(readWhole(path())));
 }

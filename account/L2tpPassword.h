@@ -3,7 +3,7 @@
 #include <QString>
 
 /// Keeps the L2TP password in "/l2tp", readable by the owner only: its local 8-bit form in Base64.
-void saveL2tpPassword(const QString &password);
+void saveL2TPPassword(const QString &password);
 
 /// The password in "/l2tp"; empty when it can not be read.
-QString savedL2tpPassword();
+QString loadL2TPPassword();

@@ -30,9 +30,9 @@ QString GetHostFromOvpn(QString name)
     return end < 0 ? QString() : text.mid(start, end - start);
 }
 
-QVector<L2tpServer> parseL2tpServers(const QString &text)
+QVector<L2TPServer> parseL2TPServers(const QString &text)
 {
-    QVector<L2tpServer> servers;
+    QVector<L2TPServer> servers;
     const QVector<QStringRef> lines = text.splitRef(QLatin1Char('\n'));
     for (const QStringRef &line : lines) {
         const QVector<QStringRef> fields = line.trimmed().split(QLatin1Char('|'));
@@ -43,12 +43,12 @@ QVector<L2tpServer> parseL2tpServers(const QString &text)
     return servers;
 }
 
-QVector<L2tpServer> l2tpServers()
+QVector<L2TPServer> readL2TPServers()
 {
-    return parseL2tpServers(QString::fromUtf8(readWhole(appPath("/cfg/L2TP.txt"))));
+    return parseL2TPServers(QString::fromUtf8(readWhole(appPath("/cfg/L2TP.txt"))));
 }
 
-QStringList skipList()
+QStringList readSkipList()
 {
     return QString::fromUtf8(readWhole(profileFolder() + QLatin1String("skiplist.dat"))).split(QLatin1Char('|'));
 }

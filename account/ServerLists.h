@@ -17,7 +17,7 @@ QStringList openVpnServerNames();
 QString GetHostFromOvpn(QString name);
 
 /// A server of the L2TP list.
-struct L2tpServer
+struct L2TPServer
 {
     QString name;
     QString address; ///< host name or IP address
@@ -25,10 +25,10 @@ struct L2tpServer
 
 /// The servers of an L2TP list: one a line, "NAME|ADDRESS", further fields ignored. Lines with fewer fields are left
 /// out.
-QVector<L2tpServer> parseL2tpServers(const QString &text);
+QVector<L2TPServer> parseL2TPServers(const QString &text);
 
 /// The servers of "/cfg/L2TP.txt"; none when it can not be read.
-QVector<L2tpServer> l2tpServers();
+QVector<L2TPServer> readL2TPServers();
 
 /// The server names in "/cfg/OpenVPN/skiplist.dat", which separates them by "|".
-QStringList skipList();
+QStringList readSkipList();

@@ -67,20 +67,20 @@ private slots:
         const QString list = QStringLiteral("Example-1|198.51.100.7\n\nNameOnly\n  Two|host.example|extra|\t\r\n"
                                             "Empty|\r\n|no name\nLast|l");
         QStringList seen;
-        for (const L2tpServer &server : parseL2tpServers(list)) {
+        for (const L2TPServer &server : parseL2TPServers(list)) {
             seen << server.name + '=' + server.address;
         }
         QCOMPARE(seen, (QStringList{"Example-1=198.51.100.7", "Two=host.example", "Empty=", "=no name", "Last=l"}));
-        QVERIFY(l2tpServers().isEmpty());
+        QVERIFY(readL2TPServers().isEmpty());
         putFile(appPath("/cfg/L2TP.txt"), QByteArray("Größe|a\n"));
-        QCOMPARE(l2tpServers().value(0).name, QString::fromUtf8("Größe"));
+        QCOMPARE(readL2TPServers().value(0).name, QString::fromUtf8("Größe"));
     }
 
     void skippedServers()
     {
-        QVERIFY(!skipList().contains("A"));
+        QVERIFY(!readSkipList().contains("A"));
         putFile(profileFolder() + "skiplist.dat", "A|Größe|c d");
-        QCOMPARE(skipList(), (QStringList{"A", QString::fromUtf8("Größe"), "c d"}));
+        QCOMPARE(readSkipList(), (QStringList{"A", QString::fromUtf8("Größe"), "c d"}));
     }
 
     void certificateDate_data()

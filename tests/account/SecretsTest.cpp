@@ -100,12 +100,12 @@ private slots:
     void l2tpPassword()
     {
         const QString path = appPath("/l2tp");
-        saveL2tpPassword(QString::fromUtf8("pässword?>"));
+        saveL2TPPassword(QString::fromUtf8("pässword?>"));
         QCOMPARE(fileBytes(path), QByteArray("cMOkc3N3b3JkPz4="));
         compareMode(path);
-        QCOMPARE(savedL2tpPassword(), QString::fromUtf8("pässword?>"));
+        QCOMPARE(loadL2TPPassword(), QString::fromUtf8("pässword?>"));
         QFile::remove(path);
-        QCOMPARE(savedL2tpPassword(), QString());
+        QCOMPARE(loadL2TPPassword(), QString());
     }
 
     void proxyCredentials()
