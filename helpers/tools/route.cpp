@@ -1,0 +1,102 @@
+// "route add|delete|change|print DESTINATION mask MASK [GATEWAY]": changes say "OK!" on success and the reason
+// otherwise. All of it goes to standard output, which is what the program reads and logs.
+
+#include "helpers/tools/DefaultRoutes.h"
+#include "helpers/tools/IpRoute.h"
+#include "helpers/tools/KernelRoutes.h"
+
+#include <cstdio>
+#include <unistd.h>
+
+namespace {
+
+struct Request
+{
+    std::string action;
+    std::string destination;
+    std::string mask;
+    std::string gateway; ///< empty when not given
+
+    bool isDefault() const { return destination == "0.0.0.0" && mask == "0.0.0.0"; }
+};
+
+/// The rows of the table for this destination, in the columns destination, mask, gateway, interface, metric. Nothing
+/// when there is none: the program takes any word for the gateway.
+int printRoutes(const Request &request)
+{
+    for (const KernelRoute &route : kernelRoutes()) {
+        if (route.destination == request.destination && route.mask == request.mask && !route.gateway.empty()) {
+            std::printf("%-15s %-15s %-15s %-15s %u\n", route.destination.c_str(), route.mask.c_str(),
+                        route.gateway.c_str(), route.interface.c_str(), route.metric);
+        }
+    }
+    return 0;
+}
+
+RouteOutcome changeOrdinaryRoute(const Request &request)
+{
+    const std::optional<int> length = prefixLength(request.mask);
+    if (!isIpv4Address(request.destination) || !length) {
+        return {false, {"\"" + request.destination + "\" with the mask \"" + request.mask + "\" is no destination"}};
+    }
+    const bool isDelete = request.action == "delete";
+    if (!isIpv4Address(request.gateway) && !(isDelete && request.gateway.empty())) {
+        return {false, {"\"" + request.gateway + "\" is no gateway address"}};
+    }
+    RouteWords route = {request.destination + "/" + std::to_string(*length)};
+    if (!request.gateway.empty()) {
+        route.insert(route.end(), {"via", request.gateway});
+    }
+    const std::string reason = changeRoute(isDelete ? "del" : request.action.c_str(), route);
+    if (reason.empty()) {
+        return {true, {}};
+    }
+    return {false, {"can not " + request.action + " " + joinWords(route) + ": " + reason}};
+}
+
+RouteOutcome change(const Request &request)
+{
+    if (geteuid() != 0) {
+        return {false, {"only root can change routes"}};
+    }
+    if (access(kIpTool, X_OK) != 0) {
+        return {false, {std::string(kIpTool) + " is missing; it is in the package iproute2"}};
+    }
+    if (!request.isDefault()) {
+        return changeOrdinaryRoute(request);
+    }
+    // A way back is wanted whatever the gateway looks like, so only the other two insist on it.
+    if (request.action == "add") {
+        return restoreDefaultRoutes(request.gateway);
+    }
+    if (!isIpv4Address(request.gateway) && !(request.action == "delete" && request.gateway.empty())) {
+        return {false, {"\"" + request.gateway + "\" is no gateway address"}};
+    }
+    return request.action == "delete" ? deleteDefaultRoutes(request.gateway) : changeDefaultRoute(request.gateway);
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const std::vector<std::string> words(argv + 1, argv + argc);
+    const bool complete = words.size() == 4 || words.size() == 5;
+    const bool known = complete && words[2] == "mask" &&
+                       (words[0] == "add" || words[0] == "delete" || words[0] == "change" || words[0] == "print");
+    if (!known) {
+        std::puts("route: use add|delete|change|print DESTINATION mask MASK [GATEWAY]");
+        return 2;
+    }
+    const Request request{words[0], words[1], words[3], words.size() == 5 ? words[4] : std::string()};
+    if (request.action == "print") {
+        return printRoutes(request);
+    }
+    const RouteOutcome outcome = change(request);
+    for (const std::string &note : outcome.notes) {
+        std::printf("route: %s\n", note.c_str());
+    }
+    if (outcome.done) {
+        std::puts("OK!");
+    }
+    return outcome.done ? 0 : 1;
+}
