@@ -2,6 +2,7 @@
 
 #include "controller/Status.h"
 #include "stats/TransferTotals.h"
+#include "vpn/VPNClient.h"
 
 #include <QDateTime>
 #include <QMainWindow>
@@ -12,7 +13,7 @@
 
 class QAction;
 class QMenu;
-class VPNClient;
+struct Options;
 
 namespace Ui {
 class Korvan;
@@ -29,6 +30,9 @@ class Korvan : public QMainWindow
 public:
     explicit Korvan(QMainWindow *parent = nullptr);
     ~Korvan() override;
+
+    /// Starts without a window, or minimised where there is no tray icon to bring it back from.
+    void startHidden();
 
 signals:
     /// Ends the wait of a running ping or speed test.
@@ -104,17 +108,38 @@ protected:
 private:
     // Construction (controller/Korvan.cpp)
     void connectSignals();
+    void connectOptionSignals();
     void giveImages();
+    void repairGateway();
+    void announceUpdate();
 
-    // Status (controller/KorvanStatus.cpp)
+    // Status (controller/KorvanStatus.cpp, controller/KorvanTrayMenu.cpp)
+    void applyLook(KORVANSTATUS status);
     void enterInit();
     void enterReady();
     void enterConnecting();
     void enterConnected();
-    void enterDisconnected();
-    void applyNotConnected();
+    void enterNotConnected();
+    void commitSession();
     void buildTrayMenu();
-    bool lockDownApplies() const;
+    void playSound(const char *file);
+    void lockDown();
+    void restoreGateway();
+
+    // Connect flow (controller/KorvanConnect.cpp)
+    void rememberGateway();
+    bool prepareConnection(VPNClient::SETUP &setup, VPNClient::OPTION &option);
+    bool prepareOpenVPN(VPNClient::SETUP &setup, VPNClient::OPTION &option);
+    bool prepareL2TP(VPNClient::SETUP &setup, VPNClient::OPTION &option);
+
+    // Options (controller/KorvanOptions.cpp)
+    void showOptions(const Options &options);
+    Options shownOptions() const;
+
+    // Engine messages (controller/KorvanMessages.cpp)
+    void actOnMessage(const QString &message);
+    void onTunnelFailed();
+    void onL2TPLoginFailed();
 
     Ui::Korvan *m_form;
     KORVANSTATUS m_status = kStatusNone;
@@ -134,7 +159,12 @@ private:
     QString m_gateway;           ///< the machine's own default gateway
     TransferCounters m_transfer;
 
-    QDateTime m_nextRefresh; ///< when the configuration is due to be refreshed
+    QDateTime m_nextRefresh;       ///< when the configuration is due to be refreshed
+    QTimer m_trafficTimer;         ///< the next onStatus()
+    bool m_connectInWork = false;  ///< onConnect() waits for something
+    bool m_lockedDown = false;     ///< lock-down has removed the default route
+    QStringList m_waitingMessages; ///< of the engine, while an earlier one is acted on
+    bool m_actsOnMessage = false;
     QMenu *m_connectMenu = nullptr;
     QAction *m_reconnectAction = nullptr;
     QAction *m_disconnectAction = nullptr;
