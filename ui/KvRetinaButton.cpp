@@ -1,0 +1,50 @@
+#include "ui/KvRetinaButton.h"
+
+#include "ui/Palette.h"
+#include "ui/StatePicture.h"
+
+#include <QPainter>
+
+KvRetinaButton::KvRetinaButton(QWidget *parent) : QPushButton(parent)
+{
+    setAttribute(Qt::WA_Hover);
+    setFocusPolicy(Qt::TabFocus); // a click leaves the focus, and its ring, where it is
+    setCursor(Qt::PointingHandCursor);
+}
+
+void KvRetinaButton::setImages(const QString &pattern)
+{
+    m_images = pattern;
+    const QImage picture = statePicture(pattern, "release", this).toImage();
+    m_body = picture.isNull() ? QColor(Qt::transparent) : picture.pixelColor(picture.rect().center());
+    updateGeometry();
+    update();
+}
+
+QSize KvRetinaButton::sizeHint() const
+{
+    if (text().isEmpty()) {
+        return {32, 32};
+    }
+    const bool link = m_body.alpha() == 0;
+    return {fontMetrics().horizontalAdvance(text()) + (link ? 16 : 32), link ? 26 : 36};
+}
+
+QColor KvRetinaButton::textColour() const
+{
+    if (!isEnabled()) {
+        return palette::kDisabled;
+    }
+    if (m_body.alpha() == 0) {
+        return QPushButton::palette().color(QPalette::ButtonText);
+    }
+    return m_body.lightness() < 160 ? palette::kWhite : palette::kInk;
+}
+
+void KvRetinaButton::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    drawStretched(painter, rect(), statePicture(m_images, stateOf(this, isDown()), this));
+    painter.setPen(textColour());
+    painter.drawText(rect(), Qt::AlignCenter | Qt::TextShowMnemonic, text());
+}

@@ -1,0 +1,68 @@
+#include "ui/KvRetinaCheckBox.h"
+
+#include "ui/Palette.h"
+#include "ui/StatePicture.h"
+
+#include <QPainter>
+
+namespace {
+
+constexpr int kMark = 18;
+constexpr int kTextLeft = kMark + 10;
+constexpr int kLineHeight = 18;
+
+} // namespace
+
+KvRetinaCheckBox::KvRetinaCheckBox(QWidget *parent) : QCheckBox(parent)
+{
+    setAttribute(Qt::WA_Hover);
+    setFocusPolicy(Qt::TabFocus);
+    setCursor(Qt::PointingHandCursor);
+}
+
+void KvRetinaCheckBox::setImages(const QString &pattern)
+{
+    m_images = pattern;
+    update();
+}
+
+QFont KvRetinaCheckBox::hintFont() const
+{
+    QFont font = this->font();
+    font.setPixelSize(12);
+    return font;
+}
+
+QSize KvRetinaCheckBox::sizeHint() const
+{
+    const QString hint = accessibleDescription();
+    const int width = qMax(fontMetrics().horizontalAdvance(text()), QFontMetrics(hintFont()).horizontalAdvance(hint));
+    return {kTextLeft + width + 4, hint.isEmpty() ? 22 : 2 * kLineHeight};
+}
+
+bool KvRetinaCheckBox::hitButton(const QPoint &point) const
+{
+    return rect().contains(point) && point.x() < sizeHint().width();
+}
+
+void KvRetinaCheckBox::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    QByteArray state = stateOf(this, isDown());
+    if (isChecked()) {
+        state.prepend("checked_");
+    }
+    const QPixmap mark = statePicture(m_images, state.constData(), this);
+    painter.drawPixmap(QRect(0, (height() - kMark) / 2, kMark, kMark), mark);
+
+    const QString hint = accessibleDescription();
+    QRect line(kTextLeft, 0, width() - kTextLeft, hint.isEmpty() ? height() : height() / 2);
+    painter.setPen(QColor(isEnabled() ? palette::kInk : palette::kDisabled));
+    painter.drawText(line, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextShowMnemonic, text());
+    if (!hint.isEmpty()) {
+        line.moveTop(height() / 2);
+        painter.setPen(QColor(isEnabled() ? palette::kBody : palette::kDisabled));
+        painter.setFont(hintFont());
+        painter.drawText(line, Qt::AlignLeft | Qt::AlignVCenter, hint);
+    }
+}

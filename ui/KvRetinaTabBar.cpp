@@ -1,0 +1,71 @@
+#include "ui/KvRetinaTabBar.h"
+
+#include "ui/Palette.h"
+#include "ui/StatePicture.h"
+
+#include <QCursor>
+#include <QPainter>
+#include <QVariant>
+
+namespace {
+
+constexpr int kPicture = 16;
+constexpr int kMargin = 16;
+constexpr int kGap = 8;
+constexpr int kUnderline = 2;
+
+} // namespace
+
+KvRetinaTabBar::KvRetinaTabBar(QWidget *parent) : QTabBar(parent)
+{
+    setDrawBase(false);
+    setExpanding(false);
+    setUsesScrollButtons(false);
+    setFocusPolicy(Qt::TabFocus);
+    connect(this, &QTabBar::currentChanged, this, &KvRetinaTabBar::indexChanged);
+}
+
+void KvRetinaTabBar::addItem(const QString &pattern, const QString &text)
+{
+    const int index = addTab(text);
+    setTabData(index, pattern);
+}
+
+QSize KvRetinaTabBar::tabSizeHint(int index) const
+{
+    const int words = fontMetrics().horizontalAdvance(tabText(index));
+    return {2 * kMargin + kPicture + kGap + words, 47};
+}
+
+void KvRetinaTabBar::paintTab(QPainter &painter, int index, bool hovered)
+{
+    const QRect box = tabRect(index);
+    const bool current = index == currentIndex();
+    const char *state = current ? "press" : !isTabEnabled(index) ? "disable" : hovered ? "hover" : "release";
+    const QRgb colour = current ? palette::kAction : hovered ? palette::kInk : palette::kBody;
+
+    QRect picture(0, 0, kPicture, kPicture);
+    picture.moveCenter(box.center());
+    picture.moveLeft(box.left() + kMargin);
+    painter.drawPixmap(picture, statePicture(tabData(index).toString(), state, this));
+    painter.setPen(QColor(colour));
+    painter.drawText(box.adjusted(kMargin + kPicture + kGap, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter,
+                     tabText(index));
+    if (current) {
+        painter.fillRect(QRect(box.left(), height() - kUnderline, box.width(), kUnderline), QColor(colour));
+    }
+    if (current && hasFocus()) {
+        painter.setPen(QPen(QColor(palette::kAction), 2));
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.drawRoundedRect(QRectF(box).adjusted(4, 8, -4, -8), 6, 6);
+    }
+}
+
+void KvRetinaTabBar::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    const int hovered = underMouse() ? tabAt(mapFromGlobal(QCursor::pos())) : -1;
+    for (int index = 0; index < count(); ++index) {
+        paintTab(painter, index, index == hovered);
+    }
+}

@@ -1,0 +1,41 @@
+#include "ui/ServerTable.h"
+
+#include "ui/Palette.h"
+
+#include <QHeaderView>
+#include <QHelpEvent>
+#include <QPainter>
+#include <QToolTip>
+
+ServerTable::ServerTable(QWidget *parent) : QTableWidget(parent)
+{
+    setTabKeyNavigation(false);
+    horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    horizontalHeader()->setHighlightSections(false);
+    horizontalHeader()->setSectionsClickable(true);
+}
+
+void ServerTable::paintEvent(QPaintEvent *event)
+{
+    const int row = selectionModel()->hasSelection() ? currentRow() : -1;
+    if (row >= 0) {
+        QPainter painter(viewport());
+        painter.fillRect(QRect(0, rowViewportPosition(row), viewport()->width(), rowHeight(row)),
+                         QColor(palette::kActionSoft));
+    }
+    QTableWidget::paintEvent(event);
+}
+
+bool ServerTable::viewportEvent(QEvent *event)
+{
+    if (event->type() == QEvent::ToolTip) {
+        const auto *help = static_cast<QHelpEvent *>(event);
+        const QModelIndex cell = indexAt(help->pos());
+        const QString text = cell.data().toString();
+        if (cell.isValid() && sizeHintForIndex(cell).width() > columnWidth(cell.column())) {
+            QToolTip::showText(help->globalPos(), text, this);
+            return true;
+        }
+    }
+    return QTableWidget::viewportEvent(event);
+}

@@ -1,0 +1,22 @@
+#include "ui/StatusPanel.h"
+
+#include "ui/KvRetinaProgress.h"
+
+#include <QLabel>
+#include <QStyle>
+#include <QVariant>
+
+StatusPanel::StatusPanel(QWidget *parent) : QFrame(parent) {}
+
+void StatusPanel::showPicture(const QString &resource)
+{
+    const bool connected = resource.endsWith(QLatin1String("_connected.png"));
+    for (KvRetinaProgress *bar : findChildren<KvRetinaProgress *>()) {
+        bar->setDone(connected);
+    }
+    setProperty("connected", connected);
+    for (QLabel *label : findChildren<QLabel *>()) {
+        style()->unpolish(label); // the style sheet looks at properties only here
+        style()->polish(label);
+    }
+}

@@ -1,0 +1,74 @@
+#include "ui/TextLine.h"
+
+#include "ui/Palette.h"
+
+#include <QHelpEvent>
+#include <QPainter>
+#include <QToolTip>
+
+namespace {
+
+constexpr int kGap = 12; // between caption and text
+
+} // namespace
+
+TextLine::TextLine(QWidget *parent) : QLabel(parent)
+{
+    setTextFormat(Qt::PlainText);
+}
+
+void TextLine::setCaption(const QString &caption)
+{
+    m_caption = caption;
+    setAccessibleDescription(caption);
+    updateGeometry();
+    update();
+}
+
+QSize TextLine::minimumSizeHint() const
+{
+    const int caption = m_caption.isEmpty() ? 0 : fontMetrics().horizontalAdvance(m_caption) + kGap;
+    return {caption + fontMetrics().averageCharWidth() * 8, fontMetrics().height()};
+}
+
+QRect TextLine::textBox() const
+{
+    QRect box = contentsRect();
+    if (!m_caption.isEmpty() && !isCaptionItself()) {
+        box.setLeft(box.left() + fontMetrics().horizontalAdvance(m_caption) + kGap);
+    }
+    return box;
+}
+
+bool TextLine::event(QEvent *event)
+{
+    // A tool tip that somebody set wins over the shortened text.
+    if (event->type() == QEvent::ToolTip && toolTip().isEmpty() &&
+        fontMetrics().horizontalAdvance(text()) > textBox().width()) {
+        QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(), text(), this);
+        return true;
+    }
+    return QLabel::event(event);
+}
+
+void TextLine::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    const QRect box = textBox();
+    const QString shown = fontMetrics().elidedText(text(), Qt::ElideMiddle, box.width());
+    if (m_caption.isEmpty()) {
+        painter.setPen(palette().color(foregroundRole()));
+        painter.drawText(box, static_cast<int>(alignment()), shown);
+        return;
+    }
+    painter.setPen(QColor(palette::kBody));
+    if (isCaptionItself()) {
+        painter.drawText(box, Qt::AlignLeft | Qt::AlignVCenter, shown);
+    } else {
+        painter.drawText(contentsRect(), Qt::AlignLeft | Qt::AlignVCenter, m_caption);
+        painter.setPen(QColor(palette::kInk));
+        painter.drawText(box, Qt::AlignRight | Qt::AlignVCenter, shown);
+    }
+    painter.fillRect(QRect(contentsRect().left(), height() - 1, contentsRect().width(), 1),
+                     QColor(palette::kSoftLine));
+}

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QLabel>
+
+/// One line of text that is shortened in its middle where it does not fit; the whole of it is then its tool tip. With
+/// a caption it is a row: the caption at the left, the text at the right, and a line below. A text that is itself the
+/// caption, or begins with it, takes the caption's place.
+class TextLine : public QLabel
+{
+    Q_OBJECT
+    Q_PROPERTY(QString caption READ caption WRITE setCaption)
+
+public:
+    explicit TextLine(QWidget *parent = nullptr);
+
+    QString caption() const { return m_caption; }
+    void setCaption(const QString &caption);
+
+    QSize minimumSizeHint() const override;
+
+protected:
+    bool event(QEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    bool isCaptionItself() const { return text().startsWith(m_caption, Qt::CaseInsensitive); }
+    QRect textBox() const;
+
+    QString m_caption;
+};
