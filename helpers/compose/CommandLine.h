@@ -1,0 +1,43 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+/// What the engine asks for.
+struct CommandLine
+{
+    std::string config; ///< the profile, relative to the application folder
+    bool askCredentials = false;
+    bool noCache = false;
+    std::vector<std::string> proxy; ///< "--http-proxy" or "--socks-proxy", address, port; empty: none
+    bool proxyCredentials = false;  ///< the proxy wants the user name and password in kProxyCredentials
+    bool changeFolder = false;
+    std::string managementPort; ///< empty: no management interface
+    bool up = false;
+    bool down = false;
+};
+
+/// Below the application folder.
+constexpr char kConfigurationFolder[] = "/cfg/OpenVPN/";
+constexpr char kProxyCredentials[] = "/cfg/proxy";
+
+/// Takes the engine's arguments (without the program's name) apart. Nothing, and a reason, for anything but the
+/// options that the engine builds, each in the engine's own form and at most once. `bundle` is the application
+/// folder.
+std::optional<CommandLine> parseCommandLine(const std::vector<std::string> &arguments, const std::string &bundle,
+                                            std::string &error);
+
+/// The descriptors' names for what OpenVPN reads, and what else goes with them.
+struct Handover
+{
+    std::string config;
+    std::string keyPassword;
+    std::string credentials;      ///< empty: none
+    std::string proxyCredentials; ///< empty: none
+    bool lockedDown = false;
+};
+
+/// OpenVPN's own arguments. What stands before "--config" holds for <connection> blocks too.
+std::vector<std::string> openVpnArguments(const CommandLine &commandLine, const Handover &handover,
+                                          const std::string &bundle);

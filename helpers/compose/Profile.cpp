@@ -1,0 +1,236 @@
+#include "helpers/compose/Profile.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+constexpr size_t kMaxWords = 16;
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+constexpr std::string_view kConnection = "connection";
+
+/// What the C locale, in which OpenVPN runs, takes for white space.
+bool isBlank(char c)
+{
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
+
+bool isControl(char c)
+{
+    return (static_cast<unsigned char>(c) < 0x20 && !isBlank(c)) || c == 0x7f;
+}
+
+std::string_view withoutLeadingBlanks(std::string_view text)
+{
+    while (!text.empty() && isBlank(text.front()))
+        text.remove_prefix(1);
+    return text;
+}
+
+std::vector<std::string_view> linesOf(std::string_view text)
+{
+    std::vector<std::string_view> lines;
+    while (!text.empty()) {
+        const size_t end = std::min(text.find('\n'), text.size());
+        std::string_view line = text.substr(0, end);
+        while (!line.empty() && line.back() == '\r')
+            line.remove_suffix(1);
+        lines.push_back(line);
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    return lines;
+}
+
+/// Turns lines into directives. `firstLine` is the profile's number of lines.front().
+class Parser
+{
+public:
+    Parser(std::vector<std::string_view> lines, int firstLine) : m_lines(std::move(lines)), m_firstLine(firstLine) {}
+
+    bool parse(std::vector<Directive> &directives, std::string &error)
+    {
+        for (; m_next < m_lines.size(); ++m_next) {
+            Directive directive;
+            directive.line = m_firstLine + static_cast<int>(m_next);
+            const auto words = splitWords(m_lines[m_next], error);
+            if (!words) {
+                error = atLine(directive.line, error);
+                return false;
+            }
+            if (words->empty())
+                continue;
+            directive.words = *words;
+            std::string &name = directive.words.front();
+            if (name.size() > 2 && name.compare(0, 2, "--") == 0)
+                name.erase(0, 2);
+            const bool opensBlock =
+                directive.words.size() == 1 && name.size() > 2 && name.front() == '<' && name.back() == '>';
+            if (opensBlock && !takeBlock(directive, error))
+                return false;
+            directives.push_back(std::move(directive));
+        }
+        return true;
+    }
+
+private:
+    /// Reads up to the line that begins with the closing tag; what stands behind the tag OpenVPN skips.
+    bool takeBlock(Directive &directive, std::string &error)
+    {
+        std::string &name = directive.words.front();
+        const std::string openTag = name;
+        name = name.substr(1, name.size() - 2);
+        const std::string closeTag = "</" + name + ">";
+        const size_t begin = m_next + 1;
+        for (m_next = begin; m_next < m_lines.size(); ++m_next) {
+            const std::string_view line = withoutLeadingBlanks(m_lines[m_next]);
+            if (line.compare(0, closeTag.size(), closeTag) == 0)
+                return closeBlock(directive, begin, error);
+            // OpenVPN reads an over-long line in pieces and would take the tag at the start of a piece.
+            if (line.find(closeTag) != std::string_view::npos) {
+                error = atLine(m_firstLine + static_cast<int>(m_next), closeTag + " stands inside a line");
+                return false;
+            }
+        }
+        error = atLine(directive.line, "the block " + openTag + " is never closed");
+        return false;
+    }
+
+    bool closeBlock(Directive &directive, size_t begin, std::string &error) const
+    {
+        const std::vector<std::string_view> content(m_lines.begin() + static_cast<ptrdiff_t>(begin),
+                                                    m_lines.begin() + static_cast<ptrdiff_t>(m_next));
+        if (directive.name() == kConnection) {
+            if (!Parser(content, m_firstLine + static_cast<int>(begin)).parse(directive.inner, error))
+                return false;
+            if (directive.inner.empty())
+                error = atLine(directive.line, "the block <connection> is empty");
+            return !directive.inner.empty();
+        }
+        directive.block.emplace();
+        for (const std::string_view line : content)
+            directive.block->append(line).append("\n");
+        return true;
+    }
+
+    const std::vector<std::string_view> m_lines;
+    const int m_firstLine;
+    size_t m_next = 0;
+};
+
+bool renderInto(std::string &text, const std::vector<Directive> &directives, std::string &error)
+{
+    for (const Directive &directive : directives) {
+        if (directive.isBlock()) {
+            text += "<" + directive.name() + ">\n";
+            if (!renderInto(text, directive.inner, error))
+                return false;
+            text += directive.block.value_or("");
+            text += "</" + directive.name() + ">\n";
+            continue;
+        }
+        std::string line = directive.optional ? "setenv opt" : "";
+        for (const std::string &word : directive.words)
+            line += (line.empty() ? "" : " ") + quoteWord(word);
+        if (line.size() > kMaxOptionLine) {
+            error = atLine(directive.line,
+                           "longer than the " + std::to_string(kMaxOptionLine) + " characters that OpenVPN reads");
+            return false;
+        }
+        text += line + "\n";
+    }
+    return true;
+}
+
+} // namespace
+
+std::string atLine(int line, const std::string &reason)
+{
+    return "profile line " + std::to_string(line) + ": " + reason;
+}
+
+std::optional<std::vector<std::string>> splitWords(std::string_view line, std::string &error)
+{
+    enum class State { Between, Plain, Double, Single } state = State::Between;
+    std::vector<std::string> words;
+    bool escaped = false;
+    for (const char c : line) {
+        if (state == State::Between && (c == '#' || c == ';'))
+            break;
+        if (isControl(c)) {
+            error = "holds a control character, so it is not a line of a profile";
+            return std::nullopt;
+        }
+        if (c == '\\' && !escaped && state != State::Single) {
+            escaped = true;
+            continue;
+        }
+        const bool special = !std::exchange(escaped, false);
+        if (!special && c != '\\' && c != '"' && !isBlank(c)) {
+            error = "a backslash may stand only before a blank, a double quote or another backslash";
+            return std::nullopt;
+        }
+        if (state == State::Between) {
+            if (isBlank(c))
+                continue;
+            words.emplace_back();
+            state = special && c == '"' ? State::Double : special && c == '\'' ? State::Single : State::Plain;
+            if (state == State::Plain)
+                words.back() += c;
+        } else if ((state == State::Plain && special && isBlank(c)) ||
+                   (state == State::Double && special && c == '"') || (state == State::Single && c == '\'')) {
+            state = State::Between;
+        } else {
+            words.back() += c;
+        }
+    }
+    if (state == State::Double || state == State::Single) {
+        error = "a quotation mark is not closed";
+    } else if (escaped) {
+        error = "ends with a backslash";
+    } else if (words.size() > kMaxWords) {
+        error = "has more than " + std::to_string(kMaxWords) + " words";
+    } else {
+        return words;
+    }
+    return std::nullopt;
+}
+
+std::optional<std::vector<Directive>> parseProfile(std::string_view text, std::string &error)
+{
+    if (text.find('\0') != std::string_view::npos) {
+        error = "the profile is not a text file";
+        return std::nullopt;
+    }
+    if (text.compare(0, kByteOrderMark.size(), kByteOrderMark) == 0)
+        text.remove_prefix(kByteOrderMark.size());
+    std::vector<Directive> directives;
+    if (!Parser(linesOf(text), 1).parse(directives, error))
+        return std::nullopt;
+    if (directives.empty()) {
+        error = "the profile is empty";
+        return std::nullopt;
+    }
+    return directives;
+}
+
+std::string quoteWord(const std::string &word)
+{
+    constexpr std::string_view kPlain = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_./:,@%+=-";
+    if (!word.empty() && word.find_first_not_of(kPlain) == std::string::npos)
+        return word;
+    std::string quoted = "\"";
+    for (const char c : word) {
+        if (c == '"' || c == '\\')
+            quoted += '\\';
+        quoted += c;
+    }
+    return quoted + '"';
+}
+
+std::optional<std::string> renderProfile(const std::vector<Directive> &directives, std::string &error)
+{
+    std::string text;
+    if (!renderInto(text, directives, error))
+        return std::nullopt;
+    return text;
+}

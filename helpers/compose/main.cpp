@@ -1,0 +1,180 @@
+#include "helpers/compose/CommandLine.h"
+#include "helpers/compose/Credentials.h"
+#include "helpers/compose/Files.h"
+#include "helpers/compose/LockedDown.h"
+#include "helpers/compose/ProfileFilter.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <climits>
+#include <csignal>
+#include <cstdio>
+#include <cstring>
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/prctl.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#ifndef KORVAN_OPENVPN
+#define KORVAN_OPENVPN "/usr/sbin/openvpn"
+#endif
+
+namespace {
+
+constexpr size_t kMaxProfile = 1024 * 1024;
+
+int fail(const std::string &reason)
+{
+    std::fprintf(stderr, "compose: %s\n", reason.c_str());
+    return 1;
+}
+
+/// Puts aside whatever the caller's process passed on: descriptors, signal settings, file modes, core dumps.
+void startClean()
+{
+    close_range(STDERR_FILENO + 1, ~0U, 0);
+    for (int descriptor = STDIN_FILENO; descriptor <= STDERR_FILENO; ++descriptor) {
+        if (fcntl(descriptor, F_GETFD) < 0)
+            open("/dev/null", O_RDWR);
+    }
+    for (int signal = 1; signal <= SIGRTMAX; ++signal)
+        std::signal(signal, SIG_DFL);
+    sigset_t none;
+    sigemptyset(&none);
+    sigprocmask(SIG_SETMASK, &none, nullptr);
+    umask(077);
+    // The answers to the prompts must not end up in a file.
+    const rlimit noCore = {0, 0};
+    setrlimit(RLIMIT_CORE, &noCore);
+}
+
+/// Makes this process, and OpenVPN after it, end with the program that started it. False when that is gone already.
+bool dieWithParent()
+{
+    if (prctl(PR_SET_PDEATHSIG, SIGTERM) != 0)
+        return false;
+    // The request may have come too late; then nobody reads our output any more.
+    pollfd reader = {STDOUT_FILENO, 0, 0};
+    return poll(&reader, 1, 0) == 0 || (reader.revents & POLLERR) == 0;
+}
+
+std::string ownFolder()
+{
+    char path[PATH_MAX];
+    const ssize_t length = readlink("/proc/self/exe", path, sizeof(path));
+    const std::string file(path, static_cast<size_t>(std::max<ssize_t>(length, 0)));
+    return file.substr(0, file.rfind('/'));
+}
+
+bool usesProxy(const std::vector<Directive> &directives)
+{
+    return std::any_of(directives.begin(), directives.end(), [](const Directive &directive) {
+        return directive.name() == "http-proxy" || directive.name() == "socks-proxy" || usesProxy(directive.inner);
+    });
+}
+
+/// Reads, filters and seals the profile. False, with a reason, when it can not be used.
+bool prepareProfile(const CommandLine &commandLine, int bundle, Handover &handover, bool &asksCredentials,
+                    std::string &error)
+{
+    const auto text = readFile(bundle, commandLine.config, kMaxProfile, error);
+    if (!text) {
+        error = "the profile " + commandLine.config + ": " + error;
+        return false;
+    }
+    const auto directives = parseProfile(*text, error);
+    if (!directives)
+        return false;
+    auto profile = filterProfile(*directives, {commandLine.askCredentials, !commandLine.proxy.empty()}, error);
+    if (!profile)
+        return false;
+    const int folder = openFolder(ownFolder() + kConfigurationFolder, error);
+    if (folder < 0 || !openNamedFiles(profile->directives, folder, error))
+        return false;
+    handover.lockedDown = isLockedDown();
+    // Behind a proxy the last address was the proxy's.
+    if (handover.lockedDown && commandLine.proxy.empty() && !usesProxy(profile->directives)) {
+        const auto notes = replaceNames(profile->directives, lastAddresses(), canBeResolved);
+        profile->notes.insert(profile->notes.end(), notes.begin(), notes.end());
+    }
+    const auto rendered = renderProfile(profile->directives, error);
+    if (!rendered)
+        return false;
+    for (const std::string &note : profile->notes)
+        std::printf("compose: %s\n", note.c_str());
+    std::fflush(stdout);
+    asksCredentials = commandLine.askCredentials || profile->asksCredentials;
+    const int config = sealedCopy(*rendered);
+    const int keyPassword = sealedCopy("-\n");
+    if (config < 0 || keyPassword < 0) {
+        error = std::string("no private copy of the profile could be made: ") + std::strerror(errno);
+        return false;
+    }
+    handover.config = descriptorPath(config);
+    handover.keyPassword = descriptorPath(keyPassword);
+    return true;
+}
+
+bool prepareCredentials(const CommandLine &commandLine, int bundle, bool ask, Handover &handover, std::string &error)
+{
+    if (commandLine.proxyCredentials) {
+        const int descriptor = openCredentials(bundle, kProxyCredentials + 1, error);
+        if (descriptor < 0) {
+            error = "the proxy's credential file: " + error;
+            return false;
+        }
+        handover.proxyCredentials = descriptorPath(descriptor);
+    }
+    if (ask) {
+        const auto answers = askCredentials(STDIN_FILENO, STDOUT_FILENO, error);
+        if (!answers)
+            return false;
+        const int descriptor = sealedCopy(*answers);
+        if (descriptor < 0) {
+            error = std::string("the answers could not be passed on: ") + std::strerror(errno);
+            return false;
+        }
+        handover.credentials = descriptorPath(descriptor);
+    }
+    return true;
+}
+
+/// Becomes OpenVPN. Returns only on failure.
+int becomeOpenVpn(const std::vector<std::string> &arguments)
+{
+    std::vector<char *> argv(arguments.size() + 1, nullptr);
+    std::transform(arguments.begin(), arguments.end(), argv.begin(),
+                   [](const std::string &argument) { return const_cast<char *>(argument.c_str()); });
+    char path[] = "PATH=/usr/sbin:/usr/bin:/sbin:/bin";
+    char *environment[] = {path, nullptr};
+    // What was not answered here can not be answered at all.
+    const int nothing = open("/dev/null", O_RDONLY | O_CLOEXEC);
+    dup2(nothing, STDIN_FILENO);
+    execve(KORVAN_OPENVPN, argv.data(), environment);
+    return fail(std::string(KORVAN_OPENVPN " can not be started: ") + std::strerror(errno));
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    startClean();
+    if (!dieWithParent())
+        return fail("the program that started this one has ended");
+    const std::string folder = ownFolder();
+    std::string error;
+    const auto commandLine = parseCommandLine({argv + std::min(argc, 1), argv + argc}, folder, error);
+    if (!commandLine)
+        return fail(error);
+    if (access(KORVAN_OPENVPN, X_OK) != 0)
+        return fail(KORVAN_OPENVPN " is missing: install the package openvpn");
+    const int bundle = openFolder(folder, error);
+    Handover handover;
+    bool ask = false;
+    if (bundle < 0 || !prepareProfile(*commandLine, bundle, handover, ask, error) ||
+        !prepareCredentials(*commandLine, bundle, ask, handover, error))
+        return fail(error);
+    return becomeOpenVpn(openVpnArguments(*commandLine, handover, folder));
+}
