@@ -13,6 +13,7 @@
 
 class QAction;
 class QMenu;
+class QNetworkAccessManager;
 struct Options;
 
 namespace Ui {
@@ -106,6 +107,17 @@ protected:
     void refreshTransfer(quint64 received, quint64 sent);
 
 private:
+    // Login (account/KorvanLogin.cpp)
+    bool profileIsUsable();
+    bool fetchProfile();
+    bool fallBackToOldProfile();
+    bool installProfile(const QByteArray &data);
+    void finishLogin();
+    void showInServerBox(const QString &text);
+
+    // Server lists (account/KorvanServerLists.cpp)
+    void fillServerMenu(const QStringList &names);
+
     // Construction (controller/Korvan.cpp)
     void connectSignals();
     void connectOptionSignals();
@@ -165,6 +177,7 @@ private:
     bool m_lockedDown = false;     ///< lock-down has removed the default route
     QStringList m_waitingMessages; ///< of the engine, while an earlier one is acted on
     bool m_actsOnMessage = false;
+    QNetworkAccessManager *m_publicIpRequest = nullptr; ///< the newest; null when none is under way
     QMenu *m_connectMenu = nullptr;
     QAction *m_reconnectAction = nullptr;
     QAction *m_disconnectAction = nullptr;
