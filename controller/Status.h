@@ -3,7 +3,7 @@
 #include <QMetaType>
 
 /// The controller's connection status. Every visible change of the connection goes through Korvan::setStatus().
-enum KORVANSTATUS {
+enum KORVANSTATUS : int {
     STATUS_INIT = 0,          ///< started, nobody is logged in
     STATUS_READY = 1,         ///< logged in
     STATUS_CONNECTING = 2,    ///< a tunnel is being brought up

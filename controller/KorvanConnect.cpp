@@ -1,0 +1,154 @@
+#include "controller/Korvan.h"
+
+#include "account/L2tpPassword.h"
+#include "app/shell/Addresses.h"
+#include "common/AppPath.h"
+#include "controller/Box.h"
+#include "controller/TunnelProxy.h"
+#include "route/DefaultGateway.h"
+#include "ui_Korvan.h"
+
+#include <QAction>
+#include <QDesktopServices>
+#include <QFile>
+#include <QScopedValueRollback>
+#include <QUrl>
+
+static constexpr int kRetryMs = 50;
+
+void Korvan::onConnect()
+{
+    if (m_connectInWork) {
+        if (m_status == STATUS_RECONNECTING) { // the attempt that failed has not returned yet
+            QTimer::singleShot(kRetryMs, this, &Korvan::onConnect);
+        }
+        return;
+    }
+    // Every wait from here on delivers the user's next clicks.
+    const QScopedValueRollback<bool> guard(m_connectInWork, true);
+    if (m_form->cmServer->currentIndex() < 0 || m_engine->isRunning() || m_bundleInWork) {
+        return;
+    }
+    rememberGateway();
+    VPNClient::SETUP setup(static_cast<VPNClient::TYPE>(-1), {}, {}, {});
+    VPNClient::OPTION option;
+    if (!prepareConnection(setup, option)) {
+        if (m_status == STATUS_RECONNECTING) { // no attempt will follow that could lead out of it
+            setStatus(STATUS_CONNECTING);
+            onDisconnect();
+        }
+        return;
+    }
+    setStatus(STATUS_CONNECTING);
+    const bool up = m_engine->setup(setup) && m_status == STATUS_CONNECTING && m_engine->open(option);
+    QFile::remove(appPath("/cfg/proxy")); // OpenVPN has read it by now
+    // A wait also ends when the program quits: only a tunnel that is up counts as one.
+    if (up && m_status == STATUS_CONNECTING && m_engine->state() == VPNClient::CONNECTED) {
+        setStatus(STATUS_CONNECTED);
+    }
+}
+
+/// The gateway may have changed since the last connection: the machine may be in another network now. While there is
+/// no default route the remembered one stays.
+void Korvan::rememberGateway()
+{
+    const QString current = GetDefaultGateway();
+    if (!current.isEmpty()) {
+        m_gateway = current;
+    }
+}
+
+/// False when the user chose not to connect after all.
+bool Korvan::prepareConnection(VPNClient::SETUP &setup, VPNClient::OPTION &option)
+{
+    const QString protocol = m_form->cmProto->currentText();
+    if (protocol == QLatin1String("OpenVPN")) {
+        return prepareOpenVPN(setup, option);
+    }
+    if (protocol == QLatin1String("L2TP")) {
+        return prepareL2TP(setup, option);
+    }
+    return true; // the engine refuses the type
+}
+
+bool Korvan::prepareOpenVPN(VPNClient::SETUP &setup, VPNClient::OPTION &option)
+{
+    setup.type = VPNClient::OPENVPN;
+    setup.a = QStringLiteral("update");
+    option.type = VPNClient::OPENVPN;
+    if (isCrtExpired() && onlyYes(this, QMessageBox::Information, tr("Notify"),
+                                  tr("Certificate might be expired.\nDo you want to renew subscription?"))) {
+        QDesktopServices::openUrl(QUrl(QStringLiteral(KORVAN_PORTAL_URL)));
+        return false;
+    }
+    const QString server = m_form->cmServer->currentText();
+    const bool proxied = server.contains(QLatin1String("Proxied-"));
+    m_form->lbPublicIP->setText(proxied ? tr("Public IP Address*") : tr("Public IP Address"));
+    m_form->lbPublicIP->setToolTip(
+        proxied ? tr("Proxied configurations require you to configure your program to use the VPN.\n"
+                     "Check installation instructions for further details.")
+                : QString());
+    const QString folder = appPath("/cfg/OpenVPN/");
+    updateOpenVPN(folder, server + QLatin1String(".ovpn"));
+    option.config = QStringLiteral("/cfg/OpenVPN/temp");
+    TunnelProxy proxy;
+    proxy.http = m_form->rbHttp->isChecked();
+    proxy.socks = m_form->rbSocks->isChecked();
+    proxy.address = m_form->edProxyAddr->text();
+    proxy.port = m_form->edProxyPort->text();
+    proxy.credentials = proxy.http ? proxyAuthPath() : QString();
+    option.params = openVPNParameters(proxy, folder);
+    return true;
+}
+
+bool Korvan::prepareL2TP(VPNClient::SETUP &setup, VPNClient::OPTION &option)
+{
+    setup.type = VPNClient::L2TP;
+    setup.b = m_form->cmServer->currentData().toString();
+    option.type = VPNClient::L2TP;
+    option.user = m_form->edUser->text();
+    if (QFile::exists(appPath("/l2tp"))) {
+        option.password = loadL2TPPassword();
+        return true;
+    }
+    option.password = getL2TPPassword();
+    return !option.password.isEmpty();
+}
+
+void Korvan::onDisconnect()
+{
+    setStatus(STATUS_DISCONNECTING);
+    m_engine->close();
+    setStatus(STATUS_DISCONNECTED);
+}
+
+void Korvan::onReconnect()
+{
+    setStatus(STATUS_RECONNECTING);
+    onDisconnect();
+    QTimer::singleShot(0, this, &Korvan::onConnect);
+}
+
+void Korvan::onMenuConnect()
+{
+    const auto *action = qobject_cast<QAction *>(sender());
+    if (action == nullptr) {
+        return;
+    }
+    const int server = m_form->cmServer->findText(action->text(), Qt::MatchExactly | Qt::MatchCaseSensitive);
+    if (server >= 0) {
+        m_form->cmServer->setCurrentIndex(server);
+        onConnect();
+    }
+}
+
+void Korvan::onAutoReconn()
+{
+    if (m_form->cbAutoReconn->isChecked() &&
+        !onlyYes(this, QMessageBox::Warning, tr("Warning"),
+                 tr("Please note that if auto reconnect is enabled, there will be a brief moment \n"
+                    "in which your programs may not be protected by the VPN during reconnection. \n"
+                    "Do you still wish to enable auto-reconnect?"))) {
+        m_form->cbAutoReconn->setChecked(false);
+    }
+}

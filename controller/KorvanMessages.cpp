@@ -1,0 +1,71 @@
+#include "controller/Korvan.h"
+
+#include "common/AppPath.h"
+#include "controller/EngineMessage.h"
+#include "route/DefaultGateway.h"
+#include "ui_Korvan.h"
+
+#include <QDebug>
+#include <QFile>
+#include <QMessageBox>
+
+void Korvan::onMessage(QString message)
+{
+    qDebug() << message;
+    // The boxes below deliver the engine's next messages, which must wait for their turn.
+    m_waitingMessages.append(message);
+    if (m_actsOnMessage) {
+        return;
+    }
+    m_actsOnMessage = true;
+    while (!m_waitingMessages.isEmpty()) {
+        actOnMessage(m_waitingMessages.takeFirst());
+    }
+    m_actsOnMessage = false;
+}
+
+void Korvan::actOnMessage(const QString &message)
+{
+    switch (classifyMessage(message, m_form->cmProto->currentText())) {
+    case EngineMessage::TunnelFailed:
+        onTunnelFailed();
+        break;
+    case EngineMessage::L2TPLoginFailed:
+        onL2TPLoginFailed();
+        break;
+    case EngineMessage::Error:
+        QMessageBox::critical(this, tr("Error"), tr("Unknown error, please check log."));
+        onDisconnect();
+        break;
+    case EngineMessage::Progress: {
+        const QString address = serverAddressOf(message);
+        if (!address.isNull()) {
+            m_form->lbServerIP->setText(address);
+        }
+        break;
+    }
+    }
+}
+
+void Korvan::onTunnelFailed()
+{
+    if (m_form->cbAutoReconn->isChecked()) {
+        onReconnect();
+        return;
+    }
+    // The kill switch: no program may send outside the broken tunnel before the user knows of it.
+    DeleteGateway(QStringLiteral("0.0.0.0"), QStringLiteral("0.0.0.0"), m_gateway);
+    QMessageBox::critical(this, tr("Error"),
+                          tr("Internet connection has been terminated for your security.\n"
+                             "Please press OK to resume your regular internet connection and reconnect to the VPN if "
+                             "needed."));
+    restoreGateway();
+    onDisconnect();
+}
+
+void Korvan::onL2TPLoginFailed()
+{
+    onDisconnect();
+    QMessageBox::critical(this, tr("Error"), tr("Username or password is not valid."));
+    QFile::remove(appPath("/l2tp")); // asked for again at the next attempt
+}

@@ -1,0 +1,139 @@
+#include "controller/Korvan.h"
+
+#include "common/AppPath.h"
+#include "common/StateFile.h"
+#include "common/Text.h"
+#include "controller/Options.h"
+#include "platform/LoginItems.h"
+#include "ui_Korvan.h"
+
+#include <QDir>
+#include <QFile>
+
+enum ProxyType { ProxyNone = 1, ProxyHttp = 2, ProxySocks = 3 };
+
+void Korvan::updateOption(bool save)
+{
+    updateRefresh(save);
+    const QString path = appPath("/cfg/option");
+    if (save) {
+        if (writeWhole(path, optionBytes(shownOptions())) && !m_form->cbLockDown->isChecked()) {
+            restoreGateway(); // lock-down that is switched off while connected ends at once
+        }
+        return;
+    }
+    QDir().mkpath(appPath("/cfg"));
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) { // the first run
+        m_engine->reset();
+        writeWhole(path, {});
+        return;
+    }
+    showOptions(optionsOf(file.readAll()));
+    updateProxyState();
+}
+
+void Korvan::showOptions(const Options &options)
+{
+    m_form->cmServer->setCurrentIndex(options.server);
+    m_form->rbNone->setChecked(options.proxyType == ProxyNone);
+    m_form->rbHttp->setChecked(options.proxyType == ProxyHttp);
+    m_form->rbSocks->setChecked(options.proxyType == ProxySocks);
+    m_form->edProxyAddr->setText(options.proxyAddress);
+    m_form->edProxyPort->setText(options.proxyPort);
+    m_form->cbProxyAuth->setChecked(options.proxyAuth);
+    m_form->edProxyUser->setText(options.proxyUser);
+    m_form->edProxyPass->setText(options.proxyPassword);
+    m_form->cbConnectOnBoot->setChecked(options.connectOnBoot);
+    m_form->cbRunOnBoot->setChecked(options.runOnBoot);
+    m_form->cbHideConnection->setChecked(options.hideConnection);
+    m_form->cbAutoReconn->setChecked(options.autoReconnect);
+    m_form->cbNoSound->setChecked(options.noSound);
+    m_bootServer = options.bootServer;
+    m_form->cmUpdate->setCurrentIndex(options.updateFrequency);
+    m_protocol = options.protocol;
+    m_form->cbDnsLeak->setChecked(options.dnsLeak);
+    m_form->cbLockDown->setChecked(options.lockDown);
+}
+
+Options Korvan::shownOptions() const
+{
+    Options options;
+    options.server = m_form->cmServer->currentIndex();
+    options.proxyType = m_form->rbNone->isChecked()    ? ProxyNone
+                        : m_form->rbHttp->isChecked()  ? ProxyHttp
+                        : m_form->rbSocks->isChecked() ? ProxySocks
+                                                       : 0;
+    options.proxyAddress = m_form->edProxyAddr->text();
+    options.proxyPort = m_form->edProxyPort->text();
+    options.proxyAuth = m_form->cbProxyAuth->isChecked();
+    options.proxyUser = m_form->edProxyUser->text();
+    options.proxyPassword = m_form->edProxyPass->text();
+    options.connectOnBoot = m_form->cbConnectOnBoot->isChecked();
+    options.runOnBoot = m_form->cbRunOnBoot->isChecked();
+    options.hideConnection = m_form->cbHideConnection->isChecked();
+    options.autoReconnect = m_form->cbAutoReconn->isChecked();
+    options.noSound = m_form->cbNoSound->isChecked();
+    options.bootServer = m_form->cmBootServer->currentText();
+    options.updateFrequency = m_form->cmUpdate->currentIndex();
+    options.protocol = m_form->cmProto->currentText();
+    options.dnsLeak = m_form->cbDnsLeak->isChecked();
+    options.lockDown = m_form->cbLockDown->isChecked();
+    return options;
+}
+
+/// The path of the application bundle. A folder that does not hold the bundle's name keeps its first nine characters,
+/// which removes no login item and adds one that starts nothing.
+static QString bundlePath()
+{
+    static const QString bundle = QStringLiteral("Korvan.app");
+    const QString folder = appPath("");
+    const int found = folder.indexOf(bundle);
+    return found == 0 ? folder : folder.left(found + bundle.size());
+}
+
+void Korvan::onSave()
+{
+    updateOption(true);
+    m_form->pbSave->setEnabled(false);
+    m_form->pbSaveProxy->setEnabled(false);
+    if (sender() == m_form->pbSave || sender() == m_form->pbSaveProxy) {
+        machelpLaunchStartup(bundlePath().toLocal8Bit().constData(), m_form->cbRunOnBoot->isChecked() ? 1 : 0,
+                             nullptr);
+    }
+    if (m_form->cbConnectOnBoot->isChecked()) {
+        loadLogin();
+    }
+    updateLocalNetworkProxy();
+}
+
+void Korvan::onSaveReady()
+{
+    updateProxyState();
+    m_form->pbSave->setEnabled(true);
+    m_form->pbSaveProxy->setEnabled(true);
+}
+
+void Korvan::onReset()
+{
+    QFile::remove(appPath("/cfg/transfer"));
+    for (QLabel *label : {m_form->lbTotalRecv, m_form->lbTotalSend, m_form->lbTotalRD, m_form->lbTotalSD}) {
+        label->setText(FormatDataSize(0));
+    }
+}
+
+void Korvan::onCurrentIndexChanged(QString text)
+{
+    if (text == QLatin1String("OpenVPN")) {
+        updateOpenVPNServerList();
+    } else if (text == QLatin1String("L2TP")) {
+        updateL2TPServerList();
+    }
+}
+
+void Korvan::onRemember()
+{
+    if (!m_form->cbRember->isChecked()) {
+        QFile::remove(appPath("/cfg/login"));
+    }
+}
