@@ -2,6 +2,7 @@
 
 #include "ui/Palette.h"
 
+#include <QApplication>
 #include <QComboBox>
 #include <QEvent>
 #include <QLineEdit>
@@ -11,18 +12,40 @@
 namespace {
 
 constexpr int kWidth = 3;
+constexpr qreal kCorner = 8; // of the controls
 
 bool isField(const QWidget *control)
 {
     return qobject_cast<const QLineEdit *>(control) || qobject_cast<const QComboBox *>(control);
 }
 
-// A tab bar rings its current tab itself; the lists that pop up need no ring.
 bool wantsRing(const QWidget *control)
 {
-    return control && control->focusPolicy() != Qt::NoFocus && !qobject_cast<const QTabBar *>(control) &&
-           control->window()->windowType() != Qt::Popup;
+    return control && control->focusPolicy() != Qt::NoFocus && control->window()->windowType() != Qt::Popup;
 }
+
+// Tells whether the user's last action was a key or a click.
+class LastInput : public QObject
+{
+public:
+    using QObject::QObject;
+
+    static bool isKey() { return s_key; }
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::KeyPress || event->type() == QEvent::MouseButtonPress) {
+            s_key = event->type() == QEvent::KeyPress;
+        }
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    static bool s_key;
+};
+
+bool LastInput::s_key = false;
 
 } // namespace
 
@@ -32,16 +55,24 @@ FocusRing::FocusRing(QWidget *window) : QWidget(window)
     setFocusPolicy(Qt::NoFocus);
 }
 
+void FocusRing::install(QApplication &application)
+{
+    application.installEventFilter(new LastInput(&application));
+    connect(&application, &QApplication::focusChanged, &FocusRing::follow);
+}
+
+FocusRing *FocusRing::of(const QWidget *control)
+{
+    return control->window()->findChild<FocusRing *>(QString(), Qt::FindDirectChildrenOnly);
+}
+
 void FocusRing::follow(QWidget *old, QWidget *now)
 {
-    const auto ringOf = [](const QWidget *control) {
-        return control->window()->findChild<FocusRing *>(QString(), Qt::FindDirectChildrenOnly);
-    };
-    if (FocusRing *left = old ? ringOf(old) : nullptr) {
+    if (FocusRing *left = old ? of(old) : nullptr) {
         left->surround(nullptr);
     }
     if (wantsRing(now)) {
-        FocusRing *ring = ringOf(now);
+        FocusRing *ring = of(now);
         if (!ring) {
             ring = new FocusRing(now->window());
         }
@@ -63,14 +94,18 @@ void FocusRing::surround(QWidget *control)
 
 void FocusRing::place()
 {
-    if (!m_control) {
+    if (!m_control || !m_control->isVisible() || !(isField(m_control) || LastInput::isKey())) {
         hide();
         return;
     }
-    const QRect box(m_control->mapTo(window(), QPoint(0, 0)), m_control->size());
+    QRect box = m_control->rect();
+    if (const auto *tabs = qobject_cast<QTabBar *>(m_control)) {
+        box = tabs->tabRect(tabs->currentIndex()).adjusted(4, 8, -4, -8);
+    }
+    box.moveTopLeft(m_control->mapTo(window(), box.topLeft()));
     setGeometry(box.adjusted(-kWidth, -kWidth, kWidth, kWidth));
     raise();
-    setVisible(m_control->isVisible());
+    show();
 }
 
 bool FocusRing::eventFilter(QObject *watched, QEvent *event)
@@ -80,9 +115,9 @@ bool FocusRing::eventFilter(QObject *watched, QEvent *event)
     case QEvent::Resize:
     case QEvent::Show:
     case QEvent::Hide:
-        if (watched == m_control) {
-            place();
-        }
+    case QEvent::KeyRelease:
+    case QEvent::MouseButtonRelease:
+        place();
         break;
     default:
         break;
@@ -93,9 +128,10 @@ bool FocusRing::eventFilter(QObject *watched, QEvent *event)
 void FocusRing::paintEvent(QPaintEvent *)
 {
     const bool soft = isField(m_control);
-    const qreal pen = soft ? 3 : 2;
+    const qreal pen = soft ? kWidth : kWidth - 1;
+    const qreal radius = kCorner + kWidth - pen / 2;
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(QColor(soft ? palette::kHalo : palette::kAction), pen));
-    painter.drawRoundedRect(QRectF(rect()).adjusted(pen / 2, pen / 2, -pen / 2, -pen / 2), 9.5, 9.5);
+    painter.drawRoundedRect(QRectF(rect()).adjusted(pen / 2, pen / 2, -pen / 2, -pen / 2), radius, radius);
 }

@@ -3,15 +3,18 @@
 #include <QPointer>
 #include <QWidget>
 
-/// The ring round the control that has the keyboard focus: strong round a button, a soft halo round a field. There is
-/// one in each window, above everything else and deaf to the mouse.
+class QApplication;
+
+/// The ring round the control that has the keyboard focus: strong round a button, and shown only while the keyboard is
+/// in use; a soft halo round a field, shown always. There is one in each window, above everything else and deaf to the
+/// mouse.
 class FocusRing : public QWidget
 {
     Q_OBJECT
 
 public:
-    /// Moves the ring from the control that had the focus to the one that has it now; either may be null.
-    static void follow(QWidget *old, QWidget *now);
+    /// Lets the rings follow the focus in all windows of the program.
+    static void install(QApplication &application);
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -19,6 +22,8 @@ protected:
 
 private:
     explicit FocusRing(QWidget *window);
+    static FocusRing *of(const QWidget *control);
+    static void follow(QWidget *old, QWidget *now);
     void surround(QWidget *control);
     void place();
 

@@ -54,11 +54,6 @@ void KvRetinaTabBar::paintTab(QPainter &painter, int index, bool hovered)
     if (current) {
         painter.fillRect(QRect(box.left(), height() - kUnderline, box.width(), kUnderline), QColor(colour));
     }
-    if (current && hasFocus()) {
-        painter.setPen(QPen(QColor(palette::kAction), 2));
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.drawRoundedRect(QRectF(box).adjusted(4, 8, -4, -8), 6, 6);
-    }
 }
 
 void KvRetinaTabBar::paintEvent(QPaintEvent *)

@@ -61,5 +61,5 @@ void applyLook(QApplication &application)
     QApplication::setFont(textFont());
     application.setStyleSheet(styleSheet());
     QApplication::setWindowIcon(applicationIcon());
-    QObject::connect(&application, &QApplication::focusChanged, &FocusRing::follow);
+    FocusRing::install(application);
 }

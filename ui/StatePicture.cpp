@@ -3,8 +3,7 @@
 #include <QDebug>
 #include <QPainter>
 #include <QWidget>
-
-#include <array>
+#include <qdrawutil.h>
 
 // The pictures lie in a static library: without this call the linker leaves their registration out.
 static void registerPictures()
@@ -15,19 +14,6 @@ static void registerPictures()
 namespace {
 
 constexpr int kCorner = 8; // points
-
-struct Span
-{
-    int from;
-    int length;
-};
-
-// One axis cut into head, middle and tail.
-std::array<Span, 3> cut(int length, int corner)
-{
-    const int end = qMin(corner, length / 2);
-    return {Span{0, end}, Span{end, length - 2 * end}, Span{length - end, end}};
-}
 
 } // namespace
 
@@ -66,19 +52,9 @@ void drawStretched(QPainter &painter, const QRect &target, const QPixmap &pictur
     QPixmap raw = picture;
     raw.setDevicePixelRatio(1);
     QPainter builder(&whole);
-    const int corner = qRound(kCorner * ratio);
-    const auto rows = cut(size.height(), qMin(corner, raw.height() / 2));
-    const auto columns = cut(size.width(), qMin(corner, raw.width() / 2));
-    const auto sourceRows = cut(raw.height(), rows[0].length);
-    const auto sourceColumns = cut(raw.width(), columns[0].length);
-    for (size_t row = 0; row < rows.size(); ++row) {
-        for (size_t column = 0; column < columns.size(); ++column) {
-            builder.drawPixmap(QRect(columns[column].from, rows[row].from, columns[column].length, rows[row].length),
-                               raw,
-                               QRect(sourceColumns[column].from, sourceRows[row].from, sourceColumns[column].length,
-                                     sourceRows[row].length));
-        }
-    }
+    const QSize least = raw.size().boundedTo(size);
+    const int corner = qMin(qRound(kCorner * ratio), qMin(least.width(), least.height()) / 2);
+    qDrawBorderPixmap(&builder, whole.rect(), QMargins(corner, corner, corner, corner), raw);
     builder.end();
     whole.setDevicePixelRatio(ratio);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);

@@ -8,7 +8,8 @@
 
 namespace {
 
-constexpr int kGap = 12; // between caption and text
+constexpr int kGap = 12;                        // between caption and text
+const QString kNothing = QStringLiteral("\u2013"); // shown in place of an empty text
 
 } // namespace
 
@@ -55,7 +56,7 @@ void TextLine::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     const QRect box = textBox();
-    const QString shown = fontMetrics().elidedText(text(), Qt::ElideMiddle, box.width());
+    const QString shown = text().isEmpty() ? kNothing : fontMetrics().elidedText(text(), Qt::ElideMiddle, box.width());
     if (m_caption.isEmpty()) {
         painter.setPen(palette().color(foregroundRole()));
         painter.drawText(box, static_cast<int>(alignment()), shown);
@@ -69,6 +70,4 @@ void TextLine::paintEvent(QPaintEvent *)
         painter.setPen(QColor(palette::kInk));
         painter.drawText(box, Qt::AlignRight | Qt::AlignVCenter, shown);
     }
-    painter.fillRect(QRect(contentsRect().left(), height() - 1, contentsRect().width(), 1),
-                     QColor(palette::kSoftLine));
 }

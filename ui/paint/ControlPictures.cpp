@@ -106,7 +106,7 @@ void addButtons(std::vector<Picture> &pictures)
             pictures.push_back({fileName("button_", button.name, state.name), side, side, [=](QPainter &painter) {
                                     drawBox(painter, QRectF(0, 0, side, side), 8, shade.fill, shade.border);
                                     if (sign) {
-                                        drawGlyph(painter, sign, QRectF(7, 7, 18, 18), glyphColour, 1.5);
+                                        drawGlyph(painter, sign, QRectF(8, 8, 16, 16), glyphColour, 1.4);
                                     }
                                 }});
         }

@@ -28,7 +28,7 @@ void drawTray(QPainter &painter, const QColor &fill, const char *sign)
 void drawApplication(QPainter &painter, qreal side)
 {
     drawBox(painter, QRectF(0, 0, side, side), side * 0.25, kAction);
-    drawShield(painter, QRectF(side * 0.17, side * 0.17, side * 0.66, side * 0.66), kWhite);
+    drawShield(painter, QRectF(side * 0.1, side * 0.1, side * 0.8, side * 0.8), kWhite);
 }
 
 // A white sign on a coloured disc, for message boxes.

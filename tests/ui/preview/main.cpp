@@ -35,9 +35,16 @@ void photographDialogs()
                                                                 {QMessageBox::Information, "box-information"},
                                                                 {QMessageBox::Warning, "box-warning"},
                                                                 {QMessageBox::Critical, "box-critical"}};
+    const QString texts[] = {
+        QStringLiteral("Are you sure you wish to quit Korvan?"), QStringLiteral("Update Successful."),
+        QStringLiteral("Please note that if auto reconnect is enabled, there will be a brief moment \n"
+                       "in which your programs may not be protected by the VPN during reconnection. \n"
+                       "Do you still wish to enable auto-reconnect?"),
+        QStringLiteral("Internet connection has been terminated for your security.\nPlease press OK to resume your "
+                       "regular internet connection and reconnect to the VPN if needed.")};
+    const QString *text = texts;
     for (const auto &[icon, name] : boxes) {
-        QMessageBox box(icon, QStringLiteral("Exit"), QStringLiteral("Are you sure you wish to quit Korvan?"),
-                        QMessageBox::Yes | QMessageBox::No);
+        QMessageBox box(icon, QStringLiteral("Exit"), *text++, QMessageBox::Yes | QMessageBox::No);
         box.setDefaultButton(QMessageBox::No);
         photograph(box, name);
     }
