@@ -91,9 +91,8 @@ void becomeTool(const std::vector<std::string> &command)
     execve(words[0].c_str(), pointers(words).data(), pointers(environment).data());
 }
 
-void dieWithParent(int signal)
+void dieWithParent(int signal, pid_t parent)
 {
-    const pid_t parent = getppid();
     prctl(PR_SET_PDEATHSIG, signal);
     if (getppid() != parent) {
         raise(signal);
@@ -110,9 +109,10 @@ RunResult runTool(const std::vector<std::string> &command, const std::string &in
         result.errors = std::strerror(errno);
         return result;
     }
+    const pid_t self = getpid();
     const pid_t child = fork();
     if (child == 0) {
-        dieWithParent(SIGKILL);
+        dieWithParent(SIGKILL, self);
         dup2(in.fd(), STDIN_FILENO);
         dup2(out.fd(), STDOUT_FILENO);
         dup2(errors.fd(), STDERR_FILENO);

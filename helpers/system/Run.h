@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <unistd.h>
 #include <vector>
 
 /// What came of running a tool.
@@ -19,9 +20,9 @@ std::vector<std::string> cleanEnvironment();
 /// calling process dies.
 RunResult runTool(const std::vector<std::string> &command, const std::string &input = {}, int limitMs = 30000);
 
-/// Makes the kernel send `signal` to this process when the thread that started it ends, and ends it at once if that
-/// has happened already. It survives becomeTool().
-void dieWithParent(int signal);
+/// Makes the kernel send `signal` to this process when the thread that started it ends, and sends it at once if
+/// `parent` is gone already. It survives becomeTool().
+void dieWithParent(int signal, pid_t parent = getppid());
 
 /// Replaces this process by `command`, in the clean environment and with the open descriptors as they are. Returns
 /// only when that failed; errno tells why.
