@@ -5,13 +5,14 @@
 #include "common/Text.h"
 
 #include <QDir>
+#include <QDirIterator>
 
 QString profileFolder()
 {
     return appPath("/cfg/OpenVPN/");
 }
 
-QStringList openVpnServerNames()
+QStringList openVPNServerNames()
 {
     const QString ending = QStringLiteral(".ovpn");
     QStringList names = QDir(profileFolder()).entryList({QLatin1Char('*') + ending});
@@ -19,6 +20,11 @@ QStringList openVpnServerNames()
         name.chop(ending.size());
     }
     return names;
+}
+
+bool hasOpenVPNServers()
+{
+    return QDirIterator(profileFolder(), {QStringLiteral("*.ovpn")}).hasNext();
 }
 
 QString GetHostFromOvpn(QString name)
@@ -43,9 +49,14 @@ QVector<L2TPServer> parseL2TPServers(const QString &text)
     return servers;
 }
 
+QString l2tpListPath()
+{
+    return appPath("/cfg/L2TP.txt");
+}
+
 QVector<L2TPServer> readL2TPServers()
 {
-    return parseL2TPServers(QString::fromUtf8(readWhole(appPath("/cfg/L2TP.txt"))));
+    return parseL2TPServers(QString::fromUtf8(readWhole(l2tpListPath())));
 }
 
 QStringList readSkipList()

@@ -92,13 +92,13 @@ static QString refreshPath()
     return appPath("/cfg/update");
 }
 
-void writeNextRefresh(const QDateTime &time)
+bool writeNextRefresh(const QDateTime &time)
 {
     QByteArray bytes;
     QDataStream stream(&bytes, QIODevice::WriteOnly);
     stream.setVersion(kStreamVersion);
     stream << time;
-    writeWhole(refreshPath(), bytes);
+    return writeWhole(refreshPath(), bytes);
 }
 
 QDateTime readNextRefresh()

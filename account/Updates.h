@@ -28,8 +28,8 @@ UpdateDescription readUpdateDescription(const QByteArray &page);
 /// Month" wraps around into the far past; stored times depend on both.
 std::optional<QDateTime> nextRefresh(int choice, const QDateTime &stored, const QDateTime &now);
 
-/// Stores the next refresh time in "/cfg/update".
-void writeNextRefresh(const QDateTime &time);
+/// Stores the next refresh time in "/cfg/update"; false when it can not be written.
+bool writeNextRefresh(const QDateTime &time);
 
 /// The time stored in "/cfg/update"; invalid when there is none or it is damaged.
 QDateTime readNextRefresh();

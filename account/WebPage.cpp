@@ -13,6 +13,10 @@ QByteArray GetPageDataByUrl(QString url)
     reply->ignoreSslErrors();
     Wait wait;
     wait.until(reply, &QNetworkReply::finished);
-    const bool whole = wait.run() && reply->error() == QNetworkReply::NoError;
-    return whole ? reply->readAll() : QByteArray();
+    return wait.run() ? wholeBody(*reply) : QByteArray();
+}
+
+QByteArray wholeBody(QNetworkReply &reply)
+{
+    return reply.error() == QNetworkReply::NoError ? reply.readAll() : QByteArray();
 }

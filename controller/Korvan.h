@@ -6,6 +6,7 @@
 
 #include <QDateTime>
 #include <QMainWindow>
+#include <QPersistentModelIndex>
 #include <QProcess>
 #include <QStringList>
 #include <QSystemTrayIcon>
@@ -91,8 +92,8 @@ protected:
     void changeEvent(QEvent *event) override;
 
     // Account (account/Korvan*.cpp)
-    bool loginKorvan(QString user, QString password, QByteArray &data);
-    void releaseCompressedConfig(QByteArray data);
+    bool loginKorvan(QString user, QString password, QByteArray &body);
+    void releaseCompressedConfig(QByteArray archive);
     void updateL2TPServerList();
     QString getL2TPPassword();
     bool isCrtExpired();
@@ -111,12 +112,16 @@ private:
     bool profileIsUsable();
     bool fetchProfile();
     bool fallBackToOldProfile();
-    bool installProfile(const QByteArray &data);
+    bool installProfile(const QByteArray &body);
     void finishLogin();
     void showInServerBox(const QString &text);
 
     // Server lists (account/KorvanServerLists.cpp)
     void fillServerMenu(const QStringList &names);
+
+    // Tests of the servers (diag/KorvanPing.cpp)
+    bool testsAreRefused();
+    QPersistentModelIndex serverToTest();
 
     // Construction (controller/Korvan.cpp)
     void connectSignals();

@@ -29,7 +29,7 @@ private slots:
 
     void serverNames()
     {
-        QVERIFY(openVpnServerNames().isEmpty());
+        QVERIFY(openVPNServerNames().isEmpty());
         const QString longName(200, QLatin1Char('z'));
         const QStringList servers{"A", "b", "c", "Ex\"amp'l|ia", QString::fromUtf8("Größe∕2"), longName};
         for (const QString &server : servers) {
@@ -37,7 +37,7 @@ private slots:
         }
         putFile(profileFolder() + "d.ovpn.txt", "");
         putFile(profileFolder() + "anna.crt", "");
-        QCOMPARE(openVpnServerNames(), servers);
+        QCOMPARE(openVPNServerNames(), servers);
     }
 
     void host_data()

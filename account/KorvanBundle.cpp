@@ -1,0 +1,32 @@
+#include "controller/Korvan.h"
+
+#include "account/Archive.h"
+#include "account/ServerLists.h"
+#include "app/shell/Settings.h"
+#include "common/AppPath.h"
+#include "common/Paths.h"
+#include "common/StateFile.h"
+
+#include <QDir>
+#include <QFile>
+#include <QMessageBox>
+
+void Korvan::releaseCompressedConfig(QByteArray archive)
+{
+    const QString folder = profileFolder();
+    const QString path = folder + QLatin1String("config");
+    ClearPath(folder);
+    QDir().mkpath(folder);
+    writeWhole(path, archive);
+    if (!UncompressFile(path)) {
+        QMessageBox::critical(this, tr("Error"), tr("Korvan compose7 is missed."));
+    }
+    if (getSetting(QStringLiteral("DEBUG/ENABLE")) != QLatin1String("true")) {
+        QFile::remove(path);
+    }
+    const QString unpackedList = folder + QLatin1String("L2TP.txt");
+    if (QFile::exists(unpackedList)) {
+        QFile::remove(l2tpListPath());
+        QFile::rename(unpackedList, l2tpListPath());
+    }
+}

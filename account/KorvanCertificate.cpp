@@ -1,0 +1,21 @@
+#include "controller/Korvan.h"
+
+#include "account/Certificate.h"
+#include "ui_Korvan.h"
+
+#include <QDebug>
+#include <QFile>
+
+bool Korvan::isCrtExpired()
+{
+    if (m_userName.isEmpty()) {
+        m_userName = m_form->edUser->text();
+    }
+    const QString path = certificatePath(m_userName);
+    if (!QFile::exists(path)) {
+        return true;
+    }
+    const QString date = GetCertExpiredDateTime(path);
+    qDebug() << "Certificate expired at:" << date;
+    return isExpired(date, QDateTime::currentDateTimeUtc());
+}

@@ -1,0 +1,155 @@
+#include "controller/Korvan.h"
+
+#include "account/Certificate.h"
+#include "account/Login.h"
+#include "account/SavedLogin.h"
+#include "account/ServerLists.h"
+#include "app/shell/Addresses.h"
+#include "app/shell/Settings.h"
+#include "common/Text.h"
+#include "ui_Korvan.h"
+
+#include <QDebug>
+#include <QFile>
+#include <QMessageBox>
+#include <QPointer>
+
+bool Korvan::loginKorvan(QString user, QString password, QByteArray &body)
+{
+    const QPointer<Korvan> self(this);
+    const LoginAnswer answer = postLogin(loginBody(user, password));
+    if (self.isNull()) {
+        return false;
+    }
+    body = answer.body;
+    qDebug("Get Data: %d", body.size());
+    if (getSetting(QStringLiteral("DEBUG/ENABLE")) == QLatin1String("true")) {
+        QMessageBox::information(this, tr("Debug"), QLatin1String("Result: ") + latin1UpToNul(body));
+    }
+    switch (classifyLogin(answer)) {
+    case LoginReply::NoAnswer:
+        qDebug("WARNING: can not get reply from server, time out.");
+        return true;
+    case LoginReply::Rejected:
+        return false;
+    case LoginReply::Profile:
+        qDebug("SUCCESS: download %d bytes user profile to local.", body.size());
+        return true;
+    case LoginReply::Malformed:
+        break;
+    }
+    qDebug("WARNING: the data is not in correct format, the login might fail.");
+    return true;
+}
+
+void Korvan::onLogin()
+{
+    if (m_bundleInWork) {
+        return; // the wait for the service delivers clicks on the other login button
+    }
+    m_form->pbLogin->setEnabled(false);
+    showInServerBox(tr("Getting files from server ..."));
+    if (sender() == m_form->pbExist) {
+        qDebug("Use existing cert files.");
+    } else {
+        m_userName = m_form->edUser->text();
+        m_password = m_form->edPass->text();
+        if (!profileIsUsable() && !fetchProfile()) {
+            return;
+        }
+    }
+    finishLogin();
+}
+
+bool Korvan::profileIsUsable()
+{
+    return QFile::exists(savedLoginPath()) && hasOpenVPNServers() && QFile::exists(certificatePath(m_userName)) &&
+           !isCrtExpired();
+}
+
+bool Korvan::fetchProfile()
+{
+    const QPointer<Korvan> self(this);
+    QByteArray profile;
+    m_bundleInWork = true;
+    const bool accepted = loginKorvan(m_userName, m_password, profile);
+    if (self.isNull()) {
+        return false;
+    }
+    m_bundleInWork = false;
+    if (!accepted) {
+        QMessageBox::critical(this, tr("Error"), tr("Invalid username or password."));
+        QTimer::singleShot(0, this, &Korvan::onChangeUser);
+        m_form->pbLogin->setEnabled(true);
+        return false;
+    }
+    showInServerBox(tr("Updating Configuration ..."));
+    m_form->cmProto->setEnabled(false);
+    return profile.isEmpty() ? fallBackToOldProfile() : installProfile(profile);
+}
+
+bool Korvan::fallBackToOldProfile()
+{
+    if (hasOpenVPNServers()) {
+        QMessageBox::warning(nullptr, tr("Warning"),
+                             tr("Update of new configuration failed.\nPlease try again later.\n"
+                                "Korvan-GUI will use existing keys and configurations."));
+        return true;
+    }
+    QMessageBox::warning(nullptr, tr("Warning"),
+                         tr("Retrieval of configuration and keys failed.\n"
+                            "Please try again later or contact Support at ") +
+                             QLatin1String(KORVAN_SUPPORT_EMAIL));
+    onChangeUser();
+    m_form->pbLogin->setEnabled(true);
+    return false;
+}
+
+bool Korvan::installProfile(const QByteArray &profile)
+{
+    const QPointer<Korvan> self(this);
+    m_bundleInWork = true;
+    releaseCompressedConfig(profile);
+    if (self.isNull()) {
+        return false;
+    }
+    updateRefresh(true);
+    m_bundleInWork = false;
+    // The fields can be edited while the service is asked; only what it accepted is kept.
+    const bool accepted = m_form->edUser->text() == m_userName && m_form->edPass->text() == m_password;
+    if (m_form->cbRember->isChecked() && accepted && hasOpenVPNServers()) {
+        saveLogin();
+    }
+    return true;
+}
+
+void Korvan::finishLogin()
+{
+    m_form->pbLogin->setEnabled(true);
+    updateOpenVPNServerList();
+    m_form->lbExpired->setText(GetCertExpiredDateTime(certificatePath(m_userName)));
+    const int bootServer = m_form->cmBootServer->findText(m_bootServer);
+    if (bootServer >= 0) {
+        m_form->cmBootServer->setCurrentIndex(bootServer);
+    }
+    m_form->cmServer->setCurrentIndex(m_form->cmBootServer->currentIndex());
+    if (m_form->cbConnectOnBoot->isChecked()) {
+        QTimer::singleShot(0, this, &Korvan::onConnect);
+    }
+    setStatus(STATUS_READY);
+}
+
+void Korvan::showInServerBox(const QString &text)
+{
+    m_form->cmServer->clear();
+    m_form->cmServer->addItem(text);
+    m_form->cmServer->setEnabled(false);
+}
+
+void Korvan::onChangeUser()
+{
+    if (tunnelInUse(m_status)) {
+        QTimer::singleShot(0, this, &Korvan::onDisconnect);
+    }
+    m_form->stack->setCurrentWidget(m_form->pageLogin);
+}

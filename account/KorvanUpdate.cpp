@@ -1,0 +1,138 @@
+#include "controller/Korvan.h"
+
+#include "account/Updates.h"
+#include "account/WebPage.h"
+#include "common/AppPath.h"
+#include "common/Paths.h"
+#include "common/StateFile.h"
+#include "common/Text.h"
+#include "common/Wait.h"
+#include "ui_Korvan.h"
+
+#include <QCoreApplication>
+#include <QDebug>
+#include <QDir>
+#include <QMessageBox>
+#include <QNetworkAccessManager>
+#include <QNetworkReply>
+#include <QPointer>
+
+bool Korvan::checkUpdate(QString &url, QString &message, QString &version)
+{
+    const QPointer<Korvan> self(this);
+    const QByteArray page = GetPageDataByUrl(UPDATE_URL);
+    if (self.isNull()) {
+        return false;
+    }
+    if (page.isEmpty()) {
+        qDebug().nospace() << "[WARNING]Can not load from " << UPDATE_URL;
+        return false;
+    }
+    qDebug("SUCCESS: download %d bytes update information to local.", page.size());
+    const UpdateDescription update = readUpdateDescription(page);
+    if (!update.hasEntries) {
+        qDebug().nospace() << "[WARNING]Get nothing from " << UPDATE_URL;
+        return false;
+    }
+    version = update.version;
+    url = update.url;
+    message = update.message;
+    return !version.isEmpty() && VersionCompare(version, QCoreApplication::applicationVersion()) > 0;
+}
+
+void Korvan::updateRefresh(bool save)
+{
+    if (save) {
+        const auto next = nextRefresh(m_form->cmUpdate->currentIndex(), m_nextRefresh, QDateTime::currentDateTime());
+        if (next.has_value() && writeNextRefresh(*next)) {
+            m_nextRefresh = *next;
+        }
+        return;
+    }
+    QDir().mkpath(appPath("/cfg"));
+    const QDateTime stored = readNextRefresh();
+    if (stored.isValid()) {
+        m_nextRefresh = stored;
+    }
+}
+
+void Korvan::onUpdate()
+{
+    // The profile's files are in use while a tunnel comes up, and a login may be at work on them.
+    if (m_bundleInWork || tunnelInUse(m_status)) {
+        return;
+    }
+    const QPointer<Korvan> self(this);
+    showInServerBox(tr("Updating Configuration ..."));
+    m_form->pbUpdate->setEnabled(false);
+    m_form->cmProto->setEnabled(false);
+    m_bundleInWork = true;
+    QByteArray profile;
+    loginKorvan(m_userName, m_password, profile);
+    if (!self.isNull() && !profile.isEmpty()) {
+        releaseCompressedConfig(profile);
+    }
+    if (self.isNull()) {
+        return;
+    }
+    m_bundleInWork = false;
+    if (profile.isEmpty()) {
+        QTimer::singleShot(0, this, &Korvan::onChangeUser);
+        return;
+    }
+    updateOpenVPNServerList();
+    m_form->pbUpdate->setEnabled(true);
+    m_form->cmServer->setEnabled(true);
+    m_form->cmProto->setEnabled(true);
+    if (m_form->cmServer->count() == 0) {
+        QMessageBox::critical(this, tr("Notify"), tr("Update Failed."));
+    } else {
+        QMessageBox::information(this, tr("Notify"), tr("Update Successful."));
+    }
+}
+
+/// Leaves the archive in "/update/", where the next start installs it. Anything older there goes.
+static bool storeUpdateArchive(const QByteArray &archive)
+{
+    const QString folder = appPath("/update/");
+    QDir_removeFolder(folder);
+    return QDir().mkpath(folder) && writeWhole(folder + QLatin1String("update.zip"), archive);
+}
+
+void Korvan::onUpApp()
+{
+    if (m_updateAddress.isEmpty()) {
+        QMessageBox::information(this, tr("Update"), tr("Update url is not valid."));
+        return;
+    }
+    const QPointer<Korvan> self(this);
+    QNetworkAccessManager manager;
+    QNetworkReply *reply = manager.get(QNetworkRequest(QUrl(m_updateAddress)));
+    reply->ignoreSslErrors();
+    connect(reply, &QNetworkReply::downloadProgress, this, &Korvan::onUpdateProgress);
+    m_form->pbUpApp->setEnabled(false);
+    Wait wait;
+    wait.until(reply, &QNetworkReply::finished);
+    wait.until(this, &QObject::destroyed);
+    if (!wait.run() || self.isNull()) {
+        return; // the program ends
+    }
+    const QByteArray archive = wholeBody(*reply);
+    if (archive.isEmpty()) {
+        QMessageBox::information(this, tr("Update"), tr("Update failed, no data."));
+        m_form->pbUpApp->setEnabled(true);
+    } else if (!storeUpdateArchive(archive)) {
+        QMessageBox::information(this, tr("Update"), tr("Update failed, the archive can not be stored."));
+        m_form->pbUpApp->setEnabled(true);
+    } else {
+        QMessageBox::information(this, tr("Update"), tr("Update done, please restart application."));
+    }
+}
+
+void Korvan::onUpdateProgress(qlonglong received, qlonglong total)
+{
+    if (total > 0) { // Qt reports an unknown size as -1
+        m_form->pgUpdate->setValue(static_cast<int>(received * 100 / total));
+        m_form->pgUpdate->repaint();
+    }
+}
