@@ -25,8 +25,7 @@ Q_DECLARE_METATYPE(Items)
 static void buildArchive(const QString &path, const Items &items)
 {
     archive *writer = archive_write_new();
-    path.endsWith(QLatin1String(".7z")) ? archive_write_set_format_7zip(writer)
-                                        : archive_write_set_format_zip(writer);
+    path.endsWith(".7z") ? archive_write_set_format_7zip(writer) : archive_write_set_format_zip(writer);
     archive_write_open_filename(writer, qPrintable(path));
     for (const Item &item : items) {
         archive_entry *entry = archive_entry_new();
@@ -66,20 +65,13 @@ class ArchiveTest : public QObject
     /// returns the exit status.
     int unpack(const QString &archive, const QString &folder)
     {
-        const bool zip = !archive.endsWith(QLatin1String(".7z"));
-        QStringList line = {QStringLiteral("-y"), QStringLiteral("-s"),          QStringLiteral("5000"),
-                            QStringLiteral("-e"), QStringLiteral("trace=%file"), QStringLiteral("-o"),
-                            path("trace")};
-        line += zip ? QStringList{QStringLiteral(KORVAN_BUNDLE "/compose7"), QStringLiteral("-o"), archive,
-                                  QStringLiteral("-d"), folder}
-                    : QStringList{QStringLiteral(KORVAN_BUNDLE "/compose6"), QStringLiteral("x"),
-                                  QStringLiteral("-o") + folder, QStringLiteral("-y"), archive};
+        const QString bundle = KORVAN_BUNDLE;
+        const bool zip = !archive.endsWith(".7z");
+        QStringList line = {"-y", "-s", "5000", "-e", "trace=%file", "-o", path("trace")};
+        line += zip ? QStringList{bundle + "/compose7", "-o", archive, "-d", folder}
+                    : QStringList{bundle + "/compose6", "x", "-o" + folder, "-y", archive};
         QProcess process;
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("ASAN_OPTIONS"),
-                           QStringLiteral("detect_leaks=0")); // impossible when traced
-        process.setProcessEnvironment(environment);
-        process.start(QStringLiteral("strace"), line);
+        process.start("strace", line);
         if (!process.waitForFinished(60000)) {
             return -1;
         }
@@ -92,9 +84,9 @@ class ArchiveTest : public QObject
     void checkTrace(const QString &making, const QString &entering)
     {
         const QRegularExpression writing(
-            QStringLiteral("^(creat|mk|rename|link|symlink|unlink|rmdir|chmod|fchmodat|[lf]?chown|truncate|utime)|"
-                           "^open.*O_(WRONLY|RDWR|CREAT|TRUNC)"));
-        const QRegularExpression outside(QStringLiteral("\"/|\\.\\./"));
+            "^(creat|mk|rename|link|symlink|unlink|rmdir|chmod|fchmodat|[lf]?chown|truncate|utime)|"
+            "^open.*O_(WRONLY|RDWR|CREAT|TRUNC)");
+        const QRegularExpression outside("\"/|\\.\\./");
         bool entered = false;
         for (const QString &call : QString::fromUtf8(fileBytes(path("trace"))).split(QLatin1Char('\n'))) {
             entered = entered || call.startsWith(entering);
@@ -116,6 +108,7 @@ class ArchiveTest : public QObject
 private slots:
     void init()
     {
+        qputenv("ASAN_OPTIONS", "detect_leaks=0"); // impossible when traced
         m_dir.reset(new QTemporaryDir);
         putFile(path("canary"), "alive");
     }
@@ -165,7 +158,7 @@ private slots:
         buildArchive(path("a.zip"), {{"file", "new"}, {"hard", "new"}, {"soft", "new"}});
         buildArchive(path("through.zip"), {{"folder/file", "new"}});
         putFile(path("out/file"), "old and longer");
-        QDir(m_dir->path()).mkdir(QStringLiteral("elsewhere"));
+        QDir(m_dir->path()).mkdir("elsewhere");
         QCOMPARE(link(qPrintable(path("canary")), qPrintable(path("out/hard"))), 0);
         QCOMPARE(symlink("../canary", qPrintable(path("out/soft"))), 0);
         QCOMPARE(symlink("../elsewhere", qPrintable(path("out/folder"))), 0);
@@ -229,7 +222,7 @@ private slots:
         expectRefusal(path("zip.7z"), "it is no 7z archive");
         expectRefusal(m_dir->path(), "it is no file");
         expectRefusal(path("none"), "No such file");
-        QCOMPARE(QProcess::execute(QStringLiteral(KORVAN_BUNDLE "/compose7"), {path("a.zip")}), 2);
+        QCOMPARE(QProcess::execute(KORVAN_BUNDLE "/compose7", {path("a.zip")}), 2);
     }
 
     void refusesABomb()

@@ -1,0 +1,82 @@
+#include <QCoreApplication>
+#include <QDBusArgument>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusMetaType>
+#include <QDBusVirtualObject>
+#include <QFile>
+
+#include <arpa/inet.h>
+
+using Settings = QMap<QString, QVariantMap>;
+using Texts = QMap<QString, QString>;
+
+/// Stands in for NetworkManager's VPN plug-ins (org.freedesktop.NetworkManager.VPN.Plugin) on a machine without PPP.
+/// What it does is told by the server's name: "up..." connects over the interface "tunnel", "reject..." rejects the
+/// password, anything else is never heard of. Writes what it was given to /run/given.
+class VpnPlugin : public QDBusVirtualObject
+{
+public:
+    QString introspect(const QString &) const override { return {}; }
+
+    bool handleMessage(const QDBusMessage &message, const QDBusConnection &connection) override
+    {
+        QVariantList answer;
+        if (message.member() == "NeedSecrets") {
+            answer += QString();
+        } else if (message.member() == "GetAll") {
+            answer += QVariantMap{{"State", 1u}};
+        }
+        connection.send(message.createReply(answer));
+        if (message.member().startsWith("Connect")) {
+            connect(qdbus_cast<Settings>(message.arguments().value(0)).value("vpn"));
+        } else if (message.member() == "Disconnect") {
+            emitSignal("StateChanged", 6u);
+        }
+        return true;
+    }
+
+private:
+    static void emitSignal(const QString &name, const QVariant &value)
+    {
+        QDBusMessage signal = QDBusMessage::createSignal("/org/freedesktop/NetworkManager/VPN/Plugin",
+                                                         "org.freedesktop.NetworkManager.VPN.Plugin", name);
+        signal << value;
+        QDBusConnection::systemBus().send(signal);
+    }
+
+    static void connect(const QVariantMap &vpn)
+    {
+        const auto data = qdbus_cast<Texts>(vpn.value("data"));
+        const auto secrets = qdbus_cast<Texts>(vpn.value("secrets"));
+        const QString server = data.value("gateway") + data.value("address"); // L2TP, IKEv2
+        QFile given("/run/given");
+        given.open(QIODevice::WriteOnly);
+        given.write((data.value("user") + QLatin1Char('\n') + secrets.value("password") + QLatin1Char('\n') +
+                     secrets.value("ipsec-psk"))
+                        .toUtf8());
+        if (server.startsWith("reject")) {
+            emitSignal("Failure", 0u);
+            emitSignal("StateChanged", 6u);
+        } else if (server.startsWith("up")) {
+            emitSignal("Config", QVariantMap{{"tundev", "tunnel"},
+                                             {"gateway", inet_addr("198.51.100.1")},
+                                             {"has-ip4", true},
+                                             {"has-ip6", false}});
+            emitSignal("Ip4Config", QVariantMap{{"address", inet_addr("198.18.7.2")}, {"prefix", 32u}});
+            emitSignal("StateChanged", 4u);
+        }
+    }
+};
+
+int main(int argc, char *argv[])
+{
+    QCoreApplication application(argc, argv);
+    qDBusRegisterMetaType<Settings>();
+    qDBusRegisterMetaType<Texts>();
+    VpnPlugin plugin;
+    QDBusConnection bus = QDBusConnection::systemBus();
+    bus.registerVirtualObject("/org/freedesktop/NetworkManager/VPN/Plugin", &plugin);
+    const QString name = "org.freedesktop.NetworkManager.";
+    return bus.registerService(name + "l2tp") ? QCoreApplication::exec() : 1;
+}
