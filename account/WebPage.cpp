@@ -18,5 +18,9 @@ QByteArray GetPageDataByUrl(QString url)
 
 QByteArray wholeBody(QNetworkReply &reply)
 {
-    return reply.error() == QNetworkReply::NoError ? reply.readAll() : QByteArray();
+    const QByteArray body = reply.readAll();
+    // A connection that closes too early is not always reported as an error.
+    const QVariant length = reply.header(QNetworkRequest::ContentLengthHeader);
+    const bool whole = !length.isValid() || length.toLongLong() == body.size();
+    return whole && reply.error() == QNetworkReply::NoError ? body : QByteArray();
 }
