@@ -25,6 +25,6 @@ QProcessEnvironment childEnvironment();
 ToolResult runTool(const QString &program, const QStringList &arguments, int finishLimitMs = kToolLimitMs);
 
 /// As runTool(), but waits for the end in a local event loop, so that the window stays alive. Without a limit unless
-/// `finishLimitMs` is 0 or more; without one, a tool at work when the program is told to quit gets kToolLimitMs to finish, so
-/// that nothing is left half done.
+/// `finishLimitMs` is 0 or more; without one, a tool at work when the program is told to quit gets kToolLimitMs to
+/// finish, so that nothing is left half done.
 ToolResult runToolInEventLoop(const QString &program, const QStringList &arguments, int finishLimitMs = -1);

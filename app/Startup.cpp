@@ -1,0 +1,112 @@
+#include "app/Startup.h"
+
+#include "account/Archive.h"
+#include "app/shell/DebugLog.h"
+#include "common/AppPath.h"
+#include "common/Paths.h"
+#include "platform/Tool.h"
+#include "route/DefaultGateway.h"
+#include "vpn/VPNClient.h"
+
+#include <QApplication>
+#include <QAudioDeviceInfo>
+#include <QDebug>
+#include <QDir>
+#include <QFile>
+#include <QMessageBox>
+#include <QProcess>
+#include <QTextCodec>
+
+/// Exactly the name that the download gives the archive; any other file in the folder is not an update.
+static const QString kArchiveName = QStringLiteral("update.zip");
+
+/// Beside the bundle, three levels above the application folder.
+static QString stagingFolder()
+{
+    return QDir_clearPath(appPath("/../../../update.temp"));
+}
+
+void useUtf8()
+{
+    QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
+}
+
+QString loadCurrentVersion()
+{
+    QFile file(appPath("/version"));
+    if (!file.open(QIODevice::ReadOnly)) {
+        return {};
+    }
+    return QString::fromUtf8(file.readAll().constData());
+}
+
+void forgetPluginFolders()
+{
+    QAudioDeviceInfo::availableDevices(QAudio::AudioOutput);
+    QCoreApplication::setLibraryPaths({});
+}
+
+void deleteOldLog()
+{
+    PATH_LOG = appPath(PATH_LOG);
+    QFile::remove(PATH_LOG);
+}
+
+void preferBundledTools()
+{
+    qputenv("PATH", QFile::encodeName(appPath("/tools")) + ':' + qgetenv("PATH"));
+}
+
+PendingUpdate installPendingUpdate()
+{
+    const QStringList names = QDir(appPath("/update")).entryList(QDir::Files, QDir::Unsorted);
+    if (!names.contains(kArchiveName)) {
+        return PendingUpdate::None;
+    }
+    QMessageBox waiting(QMessageBox::Warning, QStringLiteral("Korvan"),
+                        QApplication::tr("Updating...Please wait a moment."));
+    waiting.show();
+    if (!QFile::exists(appPath("/compose9"))) {
+        waiting.setText(QApplication::tr("compose9 is missed, update failed."));
+        qDebug() << waiting.text();
+        return PendingUpdate::HelperMissing;
+    }
+    const QString staging = stagingFolder() + QLatin1Char('/');
+    const QString archive = staging + kArchiveName;
+    const QString helper = staging + QLatin1String("compose9");
+    QDir().mkdir(staging);
+    QFile::rename(appPath("/update/") + kArchiveName, archive);
+    QFile::rename(appPath("/compose9"), helper); // it leaves the bundle that it is about to replace
+    Uncompress(archive, staging);
+    if (!QProcess::startDetached(helper, {staging, QStringLiteral("Korvan")})) {
+        QMessageBox::critical(nullptr, QApplication::tr("Error"), QApplication::tr("Can not start update compose."));
+    }
+    return PendingUpdate::HandedOver;
+}
+
+void removeStagingFolder()
+{
+    if (QDir(stagingFolder()).exists()) {
+        QDir_removeFolder(stagingFolder());
+    }
+}
+
+void showVersion()
+{
+    QMessageBox::information(nullptr, QApplication::tr("Version"),
+                             QApplication::tr("Made by the Korvan team\n") +
+                                 QApplication::tr("Compiled in %1\n").arg(QLatin1String(__DATE__)) +
+                                 QApplication::tr("Current Version:") + QCoreApplication::applicationVersion());
+}
+
+void resetNetwork()
+{
+    VPNClient client;
+    QObject::connect(&client, &VPNClient::message, [](const QString &message) { qDebug() << message; });
+    client.reset();
+    runTool(QStringLiteral("bash"), {appPath("/down.sh")});
+    const QString gateway = LoadDefaultGateway();
+    if (!gateway.isEmpty() && GetDefaultGateway().isEmpty()) {
+        AddGateway(QStringLiteral("0.0.0.0"), QStringLiteral("0.0.0.0"), gateway);
+    }
+}

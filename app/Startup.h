@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QString>
+
+/// The steps of the program's start, in the order in which main() takes them.
+
+/// Makes UTF-8 the local 8-bit encoding whatever the environment says: a root process often has no LANG.
+void useUtf8();
+
+/// The installed version as "/version" holds it, up to the first NUL byte and not trimmed; empty when there is no
+/// such file.
+QString loadCurrentVersion();
+
+/// Makes Qt look for no plug-ins outside the executable. The sound back end is itself a plug-in, so it is loaded
+/// first.
+void forgetPluginFolders();
+
+/// Deletes the file at PATH_LOG, below the application folder.
+void deleteOldLog();
+
+/// Puts the bundled tools first in PATH, so that the names by which the program runs them find them.
+void preferBundledTools();
+
+/// What became of an update archive that a previous run left in "/update".
+enum class PendingUpdate {
+    None,          ///< there is none
+    HelperMissing, ///< "/compose9" is missed; the archive stays
+    HandedOver,    ///< the helper was started, or could not be and the user was told so
+};
+
+/// Unpacks a pending archive into the staging folder beside the bundle and starts the update helper from there.
+PendingUpdate installPendingUpdate();
+
+/// Deletes the staging folder that an earlier update left.
+void removeStagingFolder();
+
+/// The "-version" box.
+void showVersion();
+
+/// "-reset": undoes the local driver set-up, and what a crash may have left of a connection: DNS settings, a blocked
+/// default route.
+void resetNetwork();

@@ -1,0 +1,76 @@
+#include "app/Startup.h"
+#include "app/shell/DebugLog.h"
+#include "controller/Korvan.h"
+#include "platform/QuitSignals.h"
+#include "platform/SetUserIdStart.h"
+#include "platform/SingleInstance.h"
+#include "ui/Look.h"
+
+#include <QApplication>
+
+/// Exit statuses besides the event loop's own.
+static constexpr int kUpdateHandedOver = 188;
+static constexpr int kUpdateHelperMissing = -188;
+
+/// The switches are recognised only where they are the one argument.
+static bool isOnlyArgument(int argc, char *const *argv, const char *argument)
+{
+    return argc == 2 && qstrcmp(argv[1], argument) == 0;
+}
+
+static int runWindow(SingleInstance &instance, bool show)
+{
+    Korvan window;
+    const QuitSignals quitSignals; // gone before the window closes its connection: a second signal ends at once
+    QObject::connect(&instance, &SingleInstance::startedAgain, &window, &Korvan::showOnTop);
+    if (show) {
+        window.show();
+    } else {
+        window.startHidden();
+    }
+    return QApplication::exec();
+}
+
+int main(int argc, char *argv[])
+{
+    const bool setUserId = takeOverSetUserIdStart();
+    int qtArgc = setUserId ? 1 : argc;
+    QApplication application(qtArgc, argv);
+    if (!setUserId) {
+        argc = qtArgc; // less the switches that are Qt's own
+    }
+    useUtf8();
+    QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setApplicationVersion(loadCurrentVersion());
+    forgetPluginFolders();
+    deleteOldLog();
+    qInstallMessageHandler(debugFilter);
+    preferBundledTools();
+    applyLook(application);
+
+    const bool wantsVersion = isOnlyArgument(argc, argv, "-version");
+    const bool wantsReset = isOnlyArgument(argc, argv, "-reset");
+    SingleInstance instance;
+    if (!instance.isFirst() && !wantsVersion && !wantsReset) {
+        instance.notifyFirst();
+        return 0;
+    }
+    if (instance.isFirst()) { // nothing is swapped under a running program
+        switch (installPendingUpdate()) {
+        case PendingUpdate::None:
+            break;
+        case PendingUpdate::HelperMissing:
+            return kUpdateHelperMissing;
+        case PendingUpdate::HandedOver:
+            return kUpdateHandedOver;
+        }
+        removeStagingFolder();
+    }
+    if (wantsVersion || wantsReset) {
+        instance.release();
+        wantsVersion ? showVersion() : resetNetwork();
+        return 0;
+    }
+    const bool show = argc == 1 || (argc == 2 && !isOnlyArgument(argc, argv, "-hide"));
+    return runWindow(instance, show);
+}
