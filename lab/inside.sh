@@ -5,6 +5,10 @@ set -euo pipefail
 
 lab=$(dirname "$(realpath "$0")")
 export LAB_DIR=/run/lab LAB_PROFILES=/run/lab/profiles/alice
+# On the gateway's address in the subscriber's own network, which no change of the default route cuts off.
+export LAB_CONTROL=http://198.51.100.1:9090
+export LAB_HTTP_PROXY=203.0.113.30:3128 LAB_HTTP_AUTH_PROXY=203.0.113.30:3129 LAB_SOCKS_PROXY=203.0.113.30:1080
+export LAB_PROXY_USER=proxyuser LAB_PROXY_PASSWORD=proxypass
 
 fail() {
     echo "lab: $*" >&2
@@ -37,11 +41,17 @@ private_folders() {
 . "$lab/network.sh"
 # shellcheck source=servers.sh
 . "$lab/servers.sh"
+# shellcheck source=web.sh
+. "$lab/web.sh"
 
 private_folders
 make_network
 make_profiles
 start_servers
+start_web
+start_proxies
+await_servers
+await_web
 LAB_UP_MS=$(((${EPOCHREALTIME/[.,]/} - LAB_STARTED) / 1000))
 export LAB_UP_MS
 

@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # The machines of the lab and the links between them. Sourced by the first process of a lab.
 
 # home 198.51.100.2 --- 198.51.100.1 world 203.0.113.10, .30 --- vpnN 203.0.113.2N

@@ -1,18 +1,19 @@
+# shellcheck shell=bash
 # The OpenVPN servers and the profiles that lead to them. Sourced by the first process of a lab and by "lab ctl".
 
-# Name, machine, protocol, port, third number of the tunnel's range 198.18.N.0/24. The lines of one machine differ in
-# protocol or port.
+# Name, machine, protocol, port, third number of the tunnel's range 198.18.N.0/24, country. The lines of one machine
+# differ in protocol or port.
 servers="
-Examplia-1               vpn1 udp 1194 1
-Examplia-1-TCP           vpn1 tcp 443  11
-Examplia-2-Routed        vpn2 udp 1194 2
-Examplia-2-Routed-TCP    vpn2 tcp 443  12
-Samplonia-Surfing-1      vpn3 udp 1194 3
-Samplonia-Surfing-1-TCP  vpn3 tcp 443  13
-Proxied-Samplonia        vpn4 udp 1194 4
-Proxied-Samplonia-TCP    vpn4 tcp 443  14
-Rejecting-1              vpn3 tcp 1195 23
-Password-1               vpn4 udp 1195 24
+Examplia-1               vpn1 udp 1194 1  Examplia
+Examplia-1-TCP           vpn1 tcp 443  11 Examplia
+Examplia-2-Routed        vpn2 udp 1194 2  Examplia
+Examplia-2-Routed-TCP    vpn2 tcp 443  12 Examplia
+Samplonia-Surfing-1      vpn3 udp 1194 3  Samplonia
+Samplonia-Surfing-1-TCP  vpn3 tcp 443  13 Samplonia
+Proxied-Samplonia        vpn4 udp 1194 4  Samplonia
+Proxied-Samplonia-TCP    vpn4 tcp 443  14 Samplonia
+Rejecting-1              vpn3 tcp 1195 23 Samplonia
+Password-1               vpn4 udp 1195 24 Samplonia
 "
 
 # Calls the function with the fields of every server.
@@ -70,6 +71,9 @@ make_profile() {
 start_servers() {
     each_server configure_server
     each_server start_server
+}
+
+await_servers() {
     each_server await_server
 }
 
@@ -96,12 +100,13 @@ configure_server() {
 	verb 3
 	END
         case $name in
-            # The subscriber's programs reach the world by the SOCKS proxy at the tunnel's far end.
+            # The subscriber's programs reach the world by the SOCKS proxy at the tunnel's far end, port 1080.
             Proxied-*) ;;
             *) printf 'push "redirect-gateway def1"\npush "dhcp-option DNS %s.1"\n' "$range" ;;
         esac
         case $name in
             Rejecting-*) echo "tls-verify /bin/false" ;;
+            # shellcheck disable=SC2154
             Password-*) echo "auth-user-pass-verify $lab/check-password.sh via-file" ;;
         esac
     } >"$LAB_DIR/servers/$name.conf"
