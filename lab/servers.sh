@@ -1,4 +1,4 @@
-# shellcheck shell=bash
+# shellcheck shell=bash disable=SC2154
 # The OpenVPN servers and the profiles that lead to them. Sourced by the first process of a lab and by "lab ctl".
 
 # Name, machine, protocol, port, third number of the tunnel's range 198.18.N.0/24, country. The lines of one machine
@@ -106,7 +106,6 @@ configure_server() {
         esac
         case $name in
             Rejecting-*) echo "tls-verify /bin/false" ;;
-            # shellcheck disable=SC2154
             Password-*) echo "auth-user-pass-verify $lab/check-password.sh via-file" ;;
         esac
     } >"$LAB_DIR/servers/$name.conf"
