@@ -6,6 +6,12 @@
 #include <QStylePainter>
 #include <QToolTip>
 
+namespace {
+
+constexpr int kSmallText = 12;
+
+} // namespace
+
 ElidingComboBox::ElidingComboBox(QWidget *parent) : QComboBox(parent)
 {
     // Thousands of servers must not be measured one by one for a width that is fixed anyway.
@@ -13,19 +19,30 @@ ElidingComboBox::ElidingComboBox(QWidget *parent) : QComboBox(parent)
     view()->setTextElideMode(Qt::ElideMiddle);
 }
 
-QString ElidingComboBox::shownText() const
+int ElidingComboBox::fieldWidth() const
 {
     QStyleOptionComboBox option;
     initStyleOption(&option);
-    const QRect field = style()
-                            ->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, this)
-                            .adjusted(1, 0, -1, 0);
-    return fontMetrics().elidedText(currentText(), Qt::ElideMiddle, field.width());
+    return style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, this).width() - 2;
+}
+
+QFont ElidingComboBox::fittingFont() const
+{
+    QFont fitting = font();
+    if (fontMetrics().horizontalAdvance(currentText()) > fieldWidth()) {
+        fitting.setPixelSize(kSmallText);
+    }
+    return fitting;
+}
+
+bool ElidingComboBox::isShortened() const
+{
+    return QFontMetrics(fittingFont()).horizontalAdvance(currentText()) > fieldWidth();
 }
 
 bool ElidingComboBox::event(QEvent *event)
 {
-    if (event->type() == QEvent::ToolTip && shownText() != currentText()) {
+    if (event->type() == QEvent::ToolTip && isShortened()) {
         QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(), currentText(), this);
         return true;
     }
@@ -38,6 +55,7 @@ void ElidingComboBox::paintEvent(QPaintEvent *)
     QStyleOptionComboBox option;
     initStyleOption(&option);
     painter.drawComplexControl(QStyle::CC_ComboBox, option);
-    option.currentText = shownText();
+    painter.setFont(fittingFont());
+    option.currentText = painter.fontMetrics().elidedText(currentText(), Qt::ElideMiddle, fieldWidth());
     painter.drawControl(QStyle::CE_ComboBoxLabel, option);
 }

@@ -2,7 +2,8 @@
 
 #include <QComboBox>
 
-/// A combo box that shortens a text too long for it in the middle; the whole of it is then its tool tip.
+/// A combo box for long names. A text too long for it is set in the smaller size; if it is too long even then, it is
+/// shortened in its middle, and the whole of it is its tool tip.
 class ElidingComboBox : public QComboBox
 {
     Q_OBJECT
@@ -10,10 +11,14 @@ class ElidingComboBox : public QComboBox
 public:
     explicit ElidingComboBox(QWidget *parent = nullptr);
 
+    /// Whether the current text does not fit even in the smaller size.
+    bool isShortened() const;
+
 protected:
     bool event(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    QString shownText() const;
+    int fieldWidth() const;
+    QFont fittingFont() const;
 };

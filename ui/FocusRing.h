@@ -5,9 +5,9 @@
 
 class QApplication;
 
-/// The ring round the control that has the keyboard focus: strong round a button, and shown only while the keyboard is
-/// in use; a soft halo round a field, shown always. There is one in each window, above everything else and deaf to the
-/// mouse.
+/// The ring round the control that has the keyboard focus: strong round a button, and shown only while the keyboard
+/// is in use; a soft halo round a field, shown always. There is one in each window, above everything else and deaf to
+/// the mouse.
 class FocusRing : public QWidget
 {
     Q_OBJECT

@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr int kGap = 12;                        // between caption and text
+constexpr int kGap = 12;                           // between caption and text
 const QString kNothing = QStringLiteral("\u2013"); // shown in place of an empty text
 
 } // namespace
@@ -56,7 +56,8 @@ void TextLine::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     const QRect box = textBox();
-    const QString shown = text().isEmpty() ? kNothing : fontMetrics().elidedText(text(), Qt::ElideMiddle, box.width());
+    const QString shown =
+        text().isEmpty() ? kNothing : fontMetrics().elidedText(text(), Qt::ElideMiddle, box.width());
     if (m_caption.isEmpty()) {
         painter.setPen(palette().color(foregroundRole()));
         painter.drawText(box, static_cast<int>(alignment()), shown);

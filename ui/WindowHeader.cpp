@@ -21,7 +21,7 @@ void WindowHeader::mousePressEvent(QMouseEvent *event)
 
 void WindowHeader::mouseMoveEvent(QMouseEvent *event)
 {
-    if (m_grip && event->buttons().testFlag(Qt::LeftButton)) {
+    if (m_grip) {
         window()->move(event->globalPos() - *m_grip);
     }
 }

@@ -24,7 +24,7 @@ QString write(const Picture &picture, const QDir &folder, int scale)
     picture.paint(painter);
     painter.end();
 
-    const QString file = picture.name + (scale == 2 ? QStringLiteral("@2x.png") : QStringLiteral(".png"));
+    QString file = picture.name + (scale == 2 ? QStringLiteral("@2x.png") : QStringLiteral(".png"));
     const QString path = folder.filePath(file);
     if (!folder.mkpath(QFileInfo(file).path()) || !image.save(path)) {
         std::fprintf(stderr, "korvan_paint: can not write \"%s\"\n", qPrintable(path));
