@@ -118,19 +118,21 @@ start_server() {
 }
 
 await_server() {
-    await "the OpenVPN server $1" grep -q "Initialization Sequence Completed" "$LAB_DIR/servers/$1.log"
+    local log=$LAB_DIR/servers/$1.log
+    await "$1" "$log" grep -q "Initialization Sequence Completed" "$log"
 }
 
-# Waits until the command succeeds; 10 s are far more than anything here takes.
+# Waits until the command succeeds; 10 s are far more than anything here takes. When it never does, the end of the log
+# tells why.
 await() {
-    local what=$1 tries
-    shift
+    local what=$1 log=$2 tries
+    shift 2
     for ((tries = 0; tries < 1000; tries++)); do
         "$@" >/dev/null 2>&1 && return
         sleep 0.01
     done
-    tail -n 5 "$LAB_DIR"/*.log "$LAB_DIR"/servers/*.log >&2 || true
-    fail "$what does not come up"
+    tail -n 5 "$log" >&2
+    fail "$what is not there in time"
 }
 
 # "lab ctl": ACTION SERVER. Vanishing takes the server's whole machine off the network, in both directions.
@@ -142,7 +144,7 @@ control_server() {
         stop)
             pid=$(cat "$LAB_DIR/servers/$2.pid") || fail "$2 is not running"
             kill "$pid"
-            await "the end of $2" test ! -e "/proc/$pid"
+            await "the end of $2" "$LAB_DIR/servers/$2.log" test ! -e "/proc/$pid"
             ;;
         start)
             : >"$LAB_DIR/servers/$2.log"

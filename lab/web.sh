@@ -45,11 +45,15 @@ start_http_proxy() {
 }
 
 await_web() {
-    local log proxy
+    local log
     for log in web speedtest1 speedtest2 speedtest3 speedtest4; do
-        await "the web service ($log)" grep -q ready "$LAB_DIR/$log.log"
+        await "the web service" "$LAB_DIR/$log.log" grep -q ready "$LAB_DIR/$log.log"
     done
-    for proxy in "$LAB_HTTP_PROXY" "$LAB_HTTP_AUTH_PROXY" "$LAB_SOCKS_PROXY"; do
-        await "the proxy $proxy" bash -c "exec 3<>/dev/tcp/${proxy/:/\/}"
-    done
+    await_proxy http-proxy "$LAB_HTTP_PROXY"
+    await_proxy http-auth-proxy "$LAB_HTTP_AUTH_PROXY"
+    await_proxy socks-proxy "$LAB_SOCKS_PROXY"
+}
+
+await_proxy() {
+    await "$1" "$LAB_DIR/$1.log" bash -c "exec 3<>/dev/tcp/${2/:/\/}"
 }
