@@ -83,7 +83,7 @@ QByteArray connectWith(const QByteArray &profileAndOptions, const QByteArray &th
 
 } // namespace
 
-class LabSelfcheck : public QObject
+class LabTest : public QObject
 {
     Q_OBJECT
 
@@ -101,13 +101,13 @@ private:
     std::unique_ptr<Lab> m_lab;
 };
 
-void LabSelfcheck::initTestCase()
+void LabTest::initTestCase()
 {
     m_lab = std::make_unique<Lab>();
     QCOMPARE(m_lab->run("true"), QStringLiteral("0"));
 }
 
-void LabSelfcheck::answers_data()
+void LabTest::answers_data()
 {
     QTest::addColumn<QByteArray>("command");
     QTest::addColumn<QString>("pattern");
@@ -194,7 +194,7 @@ void LabSelfcheck::answers_data()
         "unsuccessful.*198\\.18\\.11\\.2");
 }
 
-void LabSelfcheck::answers()
+void LabTest::answers()
 {
     QFETCH(QByteArray, command);
     QFETCH(QString, pattern);
@@ -204,14 +204,14 @@ void LabSelfcheck::answers()
     QVERIFY(m_lab->run("curl -sf -d '' $LAB_CONTROL/reset").endsWith('0'));
 }
 
-void LabSelfcheck::comesUpInTime()
+void LabTest::comesUpInTime()
 {
     const int milliseconds = m_lab->run("echo $LAB_UP_MS").section('\n', 0, 0).toInt();
     qInfo("the lab came up in %d ms", milliseconds);
     QVERIFY(milliseconds > 0 && milliseconds < 5000);
 }
 
-void LabSelfcheck::endsWithTheCommandsStatus()
+void LabTest::endsWithTheCommandsStatus()
 {
     Lab lab;
     QVERIFY(lab.run("true").endsWith('0'));
@@ -220,7 +220,7 @@ void LabSelfcheck::endsWithTheCommandsStatus()
     QCOMPARE(lab.process().exitCode(), 7);
 }
 
-void LabSelfcheck::twoAtOnceLeaveNothing_data()
+void LabTest::twoAtOnceLeaveNothing_data()
 {
     QTest::addColumn<int>("signal");
     QTest::newRow("end of the command") << 0;
@@ -228,7 +228,7 @@ void LabSelfcheck::twoAtOnceLeaveNothing_data()
     QTest::newRow("SIGKILL") << SIGKILL;
 }
 
-void LabSelfcheck::twoAtOnceLeaveNothing()
+void LabTest::twoAtOnceLeaveNothing()
 {
     QFETCH(int, signal);
     const QByteArray before = machineState();
@@ -260,8 +260,8 @@ int main(int argc, char **argv)
         return 0;
     }
     QCoreApplication application(argc, argv);
-    LabSelfcheck test;
+    LabTest test;
     return QTest::qExec(&test, argc, argv);
 }
 
-#include "lab_selfcheck.moc"
+#include "LabTest.moc"
