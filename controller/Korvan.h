@@ -108,6 +108,8 @@ protected:
     void refreshTransfer(quint64 received, quint64 sent);
 
 private:
+    friend class WindowFixture; // of the tests, which read the engine
+
     // Login (account/KorvanLogin.cpp)
     bool profileIsUsable();
     bool fetchProfile();

@@ -125,7 +125,8 @@ void ControllerDataTest::serverAddresses_data()
            "2026-11-22 10:00:01 UDPv4 link remote: [AF_INET]198.51.100.7:1194\n"
            "2026-11-22 10:00:02 [server] Peer Connection Initiated with [AF_INET]198.51.100.7:1194\n"
         << "198.51.100.7";
-    QTest::newRow("no port") << "UDPv4 link remote: 10" << "10";
+    QTest::newRow("no port") << "UDPv4 link remote: 10"
+                             << "10";
     QTest::newRow("no marker") << "UDPv6 link remote: [AF_INET6]::1:1194" << QString();
 }
 
