@@ -1,0 +1,51 @@
+#!/usr/bin/env bash
+# Shows Korvan at work: installs what is missing, builds the client, brings the lab up and starts the client in it with
+# a remembered login, so that it logs in and connects by itself.
+#
+#   --headless   on a screen of its own, unattended: waits until connected, takes a picture of every page to
+#                build/demo/, prints one table, disconnects; ends with 0 only if all of it was seen. The default where
+#                there is no display.
+#   --slow-tour  walks all pages and statuses in a window, for somebody who watches.
+# Without either the window opens on your display and stays until you quit it.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+mode=window
+[ -n "${DISPLAY:-}" ] || mode=headless
+case ${1:-} in
+    --headless) mode=headless ;;
+    --slow-tour) mode=slow-tour ;;
+    '') ;;
+    *) sed -n '2,/^set/s/^# \{0,1\}//p' "$0" >&2; exit 2 ;;
+esac
+
+started=$EPOCHREALTIME
+scripts/setup.sh
+cmake --preset release >/dev/null
+cmake --build --preset release
+
+demo=$PWD/build/demo
+rm -rf "$demo"
+mkdir -p "$demo"
+cp -a build/release/Korvan.app "$demo/"
+application=$demo/Korvan.app/Contents/MacOS
+cp build/release/demo/prepare_state "$application/"
+"$application/prepare_state" alice wonderland-7 Examplia-1
+rm "$application/prepare_state"
+
+children=()
+trap 'kill "${children[@]}" 2>/dev/null || true' EXIT
+if [ "$mode" = headless ]; then
+    unset XAUTHORITY WAYLAND_DISPLAY
+    exec {display}< <(exec Xvfb -displayfd 1 -screen 0 1280x800x24 -nolisten tcp 2>"$demo/screen.log")
+    children+=($!)
+    read -r -t 30 number <&"$display" || { echo "demo: Xvfb does not start: see $demo/screen.log" >&2; exit 1; }
+    export DISPLAY=:$number
+    openbox 2>>"$demo/screen.log" & children+=($!)
+    trayer --edge bottom --align right --width 10 2>>"$demo/screen.log" & children+=($!)
+fi
+
+as_root=()
+[ "$(id -u)" -eq 0 ] || as_root=(sudo --preserve-env=DISPLAY,XAUTHORITY)
+"${as_root[@]}" env KORVAN_BUILD="$PWD/build/release" DEMO_STARTED="$started" \
+    lab/lab run -- scripts/demo/tour.sh "$mode" "$application" "$demo"

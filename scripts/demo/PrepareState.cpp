@@ -1,0 +1,32 @@
+// Writes the state with which the demo starts: a remembered login and "connect automatically after start".
+
+#include "account/SavedLogin.h"
+#include "common/AppPath.h"
+#include "common/StateFile.h"
+#include "controller/Options.h"
+
+#include <QCoreApplication>
+#include <QDir>
+
+#include <cstdio>
+
+int main(int argc, char *argv[])
+{
+    const QCoreApplication application(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments();
+    if (arguments.size() != 4) {
+        std::fputs("usage: prepare_state USER PASSWORD SERVER\n"
+                   "Run from the application folder, whose \"cfg\" it fills.\n",
+                   stderr);
+        return 1;
+    }
+    QDir().mkpath(appPath("/cfg"));
+    writeSavedLogin({arguments.at(1), arguments.at(2)});
+    Options options;
+    options.proxyType = 1;
+    options.connectOnBoot = true;
+    options.bootServer = arguments.at(3);
+    options.updateFrequency = 1;
+    options.protocol = QStringLiteral("OpenVPN");
+    return writeWhole(appPath("/cfg/option"), optionBytes(options)) ? 0 : 1;
+}
