@@ -144,8 +144,9 @@ std::vector<std::string> openVpnArguments(const CommandLine &commandLine, const 
     add({"--verb", "3"});
     // A password that is wrong for any key: without one OpenVPN would ask for it where nobody sees the question.
     add({"--askpass", handover.keyPassword});
+    // Also without lock-down, which may come while the tunnel is up.
+    add({"--mark", std::to_string(kTunnelMark)});
     if (handover.lockedDown) {
-        add({"--mark", std::to_string(kTunnelMark)});
         add({"--pull-filter", "ignore", "redirect-gateway"});
         add({"--redirect-gateway", "def1", "local"});
     }

@@ -117,29 +117,48 @@ private:
     size_t m_next = 0;
 };
 
-bool renderInto(std::string &text, const std::vector<Directive> &directives, std::string &error)
+/// Writes directives on the lines on which they stand in the profile, so that OpenVPN's messages name those.
+class Renderer
 {
-    for (const Directive &directive : directives) {
-        if (directive.isBlock()) {
-            text += "<" + directive.name() + ">\n";
-            if (!renderInto(text, directive.inner, error))
+public:
+    bool render(const std::vector<Directive> &directives, std::string &error)
+    {
+        for (const Directive &directive : directives) {
+            for (; m_line < directive.line; ++m_line)
+                m_text += '\n';
+            if (directive.isBlock()) {
+                add("<" + directive.name() + ">\n");
+                add(directive.block.value_or(""));
+                if (!render(directive.inner, error))
+                    return false;
+                add("</" + directive.name() + ">\n");
+                continue;
+            }
+            std::string line = directive.optional ? "setenv opt" : "";
+            for (const std::string &word : directive.words)
+                line += (line.empty() ? "" : " ") + quoteWord(word);
+            if (line.size() > kMaxOptionLine) {
+                error = atLine(directive.line, "longer than the " + std::to_string(kMaxOptionLine) +
+                                                   " characters that OpenVPN reads");
                 return false;
-            text += directive.block.value_or("");
-            text += "</" + directive.name() + ">\n";
-            continue;
+            }
+            add(line + "\n");
         }
-        std::string line = directive.optional ? "setenv opt" : "";
-        for (const std::string &word : directive.words)
-            line += (line.empty() ? "" : " ") + quoteWord(word);
-        if (line.size() > kMaxOptionLine) {
-            error = atLine(directive.line,
-                           "longer than the " + std::to_string(kMaxOptionLine) + " characters that OpenVPN reads");
-            return false;
-        }
-        text += line + "\n";
+        return true;
     }
-    return true;
-}
+
+    const std::string &text() const { return m_text; }
+
+private:
+    void add(const std::string &lines)
+    {
+        m_text += lines;
+        m_line += static_cast<int>(std::count(lines.begin(), lines.end(), '\n'));
+    }
+
+    std::string m_text;
+    int m_line = 1;
+};
 
 } // namespace
 
@@ -229,8 +248,8 @@ std::string quoteWord(const std::string &word)
 
 std::optional<std::string> renderProfile(const std::vector<Directive> &directives, std::string &error)
 {
-    std::string text;
-    if (!renderInto(text, directives, error))
+    Renderer renderer;
+    if (!renderer.render(directives, error))
         return std::nullopt;
-    return text;
+    return renderer.text();
 }
