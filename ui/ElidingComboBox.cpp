@@ -1,22 +1,29 @@
 #include "ui/ElidingComboBox.h"
 
-#include <QAbstractItemView>
 #include <QHelpEvent>
+#include <QListView>
 #include <QStyleOptionComboBox>
 #include <QStylePainter>
+#include <QStyledItemDelegate>
 #include <QToolTip>
 
 namespace {
 
 constexpr int kSmallText = 12;
+constexpr int kListMargins = 48; // round a text of the list, the scroll bar included
+constexpr int kWidestList = 480;
 
 } // namespace
 
 ElidingComboBox::ElidingComboBox(QWidget *parent) : QComboBox(parent)
 {
-    // Thousands of servers must not be measured one by one for a width that is fixed anyway.
+    // Thousands of servers must not be measured one by one for a size that is the same anyway.
     setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    view()->setTextElideMode(Qt::ElideMiddle);
+    auto *list = new QListView(this);
+    list->setUniformItemSizes(true);
+    list->setTextElideMode(Qt::ElideMiddle);
+    setView(list);
+    setItemDelegate(new QStyledItemDelegate(this)); // the one that heeds the style sheet
 }
 
 int ElidingComboBox::fieldWidth() const
@@ -47,6 +54,19 @@ bool ElidingComboBox::event(QEvent *event)
         return true;
     }
     return QComboBox::event(event);
+}
+
+void ElidingComboBox::showPopup()
+{
+    // As wide as the text of most characters: measuring them all would take long with thousands.
+    QString longest;
+    for (int index = 0; index < count(); ++index) {
+        const QString text = itemText(index);
+        longest = text.size() > longest.size() ? text : longest;
+    }
+    const int wanted = fontMetrics().horizontalAdvance(longest) + kListMargins;
+    view()->setMinimumWidth(qBound(width(), wanted, kWidestList));
+    QComboBox::showPopup();
 }
 
 void ElidingComboBox::paintEvent(QPaintEvent *)

@@ -14,6 +14,8 @@ public:
     /// Whether the current text does not fit even in the smaller size.
     bool isShortened() const;
 
+    void showPopup() override;
+
 protected:
     bool event(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;

@@ -2,6 +2,7 @@
 
 #include "ui/Palette.h"
 
+#include <QAbstractScrollArea>
 #include <QApplication>
 #include <QComboBox>
 #include <QEvent>
@@ -98,11 +99,15 @@ void FocusRing::place()
         hide();
         return;
     }
-    QRect box = m_control->rect();
-    if (const auto *tabs = qobject_cast<QTabBar *>(m_control)) {
+    const QWidget *framed = m_control;
+    QRect box = framed->rect();
+    if (const auto *tabs = qobject_cast<const QTabBar *>(framed)) {
         box = tabs->tabRect(tabs->currentIndex()).adjusted(4, 8, -4, -8);
+    } else if (qobject_cast<const QAbstractScrollArea *>(framed)) {
+        framed = framed->parentWidget(); // lists and texts fill a card
+        box = framed->rect();
     }
-    box.moveTopLeft(m_control->mapTo(window(), box.topLeft()));
+    box.moveTopLeft(framed->mapTo(window(), box.topLeft()));
     setGeometry(box.adjusted(-kWidth, -kWidth, kWidth, kWidth));
     raise();
     show();

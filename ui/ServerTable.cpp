@@ -16,6 +16,7 @@ constexpr int kLeastRowHeight = 20;
 ServerTable::ServerTable(QWidget *parent) : QTableWidget(parent)
 {
     setTabKeyNavigation(false);
+    setTextElideMode(Qt::ElideMiddle);
     verticalHeader()->hide();
     verticalHeader()->setMinimumSectionSize(kLeastRowHeight);
     horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);

@@ -57,7 +57,7 @@ void TextLine::paintEvent(QPaintEvent *)
     QPainter painter(this);
     const QRect box = textBox();
     const QString shown =
-        text().isEmpty() ? kNothing : fontMetrics().elidedText(text(), Qt::ElideMiddle, box.width());
+        text().isEmpty() ? kNothing : fontMetrics().elidedText(text().trimmed(), Qt::ElideMiddle, box.width());
     if (m_caption.isEmpty()) {
         painter.setPen(palette().color(foregroundRole()));
         painter.drawText(box, static_cast<int>(alignment()), shown);

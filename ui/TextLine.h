@@ -2,9 +2,9 @@
 
 #include <QLabel>
 
-/// One line of text that is shortened in its middle where it does not fit; the whole of it is then its tool tip. An
-/// empty text shows as a dash. With a caption it is a row: the caption at the left, the text at the right. A text
-/// that begins with the caption takes its place.
+/// One line of text, without the blanks at its ends. It is shortened in its middle where it does not fit; the whole
+/// of it is then its tool tip. An empty text shows as a dash. With a caption it is a row: the caption at the left,
+/// the text at the right. A text that begins with the caption takes its place.
 class TextLine : public QLabel
 {
     Q_OBJECT
