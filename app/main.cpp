@@ -35,6 +35,7 @@ int main(int argc, char *argv[])
 {
     const bool setUserId = takeOverSetUserIdStart();
     int qtArgc = setUserId ? 1 : argc;
+    QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QApplication application(qtArgc, argv);
     if (!setUserId) {
         argc = qtArgc; // less the switches that are Qt's own
