@@ -1,17 +1,18 @@
 #include "vpn/ManagementPort.h"
 
-#include <QMutex>
 #include <QNetworkProxy>
 #include <QTcpServer>
+
+#include <mutex>
 
 QString VPNMGRPORT = QStringLiteral("44358");
 const QString VPNMGRPORTMAX = QStringLiteral("45058");
 
-static QMutex portLock;
+static std::mutex portLock;
 
 bool UpdateValidManagementPort()
 {
-    const QMutexLocker locker(&portLock);
+    const std::lock_guard<std::mutex> guard(portLock);
     QTcpServer server;
     server.setProxy(QNetworkProxy::NoProxy); // the application's proxy is for the outside world
     const quint16 bound = VPNMGRPORTMAX.toUShort();
@@ -26,6 +27,6 @@ bool UpdateValidManagementPort()
 
 QString managementPort()
 {
-    const QMutexLocker locker(&portLock);
+    const std::lock_guard<std::mutex> guard(portLock);
     return VPNMGRPORT;
 }

@@ -19,6 +19,7 @@ VPNAgent::~VPNAgent()
 {
     requestInterruption();
     wait();
+    (void)m_ended.load();
 }
 
 void VPNAgent::setClient(VPNClient *client)
@@ -27,6 +28,12 @@ void VPNAgent::setClient(VPNClient *client)
 }
 
 void VPNAgent::run()
+{
+    watchClient();
+    m_ended = true;
+}
+
+void VPNAgent::watchClient()
 {
     if (m_client == nullptr || !isWanted() || m_client->type() != VPNClient::OPENVPN) {
         return;

@@ -13,7 +13,7 @@ static constexpr int kGraceMs = 3000;
 static constexpr int kInterruptionMs = 1000;
 /// How long a worker that reported an error may take to return from run().
 static constexpr int kReturnMs = 50;
-/// An open() that took this much less than its limit counts as timed out: coarse timers end early.
+/// A connection that comes up this late before open()'s limit counts as timed out, too.
 static constexpr int kTimeoutMarginMs = 1000;
 
 VPNClient::VPNClient() = default;
@@ -92,6 +92,7 @@ bool VPNClient::open(OPTION option)
             return false;
         }
     }
+    m_agent.reset(); // it reads the option
     m_option = option;
     if (!QFile::exists(helperPath(VPNCOMPOSE[option.type]))) {
         emit message(QStringLiteral("[ERROR]") + tr("openvpn compose is missed."));
@@ -160,7 +161,9 @@ bool VPNClient::reset()
 /// so that the answer does not depend on who is faster.
 bool VPNClient::workerRuns()
 {
-    return isRunning() && !(state() == VPNERROR && wait(kReturnMs));
+    const bool runs = isRunning() && !(state() == VPNERROR && wait(kReturnMs));
+    (void)m_ended.load();
+    return runs;
 }
 
 /// Ends the worker. It looks for the interruption wherever it waits; one that is stuck elsewhere is terminated.
@@ -171,6 +174,7 @@ void VPNClient::endWorker()
         terminate();
         wait();
     }
+    (void)m_ended.load();
 }
 
 /// Deletes the helper's process object. No worker is running, so it belongs to nobody else.

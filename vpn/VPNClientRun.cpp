@@ -25,6 +25,7 @@ void VPNClient::run()
         break;
     }
     m_process->moveToThread(thread()); // whose event loop reaps a helper that is still running
+    m_ended = true;
 }
 
 /// Whether this worker is to end: cancelled by close(), or told to end at once.

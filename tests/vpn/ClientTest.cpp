@@ -16,14 +16,23 @@ public:
     std::atomic<qint64> pid{0};
 
 protected:
+    // The sanitizers stand a thread's being cancelled only outside a sleep, and in a function without locals.
     void run() override
+    {
+        startSleep();
+        for (;;) {
+            setTerminationEnabled(false);
+            msleep(10);
+            setTerminationEnabled(true);
+        }
+    }
+
+private:
+    void startSleep()
     {
         m_process->start("sleep", {"60"});
         m_process->waitForStarted();
         pid = m_process->processId();
-        for (;;) {
-            msleep(10);
-        }
     }
 };
 
