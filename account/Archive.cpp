@@ -13,7 +13,7 @@ static void runArchiveTool(const QString &tool, const QStringList &arguments)
     if (!result.finished || result.exitCode != 0) {
         const QString reason = result.started ? QString::fromLocal8Bit(result.errors).trimmed()
                                               : QStringLiteral("it can not be started");
-        qDebug() << "WARNING: unpacking failed:" << tool << reason;
+        qDebug().noquote() << "WARNING: unpacking failed:" << tool << reason;
     }
 }
 

@@ -16,6 +16,6 @@ bool Korvan::isCrtExpired()
         return true;
     }
     const QString date = GetCertExpiredDateTime(path);
-    qDebug() << "Certificate expired at:" << date;
+    qDebug().noquote() << "Certificate expired at:" << date;
     return isExpired(date, QDateTime::currentDateTimeUtc());
 }

@@ -99,7 +99,7 @@ void Korvan::updateOpenVPN(QString folder, QString file)
     const QString copy = folder + QLatin1String("temp");
     QFile::remove(copy);
     if (!QFile::copy(folder + file, copy)) {
-        qDebug() << "WARNING: can not copy" << folder + file;
+        qDebug().noquote() << "WARNING: can not copy" << folder + file;
     }
 }
 

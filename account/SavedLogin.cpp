@@ -12,8 +12,8 @@ QString encode(QString plain)
 {
     const QByteArray input = plain.toLocal8Bit();
     if (input.size() > kLongestText) {
-        qDebug() << "WARNING: a text of" << input.size() << "bytes is too long to be stored, the limit is"
-                 << kLongestText;
+        qDebug().noquote() << "WARNING: a text of" << input.size() << "bytes is too long to be stored, the limit is"
+                           << kLongestText;
         return {};
     }
     char output[2 * kLongestText + 1] = {};

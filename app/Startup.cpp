@@ -68,7 +68,7 @@ PendingUpdate installPendingUpdate()
     waiting.show();
     if (!QFile::exists(appPath("/compose9"))) {
         waiting.setText(QApplication::tr("compose9 is missed, update failed."));
-        qDebug() << waiting.text();
+        qDebug().noquote() << waiting.text();
         return PendingUpdate::HelperMissing;
     }
     const QString staging = stagingFolder() + QLatin1Char('/');
@@ -102,7 +102,7 @@ void showVersion()
 void resetNetwork()
 {
     VPNClient client;
-    QObject::connect(&client, &VPNClient::message, [](const QString &message) { qDebug() << message; });
+    QObject::connect(&client, &VPNClient::message, [](const QString &message) { qDebug().noquote() << message; });
     client.reset();
     runTool(QStringLiteral("bash"), {appPath("/down.sh")});
     const QString gateway = LoadDefaultGateway();

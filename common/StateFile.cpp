@@ -7,7 +7,7 @@
 
 static bool refuse(const QString &path, const QString &reason)
 {
-    qDebug() << "WARNING: can not write" << path << reason;
+    qDebug().noquote() << "WARNING: can not write" << path << reason;
     return false;
 }
 

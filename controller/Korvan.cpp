@@ -194,15 +194,15 @@ void Korvan::onInit()
 void Korvan::repairGateway()
 {
     m_gateway = GetDefaultGateway();
-    qDebug() << "Default Gateway:" << m_gateway;
+    qDebug().noquote() << "Default Gateway:" << m_gateway;
     const QString saved = LoadDefaultGateway();
-    qDebug() << "Saved Gateway:" << saved;
+    qDebug().noquote() << "Saved Gateway:" << saved;
     if (saved.isEmpty() || saved == m_gateway) {
         return;
     }
     m_gateway = saved;
     restoreGateway();
-    qDebug() << "Restore Default Gateway to" << m_gateway;
+    qDebug().noquote() << "Restore Default Gateway to" << m_gateway;
 }
 
 void Korvan::announceUpdate()

@@ -11,7 +11,7 @@
 
 void Korvan::onMessage(QString message)
 {
-    qDebug() << message;
+    qDebug().noquote() << message;
     // The boxes below deliver the engine's next messages, which must wait for their turn.
     m_waitingMessages.append(message);
     if (m_actsOnMessage) {

@@ -16,7 +16,7 @@ SingleInstance::SingleInstance()
     const QString path = appPath("/instance");
     m_lock = open(QFile::encodeName(path).constData(), O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, 0600);
     if (m_lock < 0) {
-        qDebug() << "WARNING: can not open" << path << std::strerror(errno);
+        qDebug().noquote() << "WARNING: can not open" << path << std::strerror(errno);
         return;
     }
     m_first = flock(m_lock, LOCK_EX | LOCK_NB) == 0;
@@ -42,6 +42,6 @@ void SingleInstance::release()
 void SingleInstance::notifyFirst()
 {
     if (pwrite(m_lock, "\n", 1, 0) != 1) {
-        qDebug() << "WARNING: can not reach the running program" << std::strerror(errno);
+        qDebug().noquote() << "WARNING: can not reach the running program" << std::strerror(errno);
     }
 }

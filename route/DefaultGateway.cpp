@@ -31,10 +31,10 @@ QString GetDefaultGateway()
 
 static void changeRoute(const QString &verb, const QString &destination, const QString &mask, const QString &gateway)
 {
-    qDebug() << QStringLiteral("route %1 %2 mask %3 %4").arg(verb, destination, mask, gateway);
+    qDebug().noquote() << QStringLiteral("route %1 %2 mask %3 %4").arg(verb, destination, mask, gateway);
     const ToolResult result =
         runTool(QStringLiteral("route"), {verb, destination, QStringLiteral("mask"), mask, gateway});
-    qDebug() << QString::fromLocal8Bit(result.output);
+    qDebug().noquote() << QString::fromLocal8Bit(result.output);
 }
 
 void AddGateway(QString destination, QString mask, QString gateway)
