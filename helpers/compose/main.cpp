@@ -75,70 +75,73 @@ bool usesProxy(const std::vector<Directive> &directives)
     });
 }
 
-/// Reads, filters and seals the profile. False, with a reason, when it can not be used.
-bool prepareProfile(const CommandLine &commandLine, int bundle, Handover &handover, bool &asksCredentials,
-                    std::string &error)
+/// Puts the name of a sealed copy of the text into `path`.
+bool seal(const std::string &text, std::string &path, std::string &error)
 {
-    const auto text = readFile(bundle, commandLine.config, kMaxProfile, error);
-    if (!text) {
-        error = "the profile " + commandLine.config + ": " + error;
+    const int descriptor = sealedCopy(text);
+    if (descriptor < 0) {
+        error = std::string("no memory for a private copy: ") + std::strerror(errno);
         return false;
     }
-    const auto directives = parseProfile(*text, error);
-    if (!directives)
-        return false;
-    auto profile = filterProfile(*directives, {commandLine.askCredentials, !commandLine.proxy.empty()}, error);
-    if (!profile)
-        return false;
-    const int folder = openFolder(ownFolder() + kConfigurationFolder, error);
-    if (folder < 0 || !openNamedFiles(profile->directives, folder, error))
-        return false;
-    handover.lockedDown = isLockedDown();
-    // Behind a proxy the last address was the proxy's.
-    if (handover.lockedDown && commandLine.proxy.empty() && !usesProxy(profile->directives)) {
-        const auto notes = replaceNames(profile->directives, lastAddresses(), canBeResolved);
-        profile->notes.insert(profile->notes.end(), notes.begin(), notes.end());
-    }
-    const auto rendered = renderProfile(profile->directives, error);
-    if (!rendered)
-        return false;
-    for (const std::string &note : profile->notes)
-        std::printf("compose: %s\n", note.c_str());
-    std::fflush(stdout);
-    asksCredentials = commandLine.askCredentials || profile->asksCredentials;
-    const int config = sealedCopy(*rendered);
-    const int keyPassword = sealedCopy("-\n");
-    if (config < 0 || keyPassword < 0) {
-        error = std::string("no private copy of the profile could be made: ") + std::strerror(errno);
-        return false;
-    }
-    handover.config = descriptorPath(config);
-    handover.keyPassword = descriptorPath(keyPassword);
+    path = descriptorPath(descriptor);
     return true;
 }
 
+/// Reads and filters the profile and opens the files that it names. Nothing, and a reason, when it can not be used.
+std::optional<FilteredProfile> loadProfile(const CommandLine &commandLine, const std::string &folder, int bundle,
+                                           std::string &error)
+{
+    const auto text = readFile(bundle, commandLine.config, kMaxProfile, error);
+    if (!text) {
+        error.insert(0, "the profile " + commandLine.config + " ");
+        return std::nullopt;
+    }
+    const auto directives = parseProfile(*text, error);
+    if (!directives)
+        return std::nullopt;
+    auto profile = filterProfile(*directives, {commandLine.askCredentials, !commandLine.proxy.empty()}, error);
+    if (!profile)
+        return std::nullopt;
+    const int files = openFolder(folder + kConfigurationFolder, error);
+    if (files < 0 || !openNamedFiles(profile->directives, files, error))
+        return std::nullopt;
+    profile->asksCredentials = profile->asksCredentials || commandLine.askCredentials;
+    return profile;
+}
+
+/// Makes the copy of the profile that OpenVPN reads. False, with a reason, when that fails.
+bool sealProfile(FilteredProfile &profile, bool proxy, Handover &handover, std::string &error)
+{
+    handover.lockedDown = isLockedDown();
+    // Behind a proxy the last address was the proxy's.
+    if (handover.lockedDown && !proxy && !usesProxy(profile.directives)) {
+        const auto notes = replaceNames(profile.directives, lastAddresses(), canBeResolved);
+        profile.notes.insert(profile.notes.end(), notes.begin(), notes.end());
+    }
+    const auto text = renderProfile(profile.directives, error);
+    if (!text)
+        return false;
+    for (const std::string &note : profile.notes)
+        std::printf("compose: %s\n", note.c_str());
+    std::fflush(stdout);
+    return seal(*text, handover.config, error) && seal("-\n", handover.keyPassword, error);
+}
+
+/// Opens or asks for the credentials that OpenVPN needs. False, with a reason, when there are none.
 bool prepareCredentials(const CommandLine &commandLine, int bundle, bool ask, Handover &handover, std::string &error)
 {
     if (commandLine.proxyCredentials) {
         const int descriptor = openCredentials(bundle, kProxyCredentials + 1, error);
         if (descriptor < 0) {
-            error = "the proxy's credential file: " + error;
+            error.insert(0, "the proxy's credential file ");
             return false;
         }
         handover.proxyCredentials = descriptorPath(descriptor);
     }
-    if (ask) {
-        const auto answers = askCredentials(STDIN_FILENO, STDOUT_FILENO, error);
-        if (!answers)
-            return false;
-        const int descriptor = sealedCopy(*answers);
-        if (descriptor < 0) {
-            error = std::string("the answers could not be passed on: ") + std::strerror(errno);
-            return false;
-        }
-        handover.credentials = descriptorPath(descriptor);
-    }
-    return true;
+    if (!ask)
+        return true;
+    const auto answers = askCredentials(STDIN_FILENO, STDOUT_FILENO, error);
+    return answers && seal(*answers, handover.credentials, error);
 }
 
 /// Becomes OpenVPN. Returns only on failure.
@@ -171,10 +174,12 @@ int main(int argc, char *argv[])
     if (access(KORVAN_OPENVPN, X_OK) != 0)
         return fail(KORVAN_OPENVPN " is missing: install the package openvpn");
     const int bundle = openFolder(folder, error);
+    if (bundle < 0)
+        return fail(error);
+    auto profile = loadProfile(*commandLine, folder, bundle, error);
     Handover handover;
-    bool ask = false;
-    if (bundle < 0 || !prepareProfile(*commandLine, bundle, handover, ask, error) ||
-        !prepareCredentials(*commandLine, bundle, ask, handover, error))
+    if (!profile || !sealProfile(*profile, !commandLine->proxy.empty(), handover, error) ||
+        !prepareCredentials(*commandLine, bundle, profile->asksCredentials, handover, error))
         return fail(error);
     return becomeOpenVpn(openVpnArguments(*commandLine, handover, folder));
 }

@@ -17,34 +17,27 @@ private slots:
 
 private:
     QString path(const QString &name) const { return QCoreApplication::applicationDirPath() + name; }
-    void runTool(const QString &program, const QString &arguments);
 };
-
-void OpenVpnTest::runTool(const QString &program, const QString &arguments)
-{
-    QProcess process;
-    process.setWorkingDirectory(path("/cfg/OpenVPN"));
-    process.start(program, arguments.split(' '));
-    QVERIFY(process.waitForFinished(30000));
-    QVERIFY2(process.exitCode() == 0, process.readAll().constData());
-}
 
 /// Puts compose into a folder of the test's own and makes the keys that the profiles name.
 void OpenVpnTest::initTestCase()
 {
-    QDir(path("/cfg")).removeRecursively();
-    QVERIFY(QDir().mkpath(path("/cfg/OpenVPN")));
-    QFile::remove(path("/compose"));
-    QVERIFY(QFile::copy(KORVAN_BUNDLE "/compose", path("/compose")));
-    runTool("openssl", "req -x509 -newkey ec -pkeyopt ec_paramgen_curve:prime256v1 -nodes -subj /CN=client -keyout "
-                       "client.key -out client.crt");
-    runTool("openssl", "x509 -in client.crt -text -out ca.crt");
-    runTool("openssl", "pkcs12 -export -in client.crt -inkey client.key -passout pass: -out client.p12");
-    runTool("openvpn", "--genkey secret static.key");
-    runTool("openvpn", "--genkey tls-crypt-v2-server server.key");
-    runTool("openvpn", "--genkey tls-crypt-v2-client crypt2.key --tls-crypt-v2 server.key");
-    QVERIFY(QFile::copy(path("/cfg/OpenVPN/static.key"), path("/cfg/OpenVPN/ta.key")));
-    putFile(path("/cfg/OpenVPN/login.txt"), "anna\r\nsecret\r\n");
+    const char script[] =
+        "exec 2>&1; rm -rf cfg compose; mkdir -p cfg/OpenVPN; cp '" KORVAN_BUNDLE "/compose' .\n"
+        "cd cfg/OpenVPN\n"
+        "openssl req -x509 -newkey ec -pkeyopt ec_paramgen_curve:prime256v1 -nodes -subj /CN=client "
+        "-keyout client.key -out client.crt\n"
+        "openssl x509 -in client.crt -text -out ca.crt\n"
+        "openssl pkcs12 -export -in client.crt -inkey client.key -passout pass: -out client.p12\n"
+        "openvpn --genkey secret static.key; cp static.key ta.key\n"
+        "openvpn --genkey tls-crypt-v2-server server.key\n"
+        "openvpn --genkey tls-crypt-v2-client crypt2.key --tls-crypt-v2 server.key\n"
+        "printf 'anna\\r\\nsecret\\r\\n' >login.txt\n";
+    QProcess process;
+    process.setWorkingDirectory(path(""));
+    process.start("sh", {"-e", "-c", script});
+    QVERIFY(process.waitForFinished(60000));
+    QVERIFY2(process.exitCode() == 0, process.readAll().constData());
 }
 
 void OpenVpnTest::takesRealProfiles_data()

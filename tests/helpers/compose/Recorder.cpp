@@ -1,10 +1,9 @@
 // Stands in for OpenVPN: prints what it was started with as pairs "key NUL value NUL".
 #include <csignal>
-#include <dirent.h>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
-#include <iterator>
-#include <string>
+#include <sstream>
 #include <sys/prctl.h>
 #include <unistd.h>
 
@@ -13,22 +12,16 @@ static void report(const std::string &key, const std::string &value)
     std::cout << key << '\0' << value << '\0';
 }
 
-static std::string contentOf(const std::string &path)
-{
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
-
 int main(int argc, char *argv[])
 {
     report("recorded", "");
     for (int i = 1; i < argc; ++i) {
-        const std::string argument = argv[i];
-        report("argument", argument);
-        if (argument.compare(0, 14, "/proc/self/fd/") == 0) {
-            const bool writable = access(argument.c_str(), W_OK) == 0 && std::ofstream(argument) << "x" << std::flush;
-            report(argv[i - 1], contentOf(argument));
-            report("writable", writable ? "yes" : "no");
+        report("argument", argv[i]);
+        if (std::string(argv[i]).compare(0, 14, "/proc/self/fd/") == 0) {
+            std::stringstream content;
+            content << std::ifstream(argv[i], std::ios::binary).rdbuf();
+            report(argv[i - 1], content.str());
+            report("writable", std::ofstream(argv[i], std::ios::app) << "x" << std::flush ? "yes" : "no");
         }
     }
     for (char **variable = environ; *variable; ++variable)
@@ -36,15 +29,9 @@ int main(int argc, char *argv[])
     int signal = 0;
     prctl(PR_GET_PDEATHSIG, &signal);
     report("parent-death signal", std::to_string(signal));
-    struct sigaction action = {};
-    sigaction(SIGTERM, nullptr, &action);
-    report("SIGTERM", action.sa_handler == SIG_DFL ? "default" : "changed");
-    DIR *folder = opendir("/proc/self/fd");
-    while (const dirent *entry = readdir(folder)) {
-        char target[4096] = {};
-        if (readlinkat(dirfd(folder), entry->d_name, target, sizeof(target) - 1) > 0)
-            report("descriptor", target);
-    }
-    closedir(folder);
+    report("SIGTERM", std::signal(SIGTERM, SIG_DFL) == SIG_DFL ? "default" : "changed");
+    std::error_code gone;
+    for (const auto &entry : std::filesystem::directory_iterator("/proc/self/fd"))
+        report("descriptor", std::filesystem::read_symlink(entry, gone).string());
     return 0;
 }
