@@ -52,10 +52,10 @@ function(korvan_bundle_files name)
 endfunction()
 
 # korvan_test(NAME LABEL label SOURCES file... LINKS target...): one test program, in a folder of its own, which is
-# thereby its application folder. LABEL is unit, window or lab. Tests of the label lab run one after another. TIMEOUT in
-# seconds (120 unless given).
+# thereby its application folder. LABEL is unit, window or lab. Tests of the label lab run one after another. With IN_LAB
+# the program runs on the subscriber's machine of a lab of its own (lab/README.md). TIMEOUT in seconds (120 unless given).
 function(korvan_test name)
-  cmake_parse_arguments(ARG "" "LABEL;TIMEOUT" "SOURCES;LINKS;DEPENDS" ${ARGN})
+  cmake_parse_arguments(ARG "IN_LAB" "LABEL;TIMEOUT" "SOURCES;LINKS;DEPENDS" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE korvan_options korvan_test_support Qt5::Test ${ARG_LINKS})
   set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests/${name})
@@ -68,9 +68,15 @@ function(korvan_test name)
   if(NOT ARG_TIMEOUT)
     set(ARG_TIMEOUT 120)
   endif()
-  add_test(NAME ${name} COMMAND ${name} WORKING_DIRECTORY ${CMAKE_BINARY_DIR}/tests/${name})
-  set_tests_properties(${name} PROPERTIES LABELS ${ARG_LABEL} TIMEOUT ${ARG_TIMEOUT} SKIP_REGULAR_EXPRESSION
-                                          "SKIPPED WHOLE TEST")
+  set(lab)
+  if(ARG_IN_LAB)
+    set(lab ${CMAKE_SOURCE_DIR}/lab/lab run --build ${CMAKE_BINARY_DIR} --)
+    add_dependencies(${name} lab_service)
+  endif()
+  add_test(NAME ${name} COMMAND ${lab} $<TARGET_FILE:${name}> WORKING_DIRECTORY ${CMAKE_BINARY_DIR}/tests/${name})
+  set_tests_properties(
+    ${name} PROPERTIES LABELS ${ARG_LABEL} TIMEOUT ${ARG_TIMEOUT}
+                       SKIP_REGULAR_EXPRESSION "SKIPPED WHOLE TEST;lab: it needs root;lab: /dev/net/tun is missing")
   set_property(
     TEST ${name}
     PROPERTY ENVIRONMENT "QT_QPA_PLATFORM=offscreen"
