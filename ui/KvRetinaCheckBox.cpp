@@ -53,7 +53,7 @@ void KvRetinaCheckBox::paintEvent(QPaintEvent *)
         state.prepend("checked_");
     }
     const QPixmap mark = statePicture(m_images, state.constData(), this);
-    painter.drawPixmap(QRect(0, (height() - kMark) / 2, kMark, kMark), mark);
+    drawPicture(painter, QRect(0, (height() - kMark) / 2, kMark, kMark), mark);
 
     const QString hint = accessibleDescription();
     QRect line(kTextLeft, 0, width() - kTextLeft, hint.isEmpty() ? height() : height() / 2);

@@ -28,6 +28,5 @@ void KvRetinaLabel::paintEvent(QPaintEvent *)
     QRect place(QPoint(0, 0), picture.size() / picture.devicePixelRatio());
     place.moveCenter(rect().center());
     QPainter painter(this);
-    painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.drawPixmap(place, picture);
+    drawPicture(painter, place, picture);
 }

@@ -47,7 +47,7 @@ void KvRetinaTabBar::paintTab(QPainter &painter, int index, bool hovered)
     QRect picture(0, 0, kPicture, kPicture);
     picture.moveCenter(box.center());
     picture.moveLeft(box.left() + kMargin);
-    painter.drawPixmap(picture, statePicture(tabData(index).toString(), state, this));
+    drawPicture(painter, picture, statePicture(tabData(index).toString(), state, this));
     painter.setPen(QColor(colour));
     painter.drawText(box.adjusted(kMargin + kPicture + kGap, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter,
                      tabText(index));

@@ -39,6 +39,12 @@ QPixmap statePicture(const QString &pattern, const char *state, const QWidget *w
                              : loadPicture(pattern.arg(QLatin1String(state)), widget->devicePixelRatioF());
 }
 
+void drawPicture(QPainter &painter, const QRect &target, const QPixmap &picture)
+{
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.drawPixmap(target, picture);
+}
+
 void drawStretched(QPainter &painter, const QRect &target, const QPixmap &picture)
 {
     if (picture.isNull() || target.isEmpty()) {
@@ -57,8 +63,7 @@ void drawStretched(QPainter &painter, const QRect &target, const QPixmap &pictur
     qDrawBorderPixmap(&builder, whole.rect(), QMargins(corner, corner, corner, corner), raw);
     builder.end();
     whole.setDevicePixelRatio(ratio);
-    painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.drawPixmap(target, whole);
+    drawPicture(painter, target, whole);
 }
 
 const char *stateOf(const QWidget *widget, bool down)

@@ -12,6 +12,9 @@ QPixmap loadPicture(const QString &resource, qreal ratio);
 /// The picture of one state of a family, whose resource name holds "%1" for the state.
 QPixmap statePicture(const QString &pattern, const char *state, const QWidget *widget);
 
+/// Draws the picture into `target`, smoothly where the screen's scale is not the picture's.
+void drawPicture(QPainter &painter, const QRect &target, const QPixmap &picture);
+
 /// Fills `target` with the picture: its corners of 8 points keep their size and shape, the rest is stretched. A
 /// target of the picture's own size shows it as it is.
 void drawStretched(QPainter &painter, const QRect &target, const QPixmap &picture);
