@@ -1,27 +1,15 @@
 #include "tests/window/WindowFixture.h"
 
-#include "app/shell/DebugLog.h"
 #include "common/AppPath.h"
 #include "tests/support/TestFiles.h"
-#include "ui/Look.h"
 
 #include <QDir>
-#include <QTextCodec>
-
-void prepareApplication(QApplication &application)
-{
-    QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
-    QApplication::setQuitOnLastWindowClosed(false);
-    applyLook(application);
-}
+#include <QFile>
 
 WindowFixture::WindowFixture()
 {
-    qInstallMessageHandler(debugFilter); // the test runner has put its own in place
-    for (const char *state : {"/cfg", "/l2tp", "/defgate", "/log.txt", "/routes", "/fake", "/update"}) {
-        QDir(appPath(state)).removeRecursively();
-        QFile::remove(appPath(state));
-    }
+    QDir(appPath("/fake")).removeRecursively();
+    QFile::remove(appPath("/routes"));
     // Nothing answers on port 1, so that every request of the start-up ends at once.
     putFile(appPath("/setting.ini"),
             "[LOGIN]\nVER=http://127.0.0.1:1/api\n[UPDATE]\nURL=http://127.0.0.1:1/update.xml\n");
@@ -31,18 +19,6 @@ WindowFixture::WindowFixture()
     putScript(appPath("/down.sh"), "");
     putScript(appPath("/up.sh"), "");
     qputenv("PATH", QFile::encodeName(appPath("/fake")) + ":/usr/bin:/bin");
-}
-
-Korvan &WindowFixture::start()
-{
-    m_window = std::make_unique<Korvan>();
-    m_window->show();
-    // The update check is the last step of the start; it leaves this line when nothing answers.
-    if (!QTest::qWaitFor([] { return fileBytes(appPath("/log.txt")).contains("[WARNING]Can not load from"); },
-                         30000)) {
-        qFatal("the start did not end");
-    }
-    return *m_window;
 }
 
 void WindowFixture::putProfile(const QStringList &servers)
@@ -56,16 +32,6 @@ void WindowFixture::putProfile(const QStringList &servers)
 VPNClient &WindowFixture::engine() const
 {
     return *m_window->m_engine;
-}
-
-bool WindowFixture::press(const char *button) const
-{
-    auto *widget = find<QAbstractButton>(button);
-    if (!widget->isVisibleTo(m_window.get()) || !widget->isEnabled()) {
-        return false;
-    }
-    widget->click();
-    return true;
 }
 
 QByteArray WindowFixture::takeRoutes()
