@@ -36,7 +36,7 @@ VPNClient &WindowFixture::engine() const
 
 QByteArray WindowFixture::takeRoutes()
 {
-    const QByteArray routes = fileBytes(appPath("/routes"));
+    QByteArray routes = fileBytes(appPath("/routes"));
     QFile::remove(appPath("/routes"));
     return routes;
 }
