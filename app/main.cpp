@@ -4,6 +4,7 @@
 #include "platform/QuitSignals.h"
 #include "platform/SetUserIdStart.h"
 #include "platform/SingleInstance.h"
+#include "platform/UserBrowser.h"
 #include "ui/Look.h"
 
 #include <QApplication>
@@ -20,6 +21,7 @@ static bool isOnlyArgument(int argc, char *const *argv, const char *argument)
 
 static int runWindow(SingleInstance &instance, bool show)
 {
+    const UserBrowser browser;
     Korvan window;
     const QuitSignals quitSignals; // gone before the window closes its connection: a second signal ends at once
     QObject::connect(&instance, &SingleInstance::startedAgain, &window, &Korvan::showOnTop);

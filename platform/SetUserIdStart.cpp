@@ -54,7 +54,6 @@ static Environment allowedEnvironment(const passwd &user)
     result.emplace_back("HOME", user.pw_dir);
     result.emplace_back("USER", user.pw_name);
     result.emplace_back("LOGNAME", user.pw_name);
-    result.emplace_back("KORVAN_UID", uid);
     const std::string sound = "/run/user/" + uid + "/pulse/native";
     if (access(sound.c_str(), F_OK) == 0) {
         result.emplace_back("PULSE_SERVER", "unix:" + sound);

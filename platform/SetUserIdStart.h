@@ -3,8 +3,8 @@
 /// Makes a set-user-id start safe, before the first call into Qt. Where real and effective user are the same it does
 /// nothing and returns false. Otherwise it
 ///   - opens /dev/null for each of the standard descriptors that is closed,
-///   - rebuilds the environment: of the caller's only the display, the language and the time zone survive; home and
-///     names come from the password database; PATH is fixed; KORVAN_UID tells the children who the real user is,
+///   - rebuilds the environment: of the caller's only the display, the language and the time zone survive; HOME and
+///     USER come from the password database and go on telling who the real user is; PATH is fixed,
 ///   - sets umask 077 and becomes root for good (setuid(0)),
 /// and returns true: the caller must then hand Qt no arguments either, because Qt's own switches load code. A failure
 /// prints one line and ends the process with status 1.

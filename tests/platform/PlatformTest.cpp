@@ -3,11 +3,18 @@
 #include "platform/LoginItems.h"
 #include "platform/SingleInstance.h"
 #include "platform/Tool.h"
+#include "platform/UserBrowser.h"
 #include "tests/support/TestFiles.h"
 
-#include <QElapsedTimer>
+#include <QDesktopServices>
+#include <QProcess>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 #include <QTest>
+
+#include <sched.h>
+#include <sys/mount.h>
+#include <unistd.h>
 
 class PlatformTest : public QObject
 {
@@ -24,6 +31,7 @@ private slots:
     void oneInstanceIsTold();
     void lockFileThatIsALink();
     void killMatchesTheWholeLine();
+    void browserRunsAsTheUser();
 
 private:
     QByteArray m_path;
@@ -159,5 +167,26 @@ void PlatformTest::killMatchesTheWholeLine()
     QCOMPARE(fileBytes(appPath("/killed")), QByteArray("4711\n"));
 }
 
-QTEST_GUILESS_MAIN(PlatformTest)
+/// xdg-open of the person at the screen: a stand-in that only this namespace of mounts shows.
+void PlatformTest::browserRunsAsTheUser()
+{
+    if (geteuid() != 0) {
+        QSKIP("NEEDS ROOT: the browser's rights were not tested");
+    }
+    QTemporaryDir folder;
+    QProcess::execute("chmod", {"777", folder.path()});
+    const QString seen = folder.path() + "/seen";
+    putScript(folder.path() + "/xdg-open", "{ id -u; echo \"$HOME $1\"; } > '" + seen.toUtf8() + ".new'; mv '" +
+                                               seen.toUtf8() + ".new' '" + seen.toUtf8() + "'");
+    QCOMPARE(unshare(CLONE_NEWNS), 0);
+    QCOMPARE(mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr), 0);
+    QCOMPARE(mount(folder.path().toUtf8().constData(), "/usr/local/bin", nullptr, MS_BIND, nullptr), 0);
+    qputenv("PKEXEC_UID", "65534");
+    const UserBrowser browser;
+    QVERIFY(QDesktopServices::openUrl(QUrl("https://help.korvan.example/?a=1&b='2")));
+    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(seen), 30000);
+    QCOMPARE(fileBytes(seen), QByteArray("65534\n/nonexistent https://help.korvan.example/?a=1&b='2\n"));
+}
+
+QTEST_MAIN(PlatformTest)
 #include "PlatformTest.moc"
