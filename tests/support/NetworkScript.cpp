@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr char kPrelude[] = R"(
+constexpr char kPrelude[] = R"sh(
 mount -t tmpfs tmpfs /run && mkdir /run/netns && mount -t sysfs sysfs /sys || exit 1
 echo 'nameserver 192.0.2.53' >/run/resolv.conf && mount --bind /run/resolv.conf /etc/resolv.conf || exit 1
 export LC_ALL=C
@@ -24,7 +24,13 @@ uplink() {
     ip link set "$1" up
     until grep -q up "/sys/class/net/$1/operstate"; do sleep 0.01; done
 }
-)";
+is() {
+    local expected=$1 printed
+    shift
+    printed=$("$@" 2>&1 | sed 's/ *$//')
+    [[ $printed == "$expected" ]] || echo "line ${BASH_LINENO[0]}: $* printed: $printed instead of: $expected"
+}
+)sh";
 
 } // namespace
 
@@ -43,5 +49,5 @@ QByteArray runNetworkScript(const QByteArray &script)
         shell.waitForFinished();
         return shell.readAll() + "\nTIMED OUT";
     }
-    return shell.readAll();
+    return shell.readAll().trimmed();
 }

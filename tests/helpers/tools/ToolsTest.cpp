@@ -26,20 +26,20 @@ void ToolsTest::readsLoginItems_data()
     QTest::addColumn<QByteArray>("list");
     QTest::addColumn<Words>("bundles");
     QTest::addColumn<int>("problems");
+    const auto row = [](const char *name, const QByteArray &list, const Words &bundles, int problems) {
+        QTest::newRow(name) << list << bundles << problems;
+    };
     const QByteArray good = R"({Hide = 0; Path = "/opt/Korvan.app";})";
-    QTest::newRow("empty") << QByteArray("()") << Words{} << 0;
-    QTest::newRow("one") << "(" + good + ")" << Words{"/opt/Korvan.app"} << 0;
-    QTest::newRow("twice the same") << "(" + good + "," + good + ")" << Words{"/opt/Korvan.app"} << 0;
-    QTest::newRow("printed over lines") << QByteArray("(\n  {\n  Hide = 1;\n  Path = /a/Korvan.app;\n  }\n)\n")
-                                        << Words{"/a/Korvan.app"} << 0;
-    QTest::newRow("brace and backslash in a path")
-        << QByteArray(R"(({Path = "/a}b\c/Korvan.app";}))") << Words{"/a}b\\c/Korvan.app"} << 0;
-    QTest::newRow("quote in a path") << R"(({Hide = 0; Path = "/a"b/Korvan.app";},)" + good + ")"
-                                     << Words{"/opt/Korvan.app"} << 1;
-    QTest::newRow("not closed") << R"(({Hide = 0; Path = "/a/Korvan.app"; ,)" + good << Words{"/opt/Korvan.app"} << 1;
-    QTest::newRow("cut off") << "(" + good.chopped(3) << Words{} << 1;
-    QTest::newRow("no path") << QByteArray(R"(({Hide = 0;},{Path = "";},{Path = "b/Korvan.app";}))") << Words{} << 3;
-    QTest::newRow("line end in a path") << QByteArray("({Path = \"/a\nExec=/bin/sh/Korvan.app\";})") << Words{} << 1;
+    row("empty", "()", {}, 0);
+    row("one", "(" + good + ")", {"/opt/Korvan.app"}, 0);
+    row("twice the same", "(" + good + "," + good + ")", {"/opt/Korvan.app"}, 0);
+    row("over lines", "(\n  {\n  Hide = 1;\n  Path = /a/Korvan.app;\n  }\n)\n", {"/a/Korvan.app"}, 0);
+    row("brace, backslash", R"(({Path = "/a}b\c/Korvan.app";}))", {"/a}b\\c/Korvan.app"}, 0);
+    row("quote", R"(({Hide = 0; Path = "/a"b/Korvan.app";},)" + good + ")", {"/opt/Korvan.app"}, 1);
+    row("not closed", R"(({Hide = 0; Path = "/a/Korvan.app"; ,)" + good, {"/opt/Korvan.app"}, 1);
+    row("cut off", "(" + good.chopped(3), {}, 1);
+    row("no path", R"(({Hide = 0;},{Path = "";},{Path = "b/Korvan.app";}))", {}, 3);
+    row("line end in a path", "({Path = \"/a\nExec=/bin/sh/Korvan.app\";})", {}, 1);
 }
 
 void ToolsTest::readsLoginItems()
@@ -96,17 +96,15 @@ void ToolsTest::refusesSstpArguments_data()
 {
     QTest::addColumn<Words>("arguments");
     QTest::addColumn<std::string>("problem");
-    QTest::newRow("none") << Words{} << std::string("\"\" is no server");
-    QTest::newRow("server is an option")
-        << Words{"--ca-cert=/tmp/mine"} << std::string("\"--ca-cert=/tmp/mine\" is no server");
-    QTest::newRow("option that runs a command")
-        << Words{"vpn.example", "connect", "reboot"} << std::string("can not use the argument \"connect\"");
-    QTest::newRow("mtu is none") << Words{"vpn.example", "mtu", "plugin"}
-                                 << std::string("can not use the argument \"mtu\"");
-    QTest::newRow("value is missing") << Words{"vpn.example", "logfile"}
-                                      << std::string("can not use the argument \"logfile\"");
-    QTest::newRow("password too long") << Words{"vpn.example", "--password", std::string(256, 'x')}
-                                       << std::string("the password is longer than 255 bytes");
+    const auto row = [](const char *name, const Words &arguments, const std::string &problem) {
+        QTest::newRow(name) << arguments << problem;
+    };
+    row("none", {}, "\"\" is no server");
+    row("server is an option", {"--ca-cert=/tmp/mine"}, "\"--ca-cert=/tmp/mine\" is no server");
+    row("runs a command", {"vpn.example", "connect", "reboot"}, "can not use the argument \"connect\"");
+    row("mtu is none", {"vpn.example", "mtu", "plugin"}, "can not use the argument \"mtu\"");
+    row("value is missing", {"vpn.example", "logfile"}, "can not use the argument \"logfile\"");
+    row("password too long", {"a", "--password", std::string(256, 'x')}, "the password is longer than 255 bytes");
 }
 
 void ToolsTest::refusesSstpArguments()
