@@ -60,7 +60,8 @@ void fillTable(const RouteJournal &journal, const std::vector<RouteWords> &mainT
     }
 }
 
-/// The packets that come in on a connection get the mark of those that went out, for the rp_filter check.
+/// The packets that come in on a connection get the mark of those that went out, for the rp_filter check. A server's
+/// IPv6 address is reached by marked packets too, for which the router must be found.
 std::string packetRules()
 {
     return "table inet korvan_lockdown\n"
@@ -70,6 +71,7 @@ std::string packetRules()
            "  meta mark " +
            kMark +
            " ct mark set meta mark accept\n"
+           "  icmpv6 type { nd-neighbor-solicit, nd-neighbor-advert, nd-router-solicit } accept\n"
            "  meta nfproto ipv6 oifname != \"lo\" meta oifkind != \"tun\" drop\n }\n"
            " chain forward { type filter hook forward priority 0;\n"
            "  meta nfproto ipv6 meta oifkind != \"tun\" drop\n }\n"

@@ -51,6 +51,8 @@ before=$(ip -6 route | sed 's/ *$//')
 is yes answers 2001:db8::9
 is 'OK!' lockdown 198.51.1.1
 for host in 2001:db8::9 fd51:1::1; do is no answers $host; done
+ip neighbour flush dev e1
+is yes answers 2001:db8::9 -m 19311
 is yes answers ::1
 is "$before" ip -6 route
 is 'OK!' release 198.51.1.1
