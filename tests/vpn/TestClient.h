@@ -15,7 +15,11 @@ public:
         connect(this, &VPNClient::message, this, [this](const QString &text) { messages << text; });
         connect(this, &VPNClient::stateChanged, this, [this](int s) { states << QString::number(s); });
     }
-    ~TestClient() override { disconnect(); }
+    ~TestClient() override
+    {
+        close(); // which delivers what is still on its way
+        disconnect();
+    }
 
     using VPNClient::m_agent;
     using VPNClient::m_option;
