@@ -2,6 +2,7 @@
 // otherwise. All of it goes to standard output, which is what the program reads and logs.
 
 #include "helpers/tools/DefaultRoutes.h"
+#include "helpers/tools/Guardian.h"
 #include "helpers/tools/IpRoute.h"
 #include "helpers/tools/KernelRoutes.h"
 
@@ -72,7 +73,12 @@ RouteOutcome change(const Request &request)
     if (!isIpv4Address(request.gateway) && !(request.action == "delete" && request.gateway.empty())) {
         return {false, {"\"" + request.gateway + "\" is no gateway address"}};
     }
-    return request.action == "delete" ? deleteDefaultRoutes(request.gateway) : changeDefaultRoute(request.gateway);
+    if (request.action == "change") {
+        return changeDefaultRoute(request.gateway);
+    }
+    RouteOutcome outcome = deleteDefaultRoutes(request.gateway);
+    guardDefaultRoutes();
+    return outcome;
 }
 
 } // namespace
