@@ -251,7 +251,7 @@ void AppTest::soundsAreSmallWaves()
 void AppTest::setUserIdStartTrustsNobody()
 {
     if (geteuid() != 0) {
-        QSKIP("NEEDS ROOT: the set-user-id start was not tested");
+        QSKIP("NEEDS ROOT: the set-user-id start was not tested", "");
     }
     const QString program = inBundle("/Korvan");
     QProcess::execute("chmod", {"755", m_folder->path()});

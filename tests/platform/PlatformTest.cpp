@@ -171,7 +171,7 @@ void PlatformTest::killMatchesTheWholeLine()
 void PlatformTest::browserRunsAsTheUser()
 {
     if (geteuid() != 0) {
-        QSKIP("NEEDS ROOT: the browser's rights were not tested");
+        QSKIP("NEEDS ROOT: the browser's rights were not tested", "");
     }
     QTemporaryDir folder;
     QProcess::execute("chmod", {"777", folder.path()});

@@ -18,7 +18,7 @@ private slots:
 void GuardianTest::initTestCase()
 {
     if (geteuid() != 0) {
-        QSKIP("NEEDS ROOT: nobody watched the routes");
+        QSKIP("NEEDS ROOT: nobody watched the routes", "");
     }
 }
 
