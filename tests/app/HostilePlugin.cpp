@@ -10,7 +10,7 @@ class HostilePlugin : public QGenericPlugin
     Q_PLUGIN_METADATA(IID QGenericPluginFactoryInterface_iid FILE "hostile.json")
 
 public:
-    QObject *create(const QString & /*name*/, const QString & /*specification*/) override { std::_Exit(42); }
+    QObject *create(const QString & /*key*/, const QString & /*arguments*/) override { std::_Exit(42); }
 };
 
 #include "HostilePlugin.moc"
