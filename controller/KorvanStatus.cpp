@@ -222,9 +222,11 @@ void Korvan::onStatus()
     quint64 received = 0;
     quint64 sent = 0;
     m_engine->byteCount(received, sent);
-    refreshTransfer(received - last_rcv, sent - last_snd);
-    m_form->lbUpload->setText(FormatDataSize((sent - last_snd) >> 1) + QLatin1String("/s"));
-    m_form->lbDownload->setText(FormatDataSize((received - last_rcv) >> 1) + QLatin1String("/s"));
+    const quint64 newlyReceived = received - qMin(received, last_rcv); // the counts may have begun anew
+    const quint64 newlySent = sent - qMin(sent, last_snd);
+    refreshTransfer(newlyReceived, newlySent);
+    m_form->lbUpload->setText(FormatDataSize(newlySent >> 1) + QLatin1String("/s"));
+    m_form->lbDownload->setText(FormatDataSize(newlyReceived >> 1) + QLatin1String("/s"));
     m_trafficTimer.start(kTrafficIntervalMs);
     last_rcv = received;
     last_snd = sent;

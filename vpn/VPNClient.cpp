@@ -99,6 +99,8 @@ bool VPNClient::open(OPTION option)
         setState(VPNERROR);
         return false;
     }
+    m_bytesReceived = 0; // a new OpenVPN counts from 0
+    m_bytesSent = 0;
     m_agent = std::make_unique<VPNAgent>();
     m_agent->setClient(this);
     setState(CONNECTING);
