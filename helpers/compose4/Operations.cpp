@@ -1,213 +1,175 @@
 #include "helpers/compose4/Operations.h"
 
-#include "helpers/LockDown.h"
-#include "helpers/compose4/Nmcli.h"
+#include "helpers/compose4/ServiceLock.h"
+#include "helpers/system/Run.h"
 
-#include <QElapsedTimer>
-#include <QFile>
-
-#include <algorithm>
 #include <arpa/inet.h>
-#include <fcntl.h>
+#include <fstream>
 #include <ifaddrs.h>
-#include <sys/stat.h>
+#include <sstream>
 #include <unistd.h>
-
-volatile sig_atomic_t g_stop = 0;
 
 static const char *const kSuccess = "Success\n";
 constexpr int kCommandMs = 10000;
 constexpr int kDialSeconds = 90;
 
-/// Holds off the other operations on this service until the process ends.
-class ServiceLock
+// Exit statuses of nmcli(1) and of a tool that is not there.
+constexpr int kNotRunning = 8;
+constexpr int kNoSuchConnection = 10;
+constexpr int kNoTool = 127;
+
+static std::string error(std::string reason)
 {
-public:
-    explicit ServiceLock(const Service &service)
-    {
-        mkdir(kJournalFolder, 0700);
-        const QByteArray path = QByteArray(kJournalFolder) + "/" + service.name + ".lock";
-        m_fd = open(path.constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
+    // The caller takes any text with this word in it for one, and a system error may well be called so.
+    for (size_t at = 0; (at = reason.find("Success", at)) != std::string::npos;) {
+        reason[at] = 's';
     }
-
-    /// Waits for the lock. With `interrupt` the process that holds it is asked to end.
-    bool take(bool interrupt)
-    {
-        constexpr int kLimitMs = 15000;
-        QElapsedTimer clock;
-        clock.start();
-        do {
-            struct flock lock = {};
-            lock.l_type = F_WRLCK;
-            if (fcntl(m_fd, F_SETLK, &lock) == 0) {
-                return true;
-            }
-            if (interrupt && fcntl(m_fd, F_GETLK, &lock) == 0 && lock.l_type != F_UNLCK && lock.l_pid > 0) {
-                kill(lock.l_pid, SIGTERM);
-            }
-            usleep(50000);
-        } while (m_fd >= 0 && !clock.hasExpired(kLimitMs));
-        return false;
-    }
-
-private:
-    int m_fd = -1; // closed by the end of the process
-};
-
-static QByteArray error(const QByteArray &reason)
-{
-    // The caller takes any text with "Success" in it for one, and a system error may well be called that.
-    QByteArray text = "Error: " + reason + "\n";
-    return text.replace("Success", "success");
+    return "Error: " + reason + "\n";
 }
 
-static QByteArray error(const NmcliResult &result)
+static std::string error(const RunResult &result)
 {
-    if (!result.started) {
+    if (result.status == kNoTool) {
         return error("nmcli is missing, install the package network-manager");
     }
     if (result.status == kNotRunning) {
         return error("NetworkManager is not running, start it or install the package network-manager");
     }
-    QByteArray reason = result.error;
-    if (reason.startsWith("Error: ")) {
-        reason.remove(0, 7);
+    std::string reason = result.errors.substr(0, result.errors.find('\n'));
+    if (reason.compare(0, 7, "Error: ") == 0) {
+        reason.erase(0, 7);
     }
-    if (reason.contains("source connection")) {
+    if (reason.find("source connection") != std::string::npos) {
         reason += " NetworkManager does not run the network that this machine is connected with.";
     }
-    return error(reason.isEmpty() ? QByteArray("NetworkManager gave no answer in time") : reason);
+    return error(reason);
 }
 
-static QByteArray busy(const Service &service)
+static std::string busy(const Service &service)
 {
-    return error(QByteArray(service.name) + " is being changed by another process");
+    return error(std::string(service.name) + " is being changed by another process");
+}
+
+static RunResult nmcli(std::vector<std::string> words, int limitMs = kCommandMs)
+{
+    words.insert(words.begin(), "/usr/bin/nmcli");
+    return runTool(words, {}, limitMs);
+}
+
+/// What to print after a command that finds nothing to do where there is no such connection.
+static std::string answer(const RunResult &result)
+{
+    return result.status == 0 || result.status == kNoSuchConnection ? kSuccess : error(result);
 }
 
 /// An empty text, or that the plug-in for this service is not installed.
-static QByteArray missingPlugin(const Service &service)
+static std::string missingPlugin(const Service &service)
 {
     if (!service.plugin) {
-        return error(QByteArray(service.type) + " is connected without NetworkManager");
+        return error(std::string(service.type) + " is connected without NetworkManager");
     }
-    const QByteArray path = QByteArray("/usr/lib/NetworkManager/VPN/nm-") + service.plugin + "-service.name";
-    return access(path.constData(), R_OK) == 0
-               ? QByteArray()
-               : error(QByteArray("no plug-in for ") + service.type + ", install the package " + service.package);
+    const std::string path = std::string("/usr/lib/NetworkManager/VPN/nm-") + service.plugin + "-service.name";
+    return access(path.c_str(), R_OK) == 0
+               ? std::string()
+               : error(std::string("no plug-in for ") + service.type + ", install the package " + service.package);
 }
 
-static NmcliResult command(const Service &service, const QStringList &words)
-{
-    return nmcli(words + QStringList{QStringLiteral("uuid"), QString::fromLatin1(service.uuid)}, kCommandMs);
-}
-
-/// Stores the profile and makes NetworkManager read it. Its exit status says nothing about the file, so it is asked
-/// for the profile afterwards.
-static QByteArray load(const Service &service, const QByteArray &text)
+/// Stores the profile and makes NetworkManager read it. The exit status of that says nothing about the file, so it is
+/// asked for the profile afterwards. Returns an empty text or the error.
+static std::string load(const Service &service, const std::string &text)
 {
     if (!writeProfile(service, text)) {
         return error("can not write " + profilePath(service));
     }
-    NmcliResult result =
-        nmcli({QStringLiteral("connection"), QStringLiteral("load"), QString::fromLatin1(profilePath(service))},
-              kCommandMs);
+    RunResult result = nmcli({"connection", "load", profilePath(service)});
     if (result.status == 0) {
-        result = command(service, {QStringLiteral("-g"), QStringLiteral("connection.id"),
-                                   QStringLiteral("connection"), QStringLiteral("show")});
+        result = nmcli({"-g", "connection.id", "connection", "show", "uuid", service.uuid});
     }
-    return result.status == 0 ? QByteArray() : error(result);
+    return result.status == 0 ? std::string() : error(result);
 }
 
-QByteArray setUp(const Service &service, const QByteArray &server, const QByteArray &psk)
+static std::string withoutPassword(const std::string &profile)
 {
-    QByteArray missing = missingPlugin(service);
-    if (!missing.isEmpty()) {
-        return missing;
+    return withValue(profile, "vpn-secrets", "password", {});
+}
+
+std::string setUp(const Service &service, const std::string &server, const std::string &psk)
+{
+    std::string failure = missingPlugin(service);
+    if (!failure.empty()) {
+        return failure;
     }
-    ServiceLock lock(service);
-    if (!lock.take(false)) {
+    if (!lockService(service, LockHolder::Wait)) {
         return busy(service);
     }
-    const QByteArray failure = load(service, profileText(service, server, psk));
-    return failure.isEmpty() ? kSuccess : failure;
+    failure = load(service, profileText(service, server, psk));
+    return failure.empty() ? kSuccess : failure;
 }
 
-QByteArray remove(const Service &service)
+std::string removeService(const Service &service)
 {
-    ServiceLock lock(service);
-    if (!lock.take(true)) {
+    if (!lockService(service, LockHolder::End)) {
         return busy(service);
     }
-    if (!service.plugin) {
-        return kSuccess;
-    }
-    const NmcliResult result = command(service, {QStringLiteral("connection"), QStringLiteral("delete")});
-    return result.status == 0 || result.status == kNoSuchConnection ? QByteArray(kSuccess) : error(result);
+    return service.plugin ? answer(nmcli({"connection", "delete", "uuid", service.uuid})) : kSuccess;
 }
 
-static NmcliResult disconnect(const Service &service)
+/// Disconnects, and makes NetworkManager forget the password.
+static RunResult disconnect(const Service &service)
 {
-    return command(service, {QStringLiteral("--wait"), QStringLiteral("8"), QStringLiteral("connection"),
-                             QStringLiteral("down")});
+    RunResult result = nmcli({"--wait", "8", "connection", "down", "uuid", service.uuid});
+    const std::string profile = readProfile(service);
+    if (!profile.empty()) {
+        load(service, withoutPassword(profile));
+    }
+    return result;
 }
 
-QByteArray dial(const Service &service, const QByteArray &user, const QByteArray &password)
+std::string dial(const Service &service, const std::string &user, const std::string &password)
 {
-    QByteArray missing = missingPlugin(service);
-    if (!missing.isEmpty()) {
-        return missing;
+    std::string failure = missingPlugin(service);
+    if (!failure.empty()) {
+        return failure;
     }
-    ServiceLock lock(service);
-    if (!lock.take(false)) {
+    if (!lockService(service, LockHolder::Wait)) {
         return busy(service);
     }
-    const QByteArray stored = readProfile(service);
-    if (stored.isEmpty()) {
-        return error(QByteArray(service.name) + " is not set up");
+    const std::string stored = readProfile(service);
+    if (stored.empty()) {
+        return error(std::string(service.name) + " is not set up");
     }
+    const std::string profile = withValue(stored, "vpn", "user", user);
     // NetworkManager has the password from the profile for as long as it dials; the file is rid of it at once.
-    const QByteArray profile = withValue(stored, "vpn", "user", user);
-    const QByteArray failure = load(service, withValue(profile, "vpn-secrets", "password", password));
-    if (!writeProfile(service, profile) || !failure.isEmpty()) {
-        return failure.isEmpty() ? error("can not write " + profilePath(service)) : failure;
+    failure = load(service, withValue(profile, "vpn-secrets", "password", password));
+    if (!writeProfile(service, withoutPassword(profile)) || !failure.empty()) {
+        return failure.empty() ? error("can not write " + profilePath(service)) : failure;
     }
-    const NmcliResult result =
-        nmcli({QStringLiteral("--wait"), QString::number(kDialSeconds), QStringLiteral("connection"),
-               QStringLiteral("up"), QStringLiteral("uuid"), QString::fromLatin1(service.uuid)},
-              (kDialSeconds + 5) * 1000, &g_stop);
-    if (result.status != 0) {
-        disconnect(service);
-    }
-    load(service, profile);
+    const RunResult result = nmcli({"--wait", std::to_string(kDialSeconds), "connection", "up", "uuid", service.uuid},
+                                   (kDialSeconds + 5) * 1000);
     if (result.status == 0) {
+        load(service, withoutPassword(profile));
         return kSuccess;
     }
-    if (g_stop != 0) {
-        return error("cancelled");
-    }
-    return result.error.contains("secrets") ? error("691 the user name or password is not valid") : error(result);
+    disconnect(service);
+    const bool rejected = result.errors.find("secrets") != std::string::npos;
+    return rejected ? error("691 the user name or password is not valid") : error(result);
 }
 
-QByteArray hangUp(const Service &service)
+std::string hangUp(const Service &service)
 {
-    ServiceLock lock(service);
-    if (!lock.take(true)) {
-        return busy(service);
-    }
-    const NmcliResult result = disconnect(service);
-    return result.status == 0 || result.status == kNoSuchConnection ? QByteArray(kSuccess) : error(result);
+    return lockService(service, LockHolder::End) ? answer(disconnect(service)) : busy(service);
 }
 
 /// The name of the network interface that has this address ("10.0.0.2/32"), or an empty text.
-static QByteArray interfaceWith(const QByteArray &address)
+static std::string interfaceWith(const std::string &address)
 {
     in_addr wanted = {};
     ifaddrs *all = nullptr;
-    QByteArray name;
-    if (inet_pton(AF_INET, address.left(address.indexOf('/')).constData(), &wanted) != 1 || getifaddrs(&all) != 0) {
+    std::string name;
+    if (inet_pton(AF_INET, address.substr(0, address.find('/')).c_str(), &wanted) != 1 || getifaddrs(&all) != 0) {
         return name;
     }
-    for (const ifaddrs *one = all; one && name.isEmpty(); one = one->ifa_next) {
+    for (const ifaddrs *one = all; one && name.empty(); one = one->ifa_next) {
         if (one->ifa_addr && one->ifa_addr->sa_family == AF_INET &&
             reinterpret_cast<const sockaddr_in *>(one->ifa_addr)->sin_addr.s_addr == wanted.s_addr) {
             name = one->ifa_name;
@@ -218,23 +180,27 @@ static QByteArray interfaceWith(const QByteArray &address)
 }
 
 /// A counter of the interface in bytes, as /sys/class/net tells it; 0 when there is none.
-static QByteArray counter(const QByteArray &interface, const char *name)
+static std::string counter(const std::string &interface, const std::string &name)
 {
-    QFile file(QString::fromLocal8Bit("/sys/class/net/" + interface + "/statistics/" + name));
-    return file.open(QIODevice::ReadOnly) ? file.readAll().trimmed() : QByteArray("0");
+    std::ifstream file("/sys/class/net/" + interface + "/statistics/" + name);
+    unsigned long long bytes = 0;
+    file >> bytes;
+    return std::to_string(bytes);
 }
 
-QByteArray check(const Service &service)
+std::string check(const Service &service)
 {
-    const NmcliResult result = command(service, {QStringLiteral("-g"), QStringLiteral("GENERAL.STATE,IP4.ADDRESS"),
-                                                 QStringLiteral("connection"), QStringLiteral("show")});
-    const QList<QByteArray> lines = result.output.trimmed().split('\n');
+    const RunResult result = nmcli({"-g", "GENERAL.STATE,IP4.ADDRESS", "connection", "show", "uuid", service.uuid});
     if (result.status != 0 && result.status != kNoSuchConnection) {
         return error(result);
     }
-    if (lines.first() != "activated") {
-        return QByteArray(service.name) + " is not connected\n";
+    std::istringstream lines(result.output);
+    std::string state;
+    std::string address;
+    std::getline(std::getline(lines, state), address);
+    if (state != "activated") {
+        return std::string(service.name) + " is not connected\n";
     }
-    const QByteArray interface = interfaceWith(lines.value(1));
+    const std::string interface = interfaceWith(address);
     return "Recv " + counter(interface, "rx_bytes") + "\nSend " + counter(interface, "tx_bytes") + "\n" + kSuccess;
 }

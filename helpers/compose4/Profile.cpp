@@ -1,13 +1,13 @@
 #include "helpers/compose4/Profile.h"
 
-#include <QDir>
-#include <QFile>
-#include <QSaveFile>
-
 #include <algorithm>
+#include <cstdio>
+#include <fcntl.h>
+#include <fstream>
 #include <iterator>
-
-static const char *const kFolder = "/run/NetworkManager/system-connections";
+#include <sstream>
+#include <sys/stat.h>
+#include <unistd.h>
 
 static const Service kServices[] = {
     {"PPTP", "Korvan-PPTP", "5a1e7d40-8c5b-4f0e-9d23-bb27c0de7001", "pptp", "network-manager-pptp"},
@@ -16,83 +16,112 @@ static const Service kServices[] = {
     {"IKEV2", "Korvan-IKEv2", "5a1e7d40-8c5b-4f0e-9d23-bb27c0de7004", "strongswan", "network-manager-strongswan"},
 };
 
-static const Service *find(const char *Service::*field, const QByteArray &text)
+static const Service *find(const char *Service::*field, const std::string &text)
 {
     const auto *found = std::find_if(std::begin(kServices), std::end(kServices),
                                      [&](const Service &service) { return text == service.*field; });
     return found == std::end(kServices) ? nullptr : found;
 }
 
-const Service *serviceOfType(const QByteArray &type)
+const Service *serviceOfType(const std::string &type)
 {
     return find(&Service::type, type);
 }
 
-const Service *serviceNamed(const QByteArray &name)
+const Service *serviceNamed(const std::string &name)
 {
     return find(&Service::name, name);
 }
 
 /// The plug-in's settings. PAP and the other methods that give the password away to whoever answers are refused.
-static QByteArray pluginSettings(const Service &service, const QByteArray &server)
+static std::string pluginSettings(const Service &service, const std::string &server)
 {
-    const QByteArray plugin = service.plugin;
+    const std::string plugin = service.plugin;
     if (plugin == "strongswan") {
         return "address=" + server + "\nmethod=eap\nvirtual=yes\nencap=no\nipcomp=no\n";
     }
-    QByteArray settings = "gateway=" + server + "\nrefuse-pap=yes\nrefuse-eap=yes\n";
-    settings += plugin == "l2tp" ? "ipsec-enabled=yes\nipsec-psk-flags=0\n"
-                                 : "refuse-chap=yes\nrefuse-mschap=yes\nrequire-mppe-128=yes\n";
-    return settings;
+    const std::string settings = "gateway=" + server + "\nrefuse-pap=yes\nrefuse-eap=yes\n";
+    return settings + (plugin == "l2tp" ? "ipsec-enabled=yes\nipsec-psk-flags=0\n"
+                                        : "refuse-chap=yes\nrefuse-mschap=yes\nrequire-mppe-128=yes\n");
 }
 
-QByteArray profileText(const Service &service, const QByteArray &server, const QByteArray &psk)
+std::string profileText(const Service &service, const std::string &server, const std::string &psk)
 {
     // The secrets belong to the profile (flags 0). Were they asked of nmcli instead, it would start the plug-in's
     // graphical dialog wherever one is installed, and fail.
-    const QByteArray text = "[connection]\nid=" + QByteArray(service.name) + "\nuuid=" + service.uuid +
-                            "\ntype=vpn\nautoconnect=false\n\n[vpn]\nservice-type=org.freedesktop.NetworkManager." +
-                            service.plugin + "\n" + pluginSettings(service, server) +
-                            "password-flags=0\n\n[vpn-secrets]\n\n[ipv4]\nmethod=auto\n\n[ipv6]\nmethod=disabled\n";
-    return psk.isEmpty() ? text : withValue(text, "vpn-secrets", "ipsec-psk", psk);
+    std::ostringstream text;
+    text << "[connection]\nid=" << service.name << "\nuuid=" << service.uuid << "\ntype=vpn\nautoconnect=false\n\n"
+         << "[vpn]\nservice-type=org.freedesktop.NetworkManager." << service.plugin << "\n"
+         << pluginSettings(service, server) << "password-flags=0\n\n"
+         << "[vpn-secrets]\n\n[ipv4]\nmethod=auto\n\n[ipv6]\nmethod=disabled\n";
+    return withValue(text.str(), "vpn-secrets", "ipsec-psk", psk);
 }
 
-QByteArray withValue(const QByteArray &text, const QByteArray &group, const QByteArray &key, const QByteArray &value)
+static std::string escaped(const std::string &value)
 {
-    QByteArray escaped = value;
-    escaped.replace('\\', "\\\\").replace(' ', "\\s").replace('\t', "\\t");
-    QByteArray result;
+    std::string text;
+    for (const char c : value) {
+        switch (c) {
+        case '\\':
+            text += "\\\\";
+            break;
+        case ' ':
+            text += "\\s";
+            break;
+        case '\t':
+            text += "\\t";
+            break;
+        default:
+            text += c;
+        }
+    }
+    return text;
+}
+
+std::string withValue(const std::string &text, const std::string &group, const std::string &key,
+                      const std::string &value)
+{
+    std::istringstream lines(text);
+    std::string result;
     bool inGroup = false;
-    for (const QByteArray &line : text.trimmed().split('\n')) {
-        if (line.startsWith('[')) {
+    for (std::string line; std::getline(lines, line);) {
+        const bool heading = !line.empty() && line[0] == '[';
+        if (heading) {
             inGroup = line == "[" + group + "]";
         }
-        if (inGroup && line.startsWith(key + "=")) {
+        if (inGroup && line.compare(0, key.size() + 1, key + "=") == 0) {
             continue;
         }
         result += line + "\n";
-        if (inGroup && line.startsWith('[')) {
-            result += key + "=" + escaped + "\n";
+        if (inGroup && heading && !value.empty()) {
+            result += key + "=" + escaped(value) + "\n";
         }
     }
     return result;
 }
 
-QByteArray profilePath(const Service &service)
+std::string profilePath(const Service &service)
 {
-    return QByteArray(kFolder) + "/" + service.name + ".nmconnection";
+    return std::string("/run/NetworkManager/system-connections/") + service.name + ".nmconnection";
 }
 
-QByteArray readProfile(const Service &service)
+std::string readProfile(const Service &service)
 {
-    QFile file(QString::fromLatin1(profilePath(service)));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    const std::ifstream file(profilePath(service));
+    std::ostringstream text;
+    text << file.rdbuf();
+    return text.str();
 }
 
-bool writeProfile(const Service &service, const QByteArray &text)
+bool writeProfile(const Service &service, const std::string &text)
 {
-    QDir().mkpath(QString::fromLatin1(kFolder));
-    QSaveFile file(QString::fromLatin1(profilePath(service)));
-    return file.open(QIODevice::WriteOnly) && file.setPermissions(QFile::ReadOwner | QFile::WriteOwner) &&
-           file.write(text) == text.size() && file.commit();
+    const std::string path = profilePath(service);
+    const std::string draft = path + "~"; // NetworkManager reads no file of such a name
+    mkdir("/run/NetworkManager", 0755);
+    mkdir("/run/NetworkManager/system-connections", 0755);
+    unlink(draft.c_str());
+    const int fd = open(draft.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+    const bool written = fd >= 0 && write(fd, text.data(), text.size()) == static_cast<ssize_t>(text.size());
+    close(fd);
+    return written && rename(draft.c_str(), path.c_str()) == 0;
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QByteArray>
+#include <string>
 
 /// A kind of system VPN service that this helper manages: what the caller calls it and how NetworkManager knows it.
 struct Service
@@ -13,20 +13,22 @@ struct Service
 };
 
 /// The service of this type, or of this profile name; null when there is none.
-const Service *serviceOfType(const QByteArray &type);
-const Service *serviceNamed(const QByteArray &name);
+const Service *serviceOfType(const std::string &type);
+const Service *serviceNamed(const std::string &name);
 
-/// The connection profile as a keyfile, without user and password. `psk` is used by L2TP.
-QByteArray profileText(const Service &service, const QByteArray &server, const QByteArray &psk);
+/// The connection profile as a keyfile (nm-settings-keyfile(5)), without user and password. `psk` is used by L2TP.
+std::string profileText(const Service &service, const std::string &server, const std::string &psk);
 
-/// The keyfile with `key` of [`group`] set to `value`; the group must be there.
-QByteArray withValue(const QByteArray &text, const QByteArray &group, const QByteArray &key, const QByteArray &value);
+/// The keyfile with `key` of [`group`] set to `value`, or without the key when `value` is empty. The group must be
+/// there.
+std::string withValue(const std::string &text, const std::string &group, const std::string &key,
+                      const std::string &value);
 
 /// Where the profile lies: in memory only, so that it is gone after a restart of the machine.
-QByteArray profilePath(const Service &service);
+std::string profilePath(const Service &service);
 
 /// Reads the stored profile; empty when there is none.
-QByteArray readProfile(const Service &service);
+std::string readProfile(const Service &service);
 
-/// Replaces the stored profile, readable by root alone. Returns whether it could.
-bool writeProfile(const Service &service, const QByteArray &text);
+/// Replaces the stored profile in one step, readable by root alone. Returns whether it could.
+bool writeProfile(const Service &service, const std::string &text);

@@ -1,68 +1,70 @@
 #include "helpers/compose4/Operations.h"
 
-#include <QString>
-#include <QVector>
-
 #include <algorithm>
+#include <clocale>
+#include <cstdlib>
 #include <cstring>
 #include <unistd.h>
+#include <vector>
+
+using Arguments = std::vector<std::string>;
 
 static const char *const kUsage = "Error: usage: compose4 TYPE NAME SERVER [PSK] | NAME USER PASSWORD | CHECK NAME | "
                                   "NAME | TYPE NAME\n";
 
 /// Takes the arguments over and blanks them in the process list, which every user of the machine can read.
-static QVector<QByteArray> takeArguments(int argc, char *argv[])
+static Arguments takeArguments(int argc, char *argv[])
 {
-    QVector<QByteArray> arguments;
+    Arguments arguments(argv + std::min(argc, 1), argv + argc);
     for (int i = 1; i < argc; ++i) {
-        arguments += QByteArray(argv[i]);
-        memset(argv[i], 0, strlen(argv[i]));
+        explicit_bzero(argv[i], strlen(argv[i]));
     }
     return arguments;
 }
 
 /// Whether the text can stand in a connection profile: UTF-8 on one line.
-static bool isPlain(const QByteArray &text)
+static bool isPlain(const std::string &text)
 {
-    return QString::fromUtf8(text).toUtf8() == text &&
-           std::none_of(text.begin(), text.end(), [](char c) { return c == '\n' || c == '\r'; });
+    return mbstowcs(nullptr, text.c_str(), 0) != static_cast<size_t>(-1) &&
+           text.find_first_of("\r\n") == std::string::npos;
 }
 
 /// Whether the text is a host name or an address.
-static bool isServer(const QByteArray &text)
+static bool isServer(const std::string &text)
 {
-    return !text.isEmpty() && text.size() <= 253 && text.front() != '-' &&
-           std::all_of(text.begin(), text.end(), [](char c) {
-               return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || strchr(".-:_", c);
-           });
+    static const char *const kAllowed = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789.-:_";
+    return !text.empty() && text.size() <= 253 && text[0] != '-' && text.find_first_not_of(kAllowed) == text.npos;
 }
 
-static QByteArray setUpChecked(const Service &service, const QVector<QByteArray> &arguments)
+static std::string setUpChecked(const Service &service, const Arguments &arguments)
 {
-    const QByteArray psk = arguments.value(3);
+    const std::string psk = arguments.size() == 4 ? arguments[3] : std::string();
     if (!isServer(arguments[2])) {
         return "Error: the server is neither a host name nor an address\n";
     }
-    if ((qstrcmp(service.type, "L2TP") == 0) == psk.isEmpty() || !isPlain(psk)) {
+    if ((strcmp(service.type, "L2TP") == 0) == psk.empty() || !isPlain(psk)) {
         return "Error: L2TP, and no other type, needs a pre-shared key on one line\n";
     }
     return setUp(service, arguments[2], psk);
 }
 
-static QByteArray run(const QVector<QByteArray> &arguments)
+static std::string run(const Arguments &arguments)
 {
-    const int count = arguments.size();
-    if (const Service *service = serviceOfType(arguments.value(0)); service) {
-        if (count < 2 || count > 4 || arguments[1] != service->name) {
+    const size_t count = arguments.size();
+    if (count < 1 || count > 4) {
+        return kUsage;
+    }
+    if (const Service *service = serviceOfType(arguments[0]); service) {
+        if (count == 1 || arguments[1] != service->name) {
             return kUsage;
         }
-        return count == 2 ? remove(*service) : setUpChecked(*service, arguments);
+        return count == 2 ? removeService(*service) : setUpChecked(*service, arguments);
     }
     if (count == 2 && arguments[0] == "CHECK") {
         const Service *service = serviceNamed(arguments[1]);
         return service ? check(*service) : kUsage;
     }
-    const Service *service = serviceNamed(arguments.value(0));
+    const Service *service = serviceNamed(arguments[0]);
     if (!service || (count != 1 && count != 3)) {
         return kUsage;
     }
@@ -79,11 +81,9 @@ static QByteArray run(const QVector<QByteArray> &arguments)
 /// name). Prints one answer, in one piece; exit status 0 when it holds "Success", else 1.
 int main(int argc, char *argv[])
 {
-    const QVector<QByteArray> arguments = takeArguments(argc, argv);
-    struct sigaction action = {};
-    action.sa_handler = [](int) { g_stop = 1; };
-    sigaction(SIGTERM, &action, nullptr);
-    const QByteArray answer = run(arguments);
-    const bool printed = write(STDOUT_FILENO, answer.constData(), size_t(answer.size())) == answer.size();
-    return printed && answer.contains("Success") ? 0 : 1;
+    const Arguments arguments = takeArguments(argc, argv);
+    setlocale(LC_CTYPE, "C.UTF-8");
+    const std::string answer = run(arguments);
+    const bool printed = write(STDOUT_FILENO, answer.data(), answer.size()) == static_cast<ssize_t>(answer.size());
+    return printed && answer.find("Success") != std::string::npos ? 0 : 1;
 }
