@@ -210,6 +210,13 @@ void Korvan::playSound(const char *file)
     }
 }
 
+/// Shows what two seconds brought as rates of one second.
+static void showRates(const Ui::Korvan &form, quint64 received, quint64 sent)
+{
+    form.lbDownload->setText(FormatDataSize(received >> 1) + QLatin1String("/s"));
+    form.lbUpload->setText(FormatDataSize(sent >> 1) + QLatin1String("/s"));
+}
+
 void Korvan::onStatus()
 {
     static quint64 last_rcv = 0;
@@ -217,6 +224,7 @@ void Korvan::onStatus()
     if (m_status != STATUS_CONNECTED) {
         last_rcv = 0;
         last_snd = 0;
+        showRates(*m_form, 0, 0);
         return;
     }
     quint64 received = 0;
@@ -225,8 +233,7 @@ void Korvan::onStatus()
     const quint64 newlyReceived = received - qMin(received, last_rcv); // the counts may have begun anew
     const quint64 newlySent = sent - qMin(sent, last_snd);
     refreshTransfer(newlyReceived, newlySent);
-    m_form->lbUpload->setText(FormatDataSize(newlySent >> 1) + QLatin1String("/s"));
-    m_form->lbDownload->setText(FormatDataSize(newlyReceived >> 1) + QLatin1String("/s"));
+    showRates(*m_form, newlyReceived, newlySent);
     m_trafficTimer.start(kTrafficIntervalMs);
     last_rcv = received;
     last_snd = sent;

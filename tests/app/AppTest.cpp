@@ -31,6 +31,7 @@ private slots:
     void nothingIsSwappedUnderARunningProgram();
     void otherNamesAreNoUpdate();
     void soundsAreSmallWaves();
+    void connectionIsHeard();
     void setUserIdStartTrustsNobody();
 
 private:
@@ -245,6 +246,48 @@ void AppTest::soundsAreSmallWaves()
         QVERIFY(sound.size() < 100 * 1024);
     }
     QVERIFY(connect != disconnect);
+}
+
+/// Looks for something louder than silence in a recording of 16-bit samples.
+static bool isLoud(const QByteArray &recording)
+{
+    for (int i = 1; i < recording.size(); i += 2) {
+        if (qAbs(int(recording.at(i))) > 4) { // the high byte
+            return true;
+        }
+    }
+    return false;
+}
+
+/// A connection at start, through a stand-in for OpenVPN, with a sound server whose only device records.
+void AppTest::connectionIsHeard()
+{
+    const QString socket = m_folder->path() + "/sound";
+    QProcess server;
+    server.start("pulseaudio",
+                 {"-n", "--daemonize=no", "--use-pid-file=no", "--exit-idle-time=-1", "-L", "module-null-sink", "-L",
+                  "module-native-protocol-unix auth-anonymous=1 socket=" + socket});
+    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(socket), 30000);
+    qputenv("PULSE_SERVER", "unix:" + socket.toUtf8());
+    QProcess recorder;
+    recorder.start("parec", {"--raw", "--device=@DEFAULT_MONITOR@"});
+    QVERIFY(recorder.waitForReadyRead(30000));
+
+    putScript(inBundle("/compose"), "echo 'Initialization Sequence Completed'; exec sleep 60");
+    putFile(inBundle("/cfg/OpenVPN/Examplia-1.ovpn"), "client\nremote 203.0.113.21 1194\n");
+    putFile(inBundle("/cfg/OpenVPN/alice.crt"), "Not After : Dec 31 23:59:59 2099 GMT\n");
+    QFile::copy(QStringLiteral(PREPARE_STATE), inBundle("/prepare_state"));
+    QCOMPARE(QProcess::execute(inBundle("/prepare_state"), {"alice", "secret", "Examplia-1"}), 0);
+    start({});
+    QVERIFY(startIsDone());
+    QByteArray recording;
+    QTRY_VERIFY_WITH_TIMEOUT(isLoud(recording += recorder.readAllStandardOutput()), 30000);
+    quit();
+    qunsetenv("PULSE_SERVER");
+    recorder.kill();
+    recorder.waitForFinished();
+    server.terminate();
+    server.waitForFinished();
 }
 
 /// An ordinary user starts a copy that root made set-user-id, with an environment that would load code as root.
