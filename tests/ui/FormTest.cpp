@@ -1,21 +1,21 @@
-#include "tests/ui/ExampleWindow.h"
+#include "tests/support/Cases.h"
+#include "tests/window/WindowFixture.h"
 #include "ui/ElidingComboBox.h"
 #include "ui/FocusRing.h"
-#include "ui/Look.h"
 #include "ui/Palette.h"
+#include "ui/StatePicture.h"
 #include "ui/WindowHeader.h"
+#include "ui_Korvan.h"
 
 #include <QAccessible>
-#include <QTest>
 
 #include <cmath>
 
-namespace {
-
-const QString kLongName = QStringLiteral("Examplia-Long-Distance-Server-Number-040");
+static const QString kLongName = QStringLiteral("Examplia-Long-Distance-Server-Number-040");
+static constexpr int kLoginPage = -1;
 
 /// The relative luminance of a colour and the contrast of two, as WCAG 2 defines them.
-double luminance(QRgb colour)
+static double luminance(QRgb colour)
 {
     const auto part = [](int value) {
         const double share = value / 255.0;
@@ -24,138 +24,158 @@ double luminance(QRgb colour)
     return 0.2126 * part(qRed(colour)) + 0.7152 * part(qGreen(colour)) + 0.0722 * part(qBlue(colour));
 }
 
-double contrast(QRgb a, QRgb b)
+static double contrast(QRgb a, QRgb b)
 {
     const auto [dark, light] = std::minmax({luminance(a), luminance(b)});
     return (light + 0.05) / (dark + 0.05);
 }
 
-} // namespace
-
-Q_DECLARE_METATYPE(ExampleWindow::Status)
-
+/// What the form owes to the eye, the keyboard and the screen reader.
 class FormTest : public QObject
 {
     Q_OBJECT
 
 private slots:
     void init();
+    void cleanup() { m_fixture.reset(); }
     void everyControlHasANameForScreenReaders();
-    void tabKeyWalksInReadingOrder_data();
+    void everyStateHasItsPicture();
     void tabKeyWalksInReadingOrder();
-    void nothingIsClipped_data();
     void nothingIsClipped();
     void ringFollowsTheKeyboardOnly();
     void statusColoursTextAndBar();
     void enterLogsIn();
     void headerDragsAWindowWithoutFrame();
-    void textsAreReadable_data();
     void textsAreReadable();
 
 private:
-    std::unique_ptr<ExampleWindow> m_window;
+    template <typename Widget> Widget *find(const char *name) const { return m_fixture->find<Widget>(name); }
+    void showPage(int page) const;
+    void checkShown(const QByteArray &page) const;
+
+    std::unique_ptr<WindowFixture> m_fixture;
+    Korvan *m_window = nullptr;
 };
 
 void FormTest::init()
 {
-    m_window = std::make_unique<ExampleWindow>();
-    m_window->show();
-    QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+    m_fixture = std::make_unique<WindowFixture>();
+    m_window = &m_fixture->startLoggedIn({"Examplia-1", kLongName});
+    showPage(kLoginPage);
+    QVERIFY(QTest::qWaitForWindowActive(m_window));
+}
+
+void FormTest::showPage(int page) const
+{
+    find<QStackedWidget>("stack")->setCurrentWidget(find<QWidget>(page == kLoginPage ? "pageLogin" : "pageMain"));
+    find<KvRetinaTabBar>("tab")->setCurrentIndex(qMax(page, 0));
+    find<QWidget>(page == kLoginPage ? "edUser" : "tab")->setFocus();
 }
 
 void FormTest::everyControlHasANameForScreenReaders()
 {
-    int controls = 0;
-    for (QWidget *control : m_window->findChildren<QWidget *>(
-             QRegularExpression(QStringLiteral("^((pb|cb|rb|cm|ed|pg).*|tab|tbPing)$")))) {
+    const QRegularExpression controlNames("^((pb|cb|rb|cm|ed|pg).*|tab|tbPing)$");
+    const auto controls = m_window->findChildren<QWidget *>(controlNames);
+    QVERIFY(controls.size() > 40);
+    for (QWidget *control : controls) {
         QAccessibleInterface *face = QAccessible::queryAccessibleInterface(control);
         QVERIFY2(face && !face->text(QAccessible::Name).isEmpty(), qPrintable(control->objectName()));
-        ++controls;
     }
-    QVERIFY(controls > 40);
 }
 
-void FormTest::tabKeyWalksInReadingOrder_data()
+void FormTest::everyStateHasItsPicture()
 {
-    QTest::addColumn<int>("page");
-    QTest::addColumn<QString>("controls");
-    const QString header = QStringLiteral(" pbHelp pbMinimize pbClose");
-    QTest::newRow("login") << -1 << "edUser edPass cbRember pbLogin pbExist" + header;
-    QTest::newRow("dashboard") << 0
-                               << "tab cmProto cmServer pbConnect pbChangeUser pbUpAccount pbFAQ pbHelpSupport "
-                                  "pbResetStat" +
-                                      header;
-    QTest::newRow("log") << 1 << "tab edLog pbCopyLog" + header;
-    QTest::newRow("settings") << 2
-                              << "tab cbConnectOnBoot cmBootServer cbHideConnection cbLockDown cbNoSound cmUpdate "
-                                 "pbUpdate pbUpApp pbReset pbSave" +
-                                     header;
-    QTest::newRow("proxy") << 3 << "tab rbNone edProxyAddr edProxyPort cbProxyAuth pbSaveProxy" + header;
-    QTest::newRow("status") << 4 << "tab tbPing pbPingAll pbPingDet pbSpeedTest pbTestCancel" + header;
+    QStringList families;
+    for (int tab = 0; tab < 5; ++tab) {
+        families << find<KvRetinaTabBar>("tab")->tabData(tab).toString();
+    }
+    for (const QAbstractButton *button : m_window->findChildren<QAbstractButton *>()) {
+        const QString family = button->property("images").toString();
+        families << family << (button->isCheckable() ? family.arg("checked_%1") : family);
+    }
+    families.removeAll(QString()); // of the scroll bars and the like
+    QVERIFY(families.removeDuplicates() > 0 && families.size() >= 32);
+    for (const QString &family : qAsConst(families)) {
+        QList<QImage> seen;
+        for (const char *state : {"release", "press", "hover", "disable"}) {
+            const QPixmap once = loadPicture(family.arg(QLatin1String(state)), 1);
+            QVERIFY2(!once.isNull() && !seen.contains(once.toImage()), qPrintable(family));
+            COMPARE_CASE(family.toUtf8(), loadPicture(family.arg(QLatin1String(state)), 2).size(), once.size() * 2);
+            seen << once.toImage();
+        }
+    }
 }
 
 void FormTest::tabKeyWalksInReadingOrder()
 {
-    QFETCH(int, page);
-    QFETCH(QString, controls);
-    if (page >= 0) {
-        m_window->showPage(page);
-        m_window->ui.tab->setFocus();
+    const std::pair<int, const char *> pages[] = {
+        {kLoginPage, "edUser edPass cbRember pbLogin pbExist"},
+        {0, "tab cmProto cmServer pbConnect pbReconnect pbChangeUser pbUpAccount pbFAQ pbHelpSupport pbResetStat"},
+        {1, "tab edLog pbCopyLog"},
+        {2, "tab cbConnectOnBoot cmBootServer cbHideConnection cbLockDown cbNoSound cmUpdate pbUpdate pbUpApp "
+            "pbReset pbSave"},
+        {3, "tab rbNone edProxyAddr edProxyPort cbProxyAuth edProxyUser edProxyPass pbSaveProxy"},
+        {4, "tab tbPing pbPingAll pbPingDet pbSpeedTest pbTestCancel"},
+    };
+    for (QWidget *control : m_window->findChildren<QWidget *>()) {
+        control->setEnabled(true);
     }
-    QStringList walked;
-    const QWidget *start = m_window->focusWidget();
-    do {
-        QWidget *now = m_window->focusWidget();
-        walked << now->objectName();
-        QTest::keyClick(now, Qt::Key_Tab);
-    } while (m_window->focusWidget() != start && walked.size() < 50);
-    QCOMPARE(walked.join(QLatin1Char(' ')), controls);
+    for (const auto &[page, controls] : pages) {
+        showPage(page);
+        QStringList walked;
+        const QWidget *start = m_window->focusWidget();
+        do {
+            walked << m_window->focusWidget()->objectName();
+            QTest::keyClick(m_window->focusWidget(), Qt::Key_Tab);
+        } while (m_window->focusWidget() != start && walked.size() < 50);
+        QCOMPARE(walked.join(' '), QLatin1String(controls) + " pbHelp pbMinimize pbClose");
+    }
 }
 
-void FormTest::nothingIsClipped_data()
+void FormTest::checkShown(const QByteArray &page) const
 {
-    QTest::addColumn<int>("page");
-    QTest::addColumn<ExampleWindow::Status>("status");
-    QTest::newRow("login") << -1 << ExampleWindow::Status::NotConnected;
-    QTest::newRow("dashboard") << 0 << ExampleWindow::Status::NotConnected;
-    QTest::newRow("dashboard, connecting") << 0 << ExampleWindow::Status::Connecting;
-    QTest::newRow("dashboard, connected") << 0 << ExampleWindow::Status::Connected;
-    QTest::newRow("log") << 1 << ExampleWindow::Status::NotConnected;
-    QTest::newRow("settings") << 2 << ExampleWindow::Status::NotConnected;
-    QTest::newRow("proxy") << 3 << ExampleWindow::Status::NotConnected;
-    QTest::newRow("status") << 4 << ExampleWindow::Status::NotConnected;
+    QTest::qWait(0);
+    const QRegularExpression names("^(pb|cb|rb|cm|ed|lb|pg|tab)");
+    for (const QWidget *widget : m_window->findChildren<QWidget *>(names)) {
+        if (!widget->isVisible()) {
+            continue;
+        }
+        const QByteArray name = page + ": " + widget->objectName().toUtf8();
+        QVERIFY2(widget->parentWidget()->rect().contains(widget->geometry()), name.constData());
+        QVERIFY2(widget->width() >= widget->minimumSizeHint().width(), name.constData());
+        QVERIFY2(widget->height() >= widget->minimumSizeHint().height(), name.constData());
+        const auto *box = qobject_cast<const ElidingComboBox *>(widget);
+        QVERIFY2(box == nullptr || !box->isShortened(), name.constData());
+        const auto *label = qobject_cast<const QLabel *>(widget);
+        QVERIFY2(label == nullptr || label->wordWrap() || label->text().isEmpty() ||
+                     label->width() >= label->fontMetrics().horizontalAdvance(label->text()),
+                 name.constData());
+    }
 }
 
 void FormTest::nothingIsClipped()
 {
-    QFETCH(int, page);
-    QFETCH(ExampleWindow::Status, status);
-    m_window->addServer(kLongName);
-    for (QComboBox *box :
-         {static_cast<QComboBox *>(m_window->ui.cmServer), static_cast<QComboBox *>(m_window->ui.cmBootServer)}) {
-        box->setCurrentText(kLongName);
+    for (const char *list : {"cmServer", "cmBootServer"}) {
+        find<QComboBox>(list)->setCurrentText(kLongName);
     }
-    m_window->showStatus(status);
-    if (page >= 0) {
-        m_window->showPage(page);
+    find<QLabel>("lbExpired")->setText("Dec 31 23:59:59 2027");
+    for (const char *total : {"lbTotalRecv", "lbTotalSend", "lbTotalRD", "lbTotalSD"}) {
+        find<QLabel>(total)->setText("48213MB");
     }
-    QTest::qWait(0);
-    for (QWidget *widget :
-         m_window->findChildren<QWidget *>(QRegularExpression(QStringLiteral("^(pb|cb|rb|cm|ed|lb|pg|tab)")))) {
-        if (!widget->isVisible()) {
-            continue;
+    checkShown("login");
+    const std::pair<const char *, KORVANSTATUS> statuses[] = {
+        {"ready", STATUS_READY}, {"connecting", STATUS_CONNECTING}, {"connected", STATUS_CONNECTED}};
+    for (const auto &[name, status] : statuses) {
+        m_window->setStatus(status);
+        showPage(0);
+        for (const char *address : {"lbServerIP", "lbPublicIP"}) {
+            find<QLabel>(address)->setText("203.0.113.121");
         }
-        const std::string name = widget->objectName().toStdString();
-        QVERIFY2(widget->parentWidget()->rect().contains(widget->geometry()), name.c_str());
-        QVERIFY2(widget->width() >= widget->minimumSizeHint().width(), name.c_str());
-        QVERIFY2(widget->height() >= widget->minimumSizeHint().height(), name.c_str());
-        if (const auto *box = qobject_cast<ElidingComboBox *>(widget)) {
-            QVERIFY2(!box->isShortened(), name.c_str());
-        }
-        if (const auto *label = qobject_cast<QLabel *>(widget);
-            label && !label->wordWrap() && !label->text().isEmpty()) {
-            QVERIFY2(label->width() >= label->fontMetrics().horizontalAdvance(label->text()), name.c_str());
-        }
+        checkShown(name);
+    }
+    for (int page = 1; page < 5; ++page) {
+        showPage(page);
+        checkShown("page " + QByteArray::number(page));
     }
 }
 
@@ -165,55 +185,58 @@ void FormTest::ringFollowsTheKeyboardOnly()
         const auto *ring = m_window->findChild<FocusRing *>();
         return ring && ring->isVisible() ? ring->geometry() : QRect();
     };
-    const auto boxOf = [this](const QWidget *control) {
-        return QRect(control->mapTo(m_window.get(), QPoint(0, 0)), control->size());
+    const auto boxOf = [this](const char *name) {
+        const auto *control = find<QWidget>(name);
+        return QRect(control->mapTo(m_window, QPoint(0, 0)), control->size());
     };
-    QVERIFY(ringBox().contains(boxOf(m_window->ui.edUser)));
-    QTest::mouseClick(m_window->ui.edPass, Qt::LeftButton);
-    QVERIFY(ringBox().contains(boxOf(m_window->ui.edPass)));
-    QTest::keyClick(m_window->ui.edPass, Qt::Key_Tab);
-    QVERIFY(ringBox().contains(boxOf(m_window->ui.cbRember)));
-    QTest::mouseClick(m_window->ui.pbExist, Qt::LeftButton);
-    m_window->showPage(0);
+    QVERIFY(ringBox().contains(boxOf("edUser")));
+    QTest::mouseClick(find<QWidget>("edPass"), Qt::LeftButton);
+    QVERIFY(ringBox().contains(boxOf("edPass")));
+    QTest::keyClick(find<QWidget>("edPass"), Qt::Key_Tab);
+    QVERIFY(ringBox().contains(boxOf("cbRember")));
+    QTest::mouseClick(find<QWidget>("cbRember"), Qt::LeftButton);
     QVERIFY(!ringBox().isValid());
 
-    QTest::keyClick(m_window->ui.tab, Qt::Key_Right);
-    const QRect settingsTab = m_window->ui.tab->tabRect(1).translated(boxOf(m_window->ui.tab).topLeft());
-    QVERIFY(settingsTab.contains(ringBox()));
+    showPage(0);
+    auto *tab = find<KvRetinaTabBar>("tab");
+    QTest::keyClick(tab, Qt::Key_Right);
+    QVERIFY(tab->tabRect(1).translated(boxOf("tab").topLeft()).contains(ringBox()));
 }
 
 void FormTest::statusColoursTextAndBar()
 {
-    m_window->showPage(0);
-    const auto textColour = [this] { return m_window->ui.lbStatusT->palette().color(QPalette::WindowText).rgb(); };
-    const auto barColour = [this] { return m_window->ui.pgLinkState->grab().toImage().pixelColor(10, 3).rgb(); };
-    m_window->showStatus(ExampleWindow::Status::Connecting);
+    showPage(0);
+    const auto textColour = [this] { return find<QLabel>("lbStatusT")->palette().color(QPalette::WindowText).rgb(); };
+    const auto barColour = [this] { return find<QWidget>("pgLinkState")->grab().toImage().pixelColor(10, 3).rgb(); };
+    m_window->setStatus(STATUS_CONNECTING);
+    find<QProgressBar>("pgLinkState")->setValue(34);
     QCOMPARE(textColour(), palette::kInk);
     QCOMPARE(barColour(), palette::kAction);
-    m_window->showStatus(ExampleWindow::Status::Connected);
+    m_window->setStatus(STATUS_CONNECTED);
     QCOMPARE(textColour(), palette::kConnected);
     QCOMPARE(barColour(), palette::kConnected);
-    // While reconnecting the bar is still full, but nothing is connected.
-    m_window->ui.lbStatus->setPicture(QStringLiteral(":/images/icon_status_connect_disconnected.png"));
+    m_window->setStatus(STATUS_RECONNECTING); // the bar is still full, but nothing is connected
     QCOMPARE(textColour(), palette::kInk);
     QCOMPARE(barColour(), palette::kAction);
 }
 
 void FormTest::enterLogsIn()
 {
+    auto *button = find<QAbstractButton>("pbLogin");
+    button->disconnect();
     int logins = 0;
-    connect(m_window->ui.pbLogin, &QPushButton::clicked, [&logins] { ++logins; });
-    QTest::keyClick(m_window->ui.edUser, Qt::Key_Return);
-    QTest::keyClick(m_window->ui.edPass, Qt::Key_Return);
-    m_window->ui.pbLogin->setEnabled(false);
-    QTest::keyClick(m_window->ui.edPass, Qt::Key_Return);
+    connect(button, &QAbstractButton::clicked, [&logins] { ++logins; });
+    for (const char *field : {"edUser", "edPass"}) {
+        QTest::keyClick(find<QWidget>(field), Qt::Key_Return);
+    }
+    button->setEnabled(false);
+    QTest::keyClick(find<QWidget>("edPass"), Qt::Key_Return);
     QCOMPARE(logins, 2);
 }
 
 void FormTest::headerDragsAWindowWithoutFrame()
 {
     QVERIFY(m_window->windowFlags().testFlag(Qt::FramelessWindowHint));
-    QCOMPARE(m_window->size(), QSize(880, 580));
     // Without a window manager the header moves the window itself.
     auto *header = m_window->findChild<WindowHeader *>();
     const QPoint before = m_window->pos();
@@ -230,34 +253,26 @@ void FormTest::headerDragsAWindowWithoutFrame()
     QCOMPARE(m_window->pos() - before, QPoint(40, 25));
 }
 
-void FormTest::textsAreReadable_data()
-{
-    using namespace palette;
-    QTest::addColumn<QRgb>("text");
-    QTest::addColumn<QRgb>("ground");
-    QTest::newRow("body on paper") << kBody << kPaper;
-    QTest::newRow("body on a selected row") << kBody << kActionSoft;
-    QTest::newRow("link on white") << kAction << kWhite;
-    QTest::newRow("version in the header") << kDisabled << kInk;
-    QTest::newRow("primary button") << kWhite << kAction;
-    QTest::newRow("red button") << kWhite << kDanger;
-    QTest::newRow("connected") << kConnected << kWhite;
-}
-
 void FormTest::textsAreReadable()
 {
-    QFETCH(QRgb, text);
-    QFETCH(QRgb, ground);
-    QVERIFY(contrast(text, ground) >= 4.5);
+    using namespace palette;
+    const struct
+    {
+        const char *what;
+        QRgb text, ground;
+    } pairs[] = {
+        {"body on paper", kBody, kPaper},           {"body on a selected row", kBody, kActionSoft},
+        {"link on white", kAction, kWhite},         {"version in the header", kDisabled, kInk},
+        {"primary button", kWhite, kAction},        {"red button", kWhite, kDanger},
+        {"connected on white", kConnected, kWhite},
+    };
+    for (const auto &pair : pairs) {
+        QVERIFY2(contrast(pair.text, pair.ground) >= 4.5, pair.what);
+    }
 }
 
 int main(int argc, char **argv)
 {
-    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
-    QApplication application(argc, argv);
-    applyLook(application);
-    FormTest test;
-    return QTest::qExec(&test, argc, argv);
+    return runWindowTest<FormTest>(argc, argv);
 }
-
 #include "FormTest.moc"

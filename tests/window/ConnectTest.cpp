@@ -36,8 +36,7 @@ private slots:
     void quitQuestion();
 
 private:
-    /// A window with a logged-in user and these servers.
-    Korvan &start(const QStringList &servers = {"Examplia-1", "Proxied-Samplonia"});
+    Korvan &start();
     static void composeDoes(const QByteArray &script);
     bool comesTo(const char *text) const;
     QLabel *label(const char *name) const { return m_fixture->find<QLabel>(name); }
@@ -65,15 +64,9 @@ void ConnectTest::cleanup()
     m_fixture.reset();
 }
 
-Korvan &ConnectTest::start(const QStringList &servers)
+Korvan &ConnectTest::start()
 {
-    WindowFixture::putProfile(servers);
-    m_window = &m_fixture->start();
-    m_fixture->find<QCheckBox>("cbNoSound")->setChecked(true);
-    m_fixture->find<QLineEdit>("edUser")->setText("alice");
-    m_window->updateOpenVPNServerList();
-    m_window->setStatus(STATUS_READY);
-    WindowFixture::takeRoutes();
+    m_window = &m_fixture->startLoggedIn({"Examplia-1", "Proxied-Samplonia"});
     return *m_window;
 }
 
@@ -243,9 +236,11 @@ static void answerL2TPBox(const QString &password, bool remember, bool accept)
         auto *box = qobject_cast<KvL2TPBox *>(QApplication::activeModalWidget());
         if (box != nullptr) {
             timer->deleteLater();
-            box->findChild<QLineEdit *>("edPass")->setText(password);
+            auto *edit = box->findChild<QLineEdit *>("edPass");
+            QCOMPARE(edit->echoMode(), QLineEdit::Password);
+            edit->setText(password);
             box->findChild<QCheckBox *>("ckRem")->setChecked(remember);
-            box->findChild<QPushButton *>(accept ? "btnOK" : "btnCancel")->click();
+            accept ? QTest::keyClick(edit, Qt::Key_Return) : box->findChild<QPushButton *>("btnCancel")->click();
         }
     });
     timer->start(10);

@@ -3,8 +3,10 @@
 #include "common/AppPath.h"
 #include "tests/support/TestFiles.h"
 
+#include <QCheckBox>
 #include <QDir>
 #include <QFile>
+#include <QLineEdit>
 
 WindowFixture::WindowFixture()
 {
@@ -27,6 +29,18 @@ void WindowFixture::putProfile(const QStringList &servers)
         putFile(appPath("/cfg/OpenVPN/") + server + ".ovpn", "client\nremote 203.0.113.21 1194\n");
     }
     putFile(appPath("/cfg/OpenVPN/alice.crt"), "            Not After : Dec 31 23:59:59 2099 GMT\n");
+}
+
+Korvan &WindowFixture::startLoggedIn(const QStringList &servers)
+{
+    putProfile(servers);
+    Korvan &window = start();
+    find<QCheckBox>("cbNoSound")->setChecked(true);
+    find<QLineEdit>("edUser")->setText("alice");
+    window.updateOpenVPNServerList();
+    window.setStatus(STATUS_READY);
+    takeRoutes();
+    return window;
 }
 
 VPNClient &WindowFixture::engine() const

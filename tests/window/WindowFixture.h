@@ -13,6 +13,9 @@ public:
     /// Marks a user as logged in: a profile with these servers and a valid certificate of "alice" are on disk.
     static void putProfile(const QStringList &servers);
 
+    /// The window of a user who is logged in and has these servers; it plays no sounds.
+    Korvan &startLoggedIn(const QStringList &servers);
+
     /// The window's engine.
     VPNClient &engine() const;
 
