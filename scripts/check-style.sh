@@ -7,4 +7,5 @@ cd "$(dirname "$0")/.."
 files=("$@")
 [ ${#files[@]} -gt 0 ] || mapfile -t files < <(git ls-files '*.cpp' '*.h')
 clang-format --dry-run --Werror "${files[@]}"
-printf '%s\n' "${files[@]}" | grep '\.cpp$' | xargs -r -n 4 -P "$(nproc)" clang-tidy --quiet -p build/debug
+printf '%s\n' "${files[@]}" | grep '\.cpp$' | xargs -r -n 4 -P "$(nproc)" clang-tidy --quiet -p build/debug \
+    2> >(grep -v ' warnings generated' >&2)
