@@ -166,7 +166,7 @@ private:
     QString m_userName; ///< of the last login
     QString m_password; ///< of the last login
     QSystemTrayIcon *m_tray;
-    QDateTime m_startTime; ///< of the program, then of the last connection
+    QDateTime m_startTime; ///< of the program, then of the last attempt to connect
     QTimer m_progressTimer;
     QMenu *m_trayMenu;
     bool m_bundleInWork = false; ///< a profile is being fetched or unpacked: no connection may start

@@ -10,6 +10,7 @@
 #include "ui_Korvan.h"
 #include "vpn/VPNClient.h"
 
+#include <QDebug>
 #include <QMenu>
 #include <QSound>
 
@@ -147,6 +148,7 @@ void Korvan::enterConnecting()
     m_progressTimer.start(kProgressIntervalMs);
     m_transfer.sessionReceived = 0;
     m_transfer.sessionSent = 0;
+    m_startTime = QDateTime::currentDateTime();
 }
 
 void Korvan::enterConnected()
@@ -156,7 +158,6 @@ void Korvan::enterConnected()
     for (int value = m_form->pgLinkState->value(); value < m_form->pgLinkState->maximum();) {
         m_form->pgLinkState->setValue(++value);
     }
-    m_startTime = QDateTime::currentDateTime();
     if (m_form->cbHideConnection->isChecked()) {
         hide();
     }
@@ -188,6 +189,8 @@ void Korvan::commitSession()
     m_engine->byteCount(received, sent);
     refreshTransfer(received, sent);
     UpdateTotalDataTransfer(0, 0);
+    qDebug().noquote() << "Since" << m_startTime.toString(Qt::ISODate) << "received" << FormatDataSize(received)
+                       << "and sent" << FormatDataSize(sent);
 }
 
 void Korvan::lockDown()

@@ -82,6 +82,14 @@ await 30 no_tunnel
 await 30 logged 'disconnecting from the network'
 sleep 3.5 # the engine takes three seconds to close
 row "disconnected"
+
+click "${tabs[status]}" 72
+click 81 545 # Ping all servers
+sleep 2
+click 100 177 # the second server
+click 347 545 # Run speed test
+sleep 3
+row "servers tested"
 tour "$pause" disconnected-
 click 806 142 # Change user
 sleep "$pause"
