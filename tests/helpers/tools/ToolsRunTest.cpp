@@ -30,7 +30,7 @@ answers() { /usr/bin/ping "${@:2}" -c1 -W1 "$1" >/dev/null 2>&1 && echo yes || e
 
 QByteArray run(const QByteArray &script)
 {
-    return runNetworkScript("PATH=" KORVAN_BUNDLE "/tools:$PATH\n" + script);
+    return runNetworkScript("tools=" KORVAN_BUNDLE "/tools; PATH=$tools:$PATH\n" + script);
 }
 
 constexpr char kMarkedPackets[] = R"sh(
@@ -248,6 +248,21 @@ is login-items ls /run/secret
 is secret cat /run/secret/login-items
 )sh";
 
+/// A stand-in for sstpc prints what it got.
+constexpr char kSstp[] = R"sh(
+cat >/run/sstpc <<'END'
+#!/bin/bash
+tr '\0' ' ' </proc/$$/cmdline; env | grep -v '^_\|SHLVL\|PWD'
+while [[ $1 != passwordfd ]]; do shift; done; cat <&$2
+END
+chmod 755 /run/sstpc; mount --bind /run/sstpc /usr/sbin/sstpc
+is '/bin/bash /usr/sbin/sstpc --log-stderr --log-level 3 --save-server-route vpn.example -- user ada plugin passwordfd.so passwordfd 3 noauth LC_ALL=C
+PATH=/usr/sbin:/usr/bin:/sbin:/bin
+a"b' env X=1 $tools/../composec --user ada --password 'a"b' vpn.example --log-level 3 noauth
+umount /usr/sbin/sstpc; mount --bind /dev/null /usr/sbin/sstpc
+is 'composec: /usr/sbin/sstpc: Permission denied; it is in the package sstp-client' $tools/../composec vpn.example
+)sh";
+
 } // namespace
 
 void ToolsRunTest::restoresTheTable_data()
@@ -296,6 +311,7 @@ void ToolsRunTest::behaves_data()
     row("other requests", routes + kOtherRequests);
     row("netstat", routes + kNetstat);
     row("ping", kPing);
+    row("sstpc", kSstp);
     const auto login = [&row](const char *name, const QByteArray &as) {
         row(name, kUsers + ("d() { " + as) + " $(command -v defaults) \"$@\"; }\n" + kItems);
     };
