@@ -252,12 +252,11 @@ is secret cat /run/secret/login-items
 constexpr char kSstp[] = R"sh(
 cat >/run/sstpc <<'END'
 #!/bin/bash
-tr '\0' ' ' </proc/$$/cmdline; env | grep -v '^_\|SHLVL\|PWD'
+tr '\0' ' ' </proc/$$/cmdline | sed 's/passwordfd [0-9]*/passwordfd N/'; echo "$LC_ALL $PATH$X"
 while [[ $1 != passwordfd ]]; do shift; done; cat <&$2
 END
 chmod 755 /run/sstpc; mount --bind /run/sstpc /usr/sbin/sstpc
-is '/bin/bash /usr/sbin/sstpc --log-stderr --log-level 3 --save-server-route vpn.example -- user ada plugin passwordfd.so passwordfd 3 noauth LC_ALL=C
-PATH=/usr/sbin:/usr/bin:/sbin:/bin
+is '/bin/bash /usr/sbin/sstpc --log-stderr --log-level 3 --save-server-route vpn.example -- user ada plugin passwordfd.so passwordfd N noauth C /usr/sbin:/usr/bin:/sbin:/bin
 a"b' env X=1 $tools/../composec --user ada --password 'a"b' vpn.example --log-level 3 noauth
 umount /usr/sbin/sstpc; mount --bind /dev/null /usr/sbin/sstpc
 is 'composec: /usr/sbin/sstpc: Permission denied; it is in the package sstp-client' $tools/../composec vpn.example
