@@ -128,15 +128,24 @@ void Korvan::finishLogin()
     m_form->pbLogin->setEnabled(true);
     updateOpenVPNServerList();
     m_form->lbExpired->setText(GetCertExpiredDateTime(certificatePath(m_userName)));
+    selectBootServer();
+    if (m_form->cbConnectOnBoot->isChecked()) {
+        QTimer::singleShot(0, this, &Korvan::onConnect);
+    }
+    setStatus(STATUS_READY); // selects the stored protocol
+    if (m_form->cmProto->currentText() == QLatin1String("L2TP")) {
+        updateL2TPServerList();
+        selectBootServer();
+    }
+}
+
+void Korvan::selectBootServer()
+{
     const int bootServer = m_form->cmBootServer->findText(m_bootServer);
     if (bootServer >= 0) {
         m_form->cmBootServer->setCurrentIndex(bootServer);
     }
     m_form->cmServer->setCurrentIndex(m_form->cmBootServer->currentIndex());
-    if (m_form->cbConnectOnBoot->isChecked()) {
-        QTimer::singleShot(0, this, &Korvan::onConnect);
-    }
-    setStatus(STATUS_READY);
 }
 
 void Korvan::showInServerBox(const QString &text)

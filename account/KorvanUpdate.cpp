@@ -84,7 +84,11 @@ void Korvan::onUpdate()
     m_form->pbUpdate->setEnabled(true);
     m_form->cmServer->setEnabled(true);
     m_form->cmProto->setEnabled(true);
-    if (m_form->cmServer->count() == 0) {
+    const bool failed = m_form->cmServer->count() == 0;
+    if (m_form->cmProto->currentText() == QLatin1String("L2TP")) {
+        updateL2TPServerList();
+    }
+    if (failed) {
         QMessageBox::critical(this, tr("Notify"), tr("Update Failed."));
     } else {
         QMessageBox::information(this, tr("Notify"), tr("Update Successful."));

@@ -116,6 +116,7 @@ private:
     bool fallBackToOldProfile();
     bool installProfile(const QByteArray &body);
     void finishLogin();
+    void selectBootServer();
     void showInServerBox(const QString &text);
 
     // Server lists (account/KorvanServerLists.cpp)

@@ -32,6 +32,7 @@ private slots:
     void cleanup();
     void receivesTheProfile_data();
     void receivesTheProfile();
+    void showsTheServersOfTheProtocol();
     void failure_data();
     void failure();
     void archiveToolMissing();
@@ -132,8 +133,6 @@ void LoginTest::receivesTheProfile()
     QVERIFY(!QFile::exists(appPath("/cfg/OpenVPN/config")) && !QFile::exists(appPath("/cfg/login")));
     QVERIFY(QFile::exists(appPath("/cfg/update")));
     QVERIFY(fileBytes(appPath("/cfg/L2TP.txt")).startsWith("Examplia-L2TP-1|203.0.113.21\n"));
-    m_lab->find<QComboBox>("cmProto")->setCurrentText("L2TP");
-    QCOMPARE(servers("cmServer"), QStringList({"Examplia-L2TP-1", "Samplonia-L2TP-1"}));
 
     // The next start knows which servers the table leaves out, and uses the files without asking anybody.
     LabWindow::reset();
@@ -144,6 +143,27 @@ void LoginTest::receivesTheProfile()
     QVERIFY(skipped.size() > 1);
     QCOMPARE(m_lab->find<QTableWidget>("tbPing")->rowCount(), expected.size() - skipped.size());
     QCOMPARE(LabWindow::lastRequest("/api"), QByteArray());
+}
+
+/// Whether L2TP was chosen before the login, is stored, or stays chosen while the configuration is refreshed.
+void LoginTest::showsTheServersOfTheProtocol()
+{
+    const QStringList expected{"Examplia-L2TP-1", "Samplonia-L2TP-1"};
+    m_lab->start();
+    m_lab->find<QComboBox>("cmProto")->setCurrentText("L2TP");
+    m_lab->login("alice", "wonderland-7");
+    QCOMPARE(servers("cmServer"), expected);
+    m_lab->boxes.expect("Notify", "Update Successful.");
+    m_lab->find<QAbstractButton>("pbUpAccount")->click();
+    QCOMPARE(servers("cmServer"), expected);
+    m_lab->find<QComboBox>("cmBootServer")->setCurrentText("Samplonia-L2TP-1");
+    m_lab->find<QAbstractButton>("pbSave")->click();
+
+    m_lab->start();
+    QVERIFY(m_lab->press("pbExist"));
+    QCOMPARE(servers("cmServer"), expected);
+    QCOMPARE(m_lab->find<QComboBox>("cmServer")->currentText(), QString("Samplonia-L2TP-1"));
+    QCOMPARE(m_lab->find<QComboBox>("cmServer")->currentData().toString(), QString("203.0.113.23"));
 }
 
 void LoginTest::failure_data()
