@@ -45,15 +45,8 @@ std::string restoreRoute(const RouteWords &route)
     return failure("restore", route, reason);
 }
 
-} // namespace
-
-RouteOutcome deleteDefaultRoutes(const std::string &gateway)
+RouteOutcome takeAway(RouteJournal &journal, const std::string &gateway)
 {
-    const JournalLock lock(kLockName);
-    RouteJournal journal = loadRouteJournal();
-    if (!journal.problem.empty()) {
-        return {false, {journal.problem}};
-    }
     const std::vector<RouteWords> table = mainTable();
     const std::vector<RouteWords> routes = routesToDelete(table, gateway);
     if (routes.empty() && journal.routes.empty()) {
@@ -73,6 +66,24 @@ RouteOutcome deleteDefaultRoutes(const std::string &gateway)
         }
     }
     return {notes.empty(), notes};
+}
+
+} // namespace
+
+RouteOutcome deleteDefaultRoutes(const std::string &gateway)
+{
+    const JournalLock lock(kLockName);
+    RouteJournal journal = loadRouteJournal();
+    return journal.problem.empty() ? takeAway(journal, gateway) : RouteOutcome{false, {journal.problem}};
+}
+
+void keepDefaultRoutesAway()
+{
+    const JournalLock lock(kLockName);
+    RouteJournal journal = loadRouteJournal();
+    if (!journal.routes.empty()) {
+        takeAway(journal, {});
+    }
 }
 
 RouteOutcome restoreDefaultRoutes(const std::string &gateway)

@@ -16,6 +16,9 @@ struct RouteOutcome
 /// missing and takes away what has come since.
 RouteOutcome deleteDefaultRoutes(const std::string &gateway);
 
+/// While the default routes are away: takes away those that have come since. Nothing otherwise.
+void keepDefaultRoutesAway();
+
 /// Puts back exactly the routes of the journal and undoes everything else that deleteDefaultRoutes() did. Where that
 /// leaves no default route, it adds one through `gateway`. Done when there is a default route in the end.
 RouteOutcome restoreDefaultRoutes(const std::string &gateway);

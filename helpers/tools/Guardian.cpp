@@ -3,10 +3,13 @@
 #include "helpers/LockDown.h"
 #include "helpers/tools/DefaultRoutes.h"
 
+#include <cerrno>
 #include <fcntl.h>
 #include <filesystem>
+#include <linux/rtnetlink.h>
 #include <poll.h>
 #include <sys/file.h>
+#include <sys/socket.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -42,12 +45,39 @@ void letGoOfTheCaller()
     }
 }
 
+/// The kernel's announcements of every change to an IPv4 route, or -1.
+int routeChanges()
+{
+    const int netlink = socket(AF_NETLINK, SOCK_RAW | SOCK_CLOEXEC | SOCK_NONBLOCK, NETLINK_ROUTE);
+    sockaddr_nl address = {};
+    address.nl_family = AF_NETLINK;
+    address.nl_groups = RTMGRP_IPV4_ROUTE;
+    if (netlink >= 0 && bind(netlink, reinterpret_cast<const sockaddr *>(&address), sizeof address) != 0) {
+        close(netlink);
+        return -1;
+    }
+    return netlink;
+}
+
+/// Which change it was does not matter: what is in the table now counts.
+void forget(int netlink)
+{
+    char buffer[4096];
+    while (recv(netlink, buffer, sizeof buffer, 0) > 0 || errno == ENOBUFS) {
+    }
+}
+
 [[noreturn]] void watch(int program)
 {
     letGoOfTheCaller();
     if (becomeTheGuardian()) {
-        pollfd end = {program, POLLIN, 0};
-        while (poll(&end, 1, -1) < 0) {
+        pollfd events[] = {{program, POLLIN, 0}, {routeChanges(), POLLIN, 0}};
+        keepDefaultRoutesAway(); // one may have come before the announcements did
+        while (poll(events, 2, -1) < 0 || events[0].revents == 0) {
+            if (events[1].revents != 0) {
+                forget(events[1].fd);
+                keepDefaultRoutesAway();
+            }
         }
         restoreDefaultRoutes({}); // nothing happens when the program has done so itself
     }

@@ -33,6 +33,10 @@ void GuardianTest::putsTheRoutesBack_data()
     QTest::newRow("put back before the end")
         << QByteArray("Korvan") << QByteArray("add 0.0.0.0 mask 0.0.0.0 198.51.1.1") << QByteArray("kill $program")
         << original;
+    QTest::newRow("a lease is renewed") << QByteArray("Korvan") << QByteArray()
+                                        << QByteArray("ip route add default via 198.51.1.1 metric 9; gone; "
+                                                      "kill -KILL $program")
+                                        << original + "\ndefault via 198.51.1.1 dev eth1 metric 9";
     QTest::newRow("a shell that a person uses is not watched")
         << QByteArray("bash") << QByteArray() << QByteArray("kill -KILL $program") << QByteArray();
 }
@@ -57,7 +61,8 @@ void GuardianTest::putsTheRoutesBack()
         again +
         " >/dev/null; touch /run/ready; sleep 60; :' &\n"
         "program=$!\n"
-        "until [ -e /run/ready ]; do sleep 0.05; done\n" +
+        "until [ -e /run/ready ]; do sleep 0.05; done\n"
+        "gone() { until [ -z \"$(ip route show default)\" ]; do sleep 0.05; done; }\n" +
         end +
         "; wait $program 2>/dev/null\n"
         "for ((n = 0; n < 40; n++)); do [ -z \"$(ip route show default)\" ] || break; sleep 0.05; done\n"
