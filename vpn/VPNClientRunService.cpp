@@ -27,7 +27,7 @@ void VPNClient::runService()
         return;
     }
     monitorService();
-    if (state() == DISCONNECTING) {
+    if (state() == DISCONNECTING && !isInterruptionRequested()) {
         disconnectService();
     }
 }

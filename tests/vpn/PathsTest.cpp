@@ -164,11 +164,19 @@ void PathsTest::path()
     }
 }
 
-/// The SSTP path writes below /etc: it gets one of its own.
+/// The SSTP path writes below /etc: it gets one of its own. Who is not root becomes it in a user namespace.
 static bool hasOwnEtc()
 {
-    const int spaces = geteuid() == 0 ? CLONE_NEWNS : CLONE_NEWNS | CLONE_NEWUSER;
-    return unshare(spaces) == 0 && mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
+    if (const uid_t user = geteuid(); user != 0) {
+        const gid_t group = getegid();
+        if (unshare(CLONE_NEWUSER) != 0) {
+            return false;
+        }
+        putFile("/proc/self/uid_map", "0 " + QByteArray::number(user) + " 1");
+        putFile("/proc/self/setgroups", "deny");
+        putFile("/proc/self/gid_map", "0 " + QByteArray::number(group) + " 1");
+    }
+    return unshare(CLONE_NEWNS) == 0 && mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
            mount("tmpfs", "/etc", "tmpfs", 0, nullptr) == 0;
 }
 
