@@ -4,6 +4,7 @@
 #include "app/shell/DebugLog.h"
 #include "common/AppPath.h"
 #include "common/Paths.h"
+#include "helpers/Restart.h"
 #include "platform/Tool.h"
 #include "route/DefaultGateway.h"
 #include "vpn/VPNClient.h"
@@ -57,7 +58,7 @@ void preferBundledTools()
     qputenv("PATH", QFile::encodeName(appPath("/tools")) + ':' + qgetenv("PATH"));
 }
 
-PendingUpdate installPendingUpdate()
+PendingUpdate installPendingUpdate(const char *argument)
 {
     const QStringList names = QDir(appPath("/update")).entryList(QDir::Files, QDir::Unsorted);
     if (!names.contains(kArchiveName)) {
@@ -78,6 +79,7 @@ PendingUpdate installPendingUpdate()
     QFile::rename(appPath("/update/") + kArchiveName, archive);
     QFile::rename(appPath("/compose9"), helper); // it leaves the bundle that it is about to replace
     Uncompress(archive, staging);
+    qputenv(kRestartArgument, argument);
     if (!QProcess::startDetached(helper, {staging, QStringLiteral("Korvan")})) {
         QMessageBox::critical(nullptr, QApplication::tr("Error"), QApplication::tr("Can not start update compose."));
     }
@@ -87,6 +89,8 @@ PendingUpdate installPendingUpdate()
 void removeStagingFolder()
 {
     if (QDir(stagingFolder()).exists()) {
+        // A helper that never ran is not lost: without it no update could be installed again.
+        QFile::rename(stagingFolder() + QLatin1String("/compose9"), appPath("/compose9"));
         QDir_removeFolder(stagingFolder());
     }
 }

@@ -28,10 +28,11 @@ enum class PendingUpdate {
     HandedOver,    ///< the helper was started, or could not be and the user was told so
 };
 
-/// Unpacks a pending archive into the staging folder beside the bundle and starts the update helper from there.
-PendingUpdate installPendingUpdate();
+/// Unpacks a pending archive into the staging folder beside the bundle and starts the update helper from there, which
+/// starts the program again with `argument`, or with none when that is empty.
+PendingUpdate installPendingUpdate(const char *argument);
 
-/// Deletes the staging folder that an earlier update left.
+/// Deletes the staging folder that an earlier update left, after taking back the helper where the bundle has none.
 void removeStagingFolder();
 
 /// The "-version" box.

@@ -59,7 +59,7 @@ int main(int argc, char *argv[])
         return 0;
     }
     if (instance.isFirst()) { // nothing is swapped under a running program
-        switch (installPendingUpdate()) {
+        switch (installPendingUpdate(argc == 2 ? argv[1] : "")) {
         case PendingUpdate::None:
             break;
         case PendingUpdate::HelperMissing:

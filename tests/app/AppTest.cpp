@@ -185,11 +185,12 @@ void AppTest::updateWithoutHelper()
 void AppTest::updateIsHandedOver()
 {
     putFile(inBundle("/update/update.zip"), "an archive");
-    putScript(inBundle("/compose9"), "printf '%s\\n' \"$@\" > '" + m_folder->path().toUtf8() + "/called'");
+    putScript(inBundle("/compose9"),
+              "printf '%s\\n' \"$@\" \"$KORVAN_RESTART_ARGUMENT\" > '" + m_folder->path().toUtf8() + "/called'");
     putScript(inBundle("/compose7"), "cp \"$2\" \"$4/unpacked\"");
-    start({});
+    start({"-hide"});
     waitForEnd(188);
-    QTRY_COMPARE(fileBytes(m_folder->path() + "/called"), staging().toUtf8() + "/\nKorvan\n");
+    QTRY_COMPARE(fileBytes(m_folder->path() + "/called"), staging().toUtf8() + "/\nKorvan\n-hide\n");
     QVERIFY(!QFile::exists(inBundle("/update/update.zip")));
     QVERIFY(!QFile::exists(inBundle("/compose9")));
     QCOMPARE(fileBytes(staging() + "/unpacked"), QByteArray("an archive"));
@@ -197,6 +198,7 @@ void AppTest::updateIsHandedOver()
     start({}); // the next normal start clears up
     QVERIFY(startIsDone());
     QVERIFY(!QDir(staging()).exists());
+    QVERIFY(QFile::exists(inBundle("/compose9")));
     quit();
 }
 
