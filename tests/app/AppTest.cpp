@@ -28,6 +28,7 @@ private slots:
     void updateWithoutHelper();
     void updateIsHandedOver();
     void updateHelperThatCanNotStart();
+    void updateIsInstalledAndStarted();
     void nothingIsSwappedUnderARunningProgram();
     void otherNamesAreNoUpdate();
     void soundsAreSmallWaves();
@@ -212,6 +213,30 @@ void AppTest::updateHelperThatCanNotStart()
     m_screen.pressKey("Error", "Return");
     waitForEnd(188);
     QVERIFY(QFile::exists(staging() + "/update.zip"));
+}
+
+/// The real helpers and a real archive.
+void AppTest::updateIsInstalledAndStarted()
+{
+    const QString archive = inBundle("/update/update.zip");
+    const QString script = KORVAN_SOURCE "/scripts/make-update.sh";
+    QCOMPARE(QProcess::execute(script, {KORVAN_BUILD, archive, "98.7.6"}), 0);
+    putFile(inBundle("/cfg/OpenVPN/kept"), "kept");
+    start({"-hide"});
+    waitForEnd(188);
+    QVERIFY2(startIsDone(), log().constData());
+    QVERIFY2(log().contains(" to 98.7.6\r\n"), log().constData());
+    QCOMPARE(fileBytes(inBundle("/version")), QByteArray("98.7.6"));
+    QCOMPARE(fileBytes(inBundle("/cfg/OpenVPN/kept")), QByteArray("kept"));
+    QVERIFY(m_screen.hidesWindow("Korvan"));
+    QTRY_COMPARE_WITH_TIMEOUT(
+        QDir(m_folder->path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+        QStringList("Korvan.app"), 30000);
+    for (const QString &process : QDir("/proc").entryList(QDir::Dirs)) {
+        if (QFile::symLinkTarget("/proc/" + process + "/exe") == inBundle("/Korvan")) {
+            kill(process.toInt(), SIGTERM);
+        }
+    }
 }
 
 void AppTest::nothingIsSwappedUnderARunningProgram()

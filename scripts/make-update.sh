@@ -1,0 +1,32 @@
+#!/usr/bin/env bash
+# make-update.sh BUILD ARCHIVE [VERSION]: packs the bundle of a finished build folder, without any state of a user, as an
+# update archive. VERSION is put in place of the build's own.
+set -euo pipefail
+
+if [ $# -lt 2 ] || [ $# -gt 3 ]; then
+    echo "usage: make-update.sh BUILD ARCHIVE [VERSION]" >&2
+    exit 2
+fi
+bundle=$1/Korvan.app
+archive=$(realpath -m "$2")
+macos=Korvan.app/Contents/MacOS
+for name in Korvan version compose compose4 composec compose6 compose7 compose9 up.sh down.sh; do
+    [ -f "$1/$macos/$name" ] || { echo "make-update: $1/$macos/$name is missing, build everything first" >&2; exit 1; }
+done
+
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+cp -a "$bundle" "$work"
+cd "$work"
+rm -rf $macos/{cfg,update,log,log.txt,vpnlog.txt,instance,l2tp,defgate,setting.ini}
+[ $# -lt 3 ] || printf %s "$3" >$macos/version
+if [ -n "$(find Korvan.app ! -type f ! -type d -print -quit)" ]; then
+    echo "make-update: the bundle holds links, which no update may" >&2
+    exit 1
+fi
+mkdir -p "$(dirname "$archive")"
+rm -f "$archive"
+zip -q -r -X "$archive" Korvan.app
+# What the program would do with it.
+"$macos/compose7" -o "$archive" -d unpacked/
+diff -r Korvan.app unpacked/Korvan.app
