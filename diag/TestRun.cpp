@@ -2,6 +2,8 @@
 
 #include "ui_Korvan.h"
 
+#include <QHeaderView>
+
 TestRun::TestRun(QWidget *window, Ui::Korvan *form) : m_window(window), m_form(form)
 {
     showRunning(true);
@@ -20,6 +22,8 @@ void TestRun::showRunning(bool running)
     m_form->pbPingDet->setEnabled(!running);
     m_form->pbSpeedTest->setEnabled(!running);
     m_form->pbTestCancel->setEnabled(running);
+    // A click on the header would take effect at the end of the test.
+    m_form->tbPing->horizontalHeader()->setSectionsClickable(!running);
     m_form->tbPing->setSortingEnabled(!running);
 }
 
