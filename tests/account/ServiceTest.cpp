@@ -3,63 +3,20 @@
 #include "account/Updates.h"
 #include "account/WebPage.h"
 #include "common/AppPath.h"
+#include "tests/support/OnePage.h"
 #include "tests/support/TestFiles.h"
 
 #include <QDir>
 #include <QElapsedTimer>
-#include <QTcpServer>
-#include <QTcpSocket>
 #include <QTest>
 
 static const QDateTime kNow(QDate(2026, 6, 15), QTime(12, 0), Qt::UTC);
-
-static bool isWhole(const QByteArray &request)
-{
-    const QByteArray name = "\r\nContent-Length: ";
-    const int head = request.indexOf("\r\n\r\n");
-    const int length = request.indexOf(name);
-    const int body = length < 0 ? 0 : request.mid(length + name.size()).split('\r').first().toInt();
-    return head >= 0 && request.size() == head + 4 + body;
-}
-
-/// A web server of one page: it keeps the request and sends `answer`; then it closes the connection unless the answer
-/// is to be one that never ends.
-class OnePage : public QTcpServer
-{
-public:
-    explicit OnePage(const QByteArray &answer, bool endless = false)
-    {
-        listen(QHostAddress::LocalHost);
-        connect(this, &QTcpServer::newConnection, this, [=] {
-            QTcpSocket *socket = nextPendingConnection();
-            request.clear();
-            connect(socket, &QTcpSocket::readyRead, this, [=] {
-                request += socket->readAll();
-                if (!isWhole(request)) {
-                    return;
-                }
-                socket->write(answer);
-                if (!endless) {
-                    socket->disconnectFromHost();
-                }
-            });
-        });
-    }
-    QString url() const { return QStringLiteral("http://127.0.0.1:%1/api").arg(serverPort()); }
-
-    QByteArray request;
-};
 
 /// A settings file is read anew only when its time or size has changed, and two tests can meet within one clock tick.
 static void useApi(const QString &url)
 {
     static int length = 0;
     putFile(appPath("/setting.ini"), "[LOGIN]\nVER=" + url.toLatin1() + "\n;" + QByteArray(++length, '-') + '\n');
-}
-
-static QByteArray ok(const QByteArray &body)
-{
-    return "HTTP/1.1 200 OK\r\nContent-Length: " + QByteArray::number(body.size()) + "\r\n\r\n" + body;
 }
 
 class ServiceTest : public QObject
