@@ -1,18 +1,34 @@
 #include "tests/support/OwnNetwork.h"
 
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <net/if.h>
 #include <sched.h>
 #include <sys/ioctl.h>
+#include <sys/mount.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
+/// The helpers keep their journals there.
+static void hideRunFolder()
+{
+    if (mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
+        mount("tmpfs", "/run", "tmpfs", 0, nullptr) != 0) {
+        std::perror("/run");
+        std::_Exit(1);
+    }
+}
+
 void enterOwnNetwork()
 {
-    if (unshare(geteuid() == 0 ? CLONE_NEWNET : CLONE_NEWNET | CLONE_NEWUSER) != 0) {
+    const bool isRoot = geteuid() == 0;
+    if (unshare(CLONE_NEWNET | (isRoot ? CLONE_NEWNS : CLONE_NEWUSER)) != 0) {
         std::puts("NOTE: no network namespace of its own for this test");
         return;
+    }
+    if (isRoot) {
+        hideRunFolder();
     }
     const int socketFd = socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);
     ifreq request = {};
