@@ -1,12 +1,12 @@
 #include "app/shell/DebugLog.h"
 #include "app/shell/Settings.h"
 #include "common/AppPath.h"
+#include "tests/support/Cases.h"
 #include "tests/support/TestFiles.h"
 
 #include <QDebug>
 #include <QDir>
 #include <QRegularExpression>
-#include <QTest>
 #include <QTextCodec>
 #include <QTextEdit>
 #include <QThread>
@@ -19,37 +19,25 @@ class ShellTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
+    void initTestCase() { QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8")); }
     void init();
     void cleanup();
-    void oneStampedLineAMessage_data();
     void oneStampedLineAMessage();
     void onlyDebugMessages();
-    void linkIsNotFollowed();
-    void unwritableLogIsSilent();
+    void onlyAPlainFileIsWritten();
     void viewShowsPlainTextInOrder();
     void viewKeepsTheLastLines();
     void manyThreadsWriteWholeLines();
-    void settings_data();
     void settings();
 
 private:
+    const QString m_log = appPath("/log.txt");
     QtMessageHandler m_previous = nullptr;
 };
 
-static QString logPath()
-{
-    return appPath("/log.txt");
-}
-
-void ShellTest::initTestCase()
-{
-    QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
-}
-
 void ShellTest::init()
 {
-    QFile::remove(logPath());
+    QFile::remove(m_log);
     m_previous = qInstallMessageHandler(debugFilter);
 }
 
@@ -59,25 +47,19 @@ void ShellTest::cleanup()
     g_edLog = nullptr;
 }
 
-void ShellTest::oneStampedLineAMessage_data()
-{
-    QTest::addColumn<QString>("message");
-    QTest::addColumn<QByteArray>("text");
-    QTest::newRow("quotes go") << "\"abc\" and \"d\"" << QByteArray("abc and d");
-    QTest::newRow("blanks only") << "   \t " << QByteArray();
-    QTest::newRow("trimmed") << " \n a b \r\n" << QByteArray("a b");
-    QTest::newRow("not ASCII") << QString::fromUtf8("Zürich \u2192") << QByteArray("Zürich \u2192");
-    QTest::newRow("percent signs") << "100% %s %n" << QByteArray("100% %s %n");
-}
-
 void ShellTest::oneStampedLineAMessage()
 {
-    QFETCH(QString, message);
-    QFETCH(QByteArray, text);
-    qDebug().noquote() << message;
-    const QByteArray log = fileBytes(logPath());
-    QVERIFY2(QRegularExpression("^\\d\\d:\\d\\d:\\d\\d ").match(log.left(9)).hasMatch(), log.constData());
-    QCOMPARE(log.mid(9), text + "\r\n");
+    const std::pair<const char *, const char *> cases[] = {
+        {"\"abc\" and \"d\"", "abc and d"}, {"   \t ", ""}, {" \n a b \r\n", "a b"}, {"Zürich →", "Zürich →"},
+        {"100% %s %n", "100% %s %n"},
+    };
+    for (const auto &[message, text] : cases) {
+        QFile::remove(m_log);
+        qDebug("%s", message);
+        const QByteArray log = fileBytes(m_log);
+        QVERIFY2(QRegularExpression("^\\d\\d:\\d\\d:\\d\\d ").match(log.left(9)).hasMatch(), log.constData());
+        COMPARE_CASE(message, log.mid(9), text + QByteArray("\r\n"));
+    }
 }
 
 void ShellTest::onlyDebugMessages()
@@ -85,22 +67,18 @@ void ShellTest::onlyDebugMessages()
     qWarning("warning");
     qCritical("critical");
     qInfo("info");
-    QVERIFY(!QFile::exists(logPath()));
+    QVERIFY(!QFile::exists(m_log));
 }
 
-void ShellTest::linkIsNotFollowed()
+void ShellTest::onlyAPlainFileIsWritten()
 {
     putFile(appPath("/target"), "untouched");
-    QVERIFY(QFile::link(appPath("/target"), logPath()));
+    QVERIFY(QFile::link(appPath("/target"), m_log));
     qDebug("x");
     QCOMPARE(fileBytes(appPath("/target")), QByteArray("untouched"));
-}
-
-void ShellTest::unwritableLogIsSilent()
-{
-    QVERIFY(QDir().mkpath(logPath()));
+    QVERIFY(QFile::remove(m_log) && QDir().mkpath(m_log));
     qDebug("x");
-    QVERIFY(QDir().rmdir(logPath()));
+    QVERIFY(QDir().rmdir(m_log));
 }
 
 void ShellTest::viewShowsPlainTextInOrder()
@@ -126,17 +104,15 @@ void ShellTest::viewKeepsTheLastLines()
     }
     QTRY_VERIFY_WITH_TIMEOUT(view.toPlainText().endsWith(QStringLiteral("line %1").arg(count)), 30000);
     QCOMPARE(view.document()->blockCount(), kLogViewLines);
-    QCOMPARE(fileBytes(logPath()).count('\n'), count);
+    QCOMPARE(fileBytes(m_log).count('\n'), count);
 }
 
 void ShellTest::manyThreadsWriteWholeLines()
 {
-    constexpr int threads = 4;
-    constexpr int each = 2000;
     std::vector<std::unique_ptr<QThread>> workers;
-    for (int t = 0; t < threads; ++t) {
+    for (int t = 0; t < 4; ++t) {
         workers.emplace_back(QThread::create([t] {
-            for (int i = 0; i < each; ++i) {
+            for (int i = 0; i < 2000; ++i) {
                 qDebug("thread %d message %d end", t, i);
             }
         }));
@@ -145,38 +121,35 @@ void ShellTest::manyThreadsWriteWholeLines()
     for (const auto &worker : workers) {
         QVERIFY(worker->wait(60000));
     }
-    std::vector<int> next(threads, 0);
+    int next[4] = {};
     const QRegularExpression pattern("^\\d\\d:\\d\\d:\\d\\d thread (\\d) message (\\d+) end\r$");
-    QList<QByteArray> lines = fileBytes(logPath()).split('\n');
+    QList<QByteArray> lines = fileBytes(m_log).split('\n');
     QVERIFY(lines.takeLast().isEmpty());
-    QCOMPARE(lines.size(), threads * each);
+    QCOMPARE(lines.size(), 4 * 2000);
     for (const QByteArray &line : qAsConst(lines)) {
         const auto match = pattern.match(line);
         QVERIFY2(match.hasMatch(), line.constData());
-        QCOMPARE(match.captured(2).toInt(), next.at(size_t(match.captured(1).toInt()))++);
+        QCOMPARE(match.captured(2).toInt(), next[match.captured(1).toInt()]++);
     }
-}
-
-void ShellTest::settings_data()
-{
-    QTest::addColumn<QByteArray>("file");
-    QTest::addColumn<QString>("value");
-    QTest::newRow("set") << QByteArray("[DEBUG]\nENABLE=true\n") << "true";
-    QTest::newRow("CRLF, other sections") << QByteArray("[A]\r\nENABLE=1\r\n[DEBUG]\r\nENABLE=True\r\n") << "True";
-    QTest::newRow("empty value") << QByteArray("[DEBUG]\nENABLE=\n") << "";
-    QTest::newRow("missing key") << QByteArray("[DEBUG]\n") << "";
-    QTest::newRow("junk") << QByteArray("\0\xff[[=\n", 6) << "";
-    QTest::newRow("empty file") << QByteArray() << "";
 }
 
 void ShellTest::settings()
 {
-    QFETCH(QByteArray, file);
-    QFile::remove(appPath("/setting.ini"));
-    QCOMPARE(getSetting("DEBUG/ENABLE"), QString());
-    putFile(appPath("/setting.ini"), file);
-    QTEST(getSetting("DEBUG/ENABLE"), "value");
-    QCOMPARE(fileBytes(appPath("/setting.ini")), file); // never written
+    const std::tuple<const char *, QByteArray, const char *> cases[] = {
+        {"set", "[DEBUG]\nENABLE=true\n", "true"},
+        {"CRLF, other sections", "[A]\r\nENABLE=1\r\n[DEBUG]\r\nENABLE=True\r\n", "True"},
+        {"empty value", "[DEBUG]\nENABLE=\n", ""},
+        {"missing key", "[DEBUG]\n", ""},
+        {"junk", QByteArray("\0\xff[[=\n", 6), ""},
+        {"empty file", "", ""},
+    };
+    for (const auto &[name, file, value] : cases) {
+        QFile::remove(appPath("/setting.ini"));
+        COMPARE_CASE(name, getSetting("DEBUG/ENABLE"), "");
+        putFile(appPath("/setting.ini"), file);
+        COMPARE_CASE(name, getSetting("DEBUG/ENABLE"), value);
+        COMPARE_CASE(name, fileBytes(appPath("/setting.ini")), file); // never written
+    }
     QFile::remove(appPath("/setting.ini"));
 }
 
