@@ -144,6 +144,8 @@ std::vector<std::string> openVpnArguments(const CommandLine &commandLine, const 
     add({"--verb", "3"});
     // A password that is wrong for any key: without one OpenVPN would ask for it where nobody sees the question.
     add({"--askpass", handover.keyPassword});
+    // When OpenVPN starts the connection anew in itself, nobody's packets may leave past the tunnel meanwhile.
+    add({"--persist-tun"});
     // Also without lock-down, which may come while the tunnel is up.
     add({"--mark", std::to_string(kTunnelMark)});
     if (handover.lockedDown) {

@@ -213,8 +213,8 @@ void ProfileTest::openVpnArgumentsInOrder()
         arguments += QString::fromStdString(argument);
     QCOMPARE(
         arguments.join('|'),
-        QStringLiteral("openvpn|--verb|3|--askpass|KEY|--mark|19311|--pull-filter|ignore|redirect-gateway|"
-                       "--redirect-gateway|def1|local|--http-proxy|proxy|8080|PROXY|--config|CONFIG|"
+        QStringLiteral("openvpn|--verb|3|--askpass|KEY|--persist-tun|--mark|19311|--pull-filter|ignore|"
+                       "redirect-gateway|--redirect-gateway|def1|local|--http-proxy|proxy|8080|PROXY|--config|CONFIG|"
                        "--auth-user-pass|ANSWERS|--auth-nocache|--cd|/a \"b\"/cfg/OpenVPN/|--management|127.0.0.1|"
                        "44358|--script-security|2|--up|\"/a \\\"b\\\"/up.sh\"|--down|\"/a \\\"b\\\"/down.sh\""));
 }
