@@ -11,8 +11,12 @@
 #include <QHeaderView>
 #include <QMenu>
 #include <QSet>
+#include <QStandardItemModel>
 
 static constexpr int kPingRowHeight = 20;
+
+/// More servers than these are grouped in the menu, so many to a group.
+static constexpr int kMenuEntries = 1000;
 
 /// Selects in both boxes the server of this name, if it is among the servers.
 static void selectServer(Ui::Korvan &form, const QString &name)
@@ -24,12 +28,19 @@ static void selectServer(Ui::Korvan &form, const QString &name)
     }
 }
 
-static void fillServerBoxes(Ui::Korvan &form, const QStringList &names)
+/// Replaces a box's items in one go. `addresses` become their data, where there are any.
+static void fillBox(QComboBox &box, const QStringList &names, const QStringList &addresses = {})
 {
-    for (QComboBox *box : {static_cast<QComboBox *>(form.cmServer), static_cast<QComboBox *>(form.cmBootServer)}) {
-        box->clear();
-        box->addItems(names);
+    QList<QStandardItem *> items;
+    items.reserve(names.size());
+    for (int index = 0; index < names.size(); ++index) {
+        items.append(new QStandardItem(names.at(index)));
+        if (index < addresses.size()) {
+            items.last()->setData(addresses.at(index), Qt::UserRole);
+        }
     }
+    box.clear();
+    qobject_cast<QStandardItemModel *>(box.model())->invisibleRootItem()->appendRows(items);
 }
 
 static void fillPingTable(QTableWidget &table, const QStringList &names, const QSet<QString> &skipped)
@@ -56,7 +67,8 @@ void Korvan::updateOpenVPNServerList()
     const QString bootServer = m_form->cmBootServer->currentText();
     const QStringList names = openVPNServerNames();
     fillServerMenu(names);
-    fillServerBoxes(*m_form, names);
+    fillBox(*m_form->cmServer, names);
+    fillBox(*m_form->cmBootServer, names);
     fillPingTable(*m_form->tbPing, names, QSet<QString>(m_skipList.cbegin(), m_skipList.cend()));
     selectServer(*m_form, bootServer);
 }
@@ -66,31 +78,33 @@ void Korvan::fillServerMenu(const QStringList &names)
     if (m_connectMenu == nullptr) {
         return;
     }
-    // A menu needs quadratic time to lose its entries, so it is replaced instead.
-    auto *menu = new QMenu(m_connectMenu->title(), m_trayMenu);
-    menu->setIcon(m_connectMenu->icon());
-    menu->menuAction()->setEnabled(m_connectMenu->menuAction()->isEnabled());
-    for (const QString &name : names) {
-        menu->addAction(name, this, &Korvan::onMenuConnect);
+    m_connectMenu->clear();
+    for (QMenu *group : m_connectMenu->findChildren<QMenu *>(QString(), Qt::FindDirectChildrenOnly)) {
+        group->deleteLater();
     }
-    m_trayMenu->insertMenu(m_connectMenu->menuAction(), menu);
-    m_trayMenu->removeAction(m_connectMenu->menuAction());
-    m_connectMenu->deleteLater();
-    m_connectMenu = menu;
+    // Qt searches a whole menu for every entry that it gains, and nobody finds a server among thousands.
+    const bool grouped = names.size() > kMenuEntries;
+    QMenu *menu = m_connectMenu;
+    for (int index = 0; index < names.size(); ++index) {
+        if (grouped && index % kMenuEntries == 0) {
+            const int last = qMin(index + kMenuEntries, names.size()) - 1;
+            menu = m_connectMenu->addMenu(names.at(index) + QStringLiteral(" \u2013 ") + names.at(last));
+        }
+        menu->addAction(names.at(index), this, &Korvan::onMenuConnect);
+    }
 }
 
 void Korvan::updateL2TPServerList()
 {
-    const QVector<L2TPServer> servers = readL2TPServers();
     const QString bootServer = m_form->cmBootServer->currentText();
     QStringList names;
-    for (const L2TPServer &server : servers) {
+    QStringList addresses;
+    for (const L2TPServer &server : readL2TPServers()) {
         names.append(server.name);
+        addresses.append(server.address);
     }
-    fillServerBoxes(*m_form, names);
-    for (int index = 0; index < servers.size(); ++index) {
-        m_form->cmServer->setItemData(index, servers.at(index).address);
-    }
+    fillBox(*m_form->cmServer, names, addresses);
+    fillBox(*m_form->cmBootServer, names);
     selectServer(*m_form, bootServer);
 }
 

@@ -14,7 +14,7 @@ void Korvan::buildTrayMenu()
     open->setFont(bold);
     m_trayMenu->addSeparator();
     m_connectMenu = m_trayMenu->addMenu(icon("connect"), tr("Connect"));
-    m_connectMenu->setEnabled(false);
+    m_connectMenu->menuAction()->setEnabled(false); // the menu itself would stay disabled for ever
     m_reconnectAction = m_trayMenu->addAction(icon("reconnect"), tr("Reconnect"), this, &Korvan::onReconnect);
     m_reconnectAction->setEnabled(false);
     m_disconnectAction = m_trayMenu->addAction(icon("disconnect"), tr("Disconnect"), this, &Korvan::onDisconnect);
