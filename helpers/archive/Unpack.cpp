@@ -19,7 +19,7 @@ constexpr size_t kBlockSize = 65536;
 static std::string problem(archive *a)
 {
     const char *text = archive_error_string(a);
-    return text ? text : "it is damaged";
+    return text ? std::string(text, strcspn(text, "\n")) : "it is damaged";
 }
 
 /// A reader at the beginning of the archive; null when the file is no archive of this format. ZIP is read by its
