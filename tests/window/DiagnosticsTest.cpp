@@ -59,7 +59,7 @@ void DiagnosticsTest::init()
                   "far) echo 'received, 0% packet loss'; echo 'stddev = 80/114.2/130/1 ms' ;;\n"
                   "dead) echo '1 packets transmitted, 0 packets received, 100.0% packet loss'; exit 1 ;;\n"
                   "slow) exec sleep 600 ;;\n"
-                  "*) echo \"ping: $2: unknown host\" >&2; exit 2 ;;\n"
+                  "*) sleep 0.3; echo \"ping: $2: unknown host\" >&2; exit 2 ;;\n"
                   "esac\n");
 }
 
