@@ -24,6 +24,11 @@ OnePage::OnePage(const QByteArray &bytes, bool isEndless, quint16 port) : answer
             if (!isWhole(request)) {
                 return;
             }
+            if (request.startsWith("CONNECT ")) {
+                request.clear();
+                socket->write("HTTP/1.1 200 OK\r\n\r\n");
+                return;
+            }
             socket->write(answer);
             if (!endless) {
                 socket->disconnectFromHost();
