@@ -53,13 +53,16 @@ void DiagnosticsTest::init()
     putScript(appPath("/fake/ping"),
               "echo \"$* $$ \" >> '" + appPath("/fake/pings").toUtf8() +
                   "'\n"
+                  "while [ \"$(cat '" +
+                  appPath("/fake/watched").toUtf8() +
+                  "' 2>/dev/null)\" = \"$2\" ]; do sleep 0.02; done\n"
                   "case \"$2\" in\n"
                   "near) echo '20 packets transmitted, 19 packets received, 12.5% packet loss'\n"
                   "  echo 'round-trip min/avg/max/stddev = 10.9/23.7/40.1/5.2 ms' ;;\n"
                   "far) echo 'received, 0% packet loss'; echo 'stddev = 80/114.2/130/1 ms' ;;\n"
                   "dead) echo '1 packets transmitted, 0 packets received, 100.0% packet loss'; exit 1 ;;\n"
                   "slow) exec sleep 600 ;;\n"
-                  "*) sleep 0.3; echo \"ping: $2: unknown host\" >&2; exit 2 ;;\n"
+                  "*) echo \"ping: $2: unknown host\" >&2; exit 2 ;;\n"
                   "esac\n");
 }
 
@@ -104,12 +107,14 @@ QString DiagnosticsTest::state() const
 
 void DiagnosticsTest::whenPinged(const QByteArray &host, const std::function<void()> &action)
 {
+    putFile(appPath("/fake/watched"), host); // the stand-in does not answer before the action is done
     auto *timer = new QTimer(m_table);
     connect(timer, &QTimer::timeout, this, [=] {
         if (fileBytes(appPath("/fake/pings")).contains(' ' + host + ' ')) {
             timer->deleteLater();
             timer->stop();
             action();
+            QFile::remove(appPath("/fake/watched"));
         }
     });
     timer->start(5);
