@@ -95,6 +95,11 @@ void removeStagingFolder()
     }
 }
 
+void cleanUpAfterTunnels()
+{
+    runTool(QStringLiteral("bash"), {appPath("/down.sh"), QStringLiteral("--stale")});
+}
+
 void showVersion()
 {
     QMessageBox::information(nullptr, QApplication::tr("Version"),

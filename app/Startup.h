@@ -35,6 +35,10 @@ PendingUpdate installPendingUpdate(const char *argument);
 /// Deletes the staging folder that an earlier update left, after taking back the helper where the bundle has none.
 void removeStagingFolder();
 
+/// Undoes what a tunnel has left whose OpenVPN was killed together with the program: its name servers, without which
+/// no login would get anywhere, the IPv6 block, a host route. Tunnels that live are left alone.
+void cleanUpAfterTunnels();
+
 /// The "-version" box.
 void showVersion();
 

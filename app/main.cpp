@@ -74,6 +74,7 @@ int main(int argc, char *argv[])
         wantsVersion ? showVersion() : resetNetwork();
         return 0;
     }
+    cleanUpAfterTunnels();
     const bool show = argc == 1 || (argc == 2 && !isOnlyArgument(argc, argv, "-hide"));
     return runWindow(instance, show);
 }

@@ -55,6 +55,7 @@ void AppTest::init()
     QDir(m_folder->path()).mkpath("Korvan.app/Contents");
     QProcess::execute("cp", {"-a", KORVAN_BUNDLE, m_folder->path() + "/Korvan.app/Contents/"});
     putFile(inBundle("/setting.ini"), "[UPDATE]\nURL=http://127.0.0.1:1/update.xml\n");
+    putScript(inBundle("/down.sh"), ""); // the machine's name servers are not the test's own
 }
 
 void AppTest::cleanup()
