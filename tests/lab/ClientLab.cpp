@@ -4,6 +4,7 @@
 #include "ui/KvRetinaTabBar.h"
 
 #include <csignal>
+#include <cstdio>
 
 static constexpr int kLimitMs = 60000;
 
@@ -101,7 +102,7 @@ bool networkReturnsTo(const QByteArray &state)
     if (QTest::qWaitFor([&] { return networkState() == state; }, kLimitMs)) {
         return true;
     }
-    qWarning("the network is now\n%s\nand was\n%s", networkState().constData(), state.constData());
+    std::printf("the network is now\n%s\nand was\n%s\n", networkState().constData(), state.constData());
     return false;
 }
 
