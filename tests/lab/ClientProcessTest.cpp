@@ -86,7 +86,8 @@ void ClientProcessTest::hiddenStartAndQuit()
     GetTotalDataTransfer(stored.totalReceived, stored.totalSent, stored.day, stored.dayReceived, stored.daySent,
                          stored.month, stored.monthReceived, stored.monthSent);
     std::printf("%llu bytes counted\n", stored.totalReceived);
-    QVERIFY2(stored.totalReceived > kLoaded / 2 && stored.totalReceived < 2 * kLoaded, "OpenVPN reports every second");
+    QVERIFY2(stored.totalReceived > kLoaded / 2 && stored.totalReceived < 2 * kLoaded,
+             "OpenVPN reports every second");
     QCOMPARE(stored.dayReceived, stored.totalReceived);
 }
 
