@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
+#include <optional>
 #include <pwd.h>
 #include <string>
 #include <sys/stat.h>
@@ -73,13 +74,28 @@ static void openStandardDescriptors()
     close(descriptor);
 }
 
+/// The user who got root's rights for this process: the real one of a set-user-id start, or the one whom pkexec
+/// names.
+static std::optional<uid_t> userWithRootsRights()
+{
+    if (getuid() != geteuid()) {
+        return getuid();
+    }
+    const char *number = geteuid() == 0 ? getenv("PKEXEC_UID") : nullptr;
+    if (number == nullptr || *number == '\0' || std::strspn(number, "0123456789") != std::strlen(number)) {
+        return std::nullopt;
+    }
+    return static_cast<uid_t>(std::strtoul(number, nullptr, 10));
+}
+
 bool takeOverSetUserIdStart()
 {
-    if (getuid() == geteuid()) {
+    const std::optional<uid_t> uid = userWithRootsRights();
+    if (!uid) {
         return false;
     }
     openStandardDescriptors();
-    const passwd *user = getpwuid(getuid());
+    const passwd *user = getpwuid(*uid);
     if (user == nullptr) {
         fail("the password database", "it does not know the user");
     }

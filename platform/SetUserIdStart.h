@@ -1,6 +1,7 @@
 #pragma once
 
-/// Makes a set-user-id start safe, before the first call into Qt. Where real and effective user are the same it does
+/// Makes a start safe in which an ordinary user gets root's rights, before the first call into Qt: a set-user-id
+/// start, or one through pkexec, which cleans the environment but passes any arguments on. At any other start it does
 /// nothing and returns false. Otherwise it
 ///   - opens /dev/null for each of the standard descriptors that is closed,
 ///   - rebuilds the environment: of the caller's only the display, the language and the time zone survive; HOME and

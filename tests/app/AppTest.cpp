@@ -33,7 +33,8 @@ private slots:
     void otherNamesAreNoUpdate();
     void soundsAreSmallWaves();
     void connectionIsHeard();
-    void setUserIdStartTrustsNobody();
+    void startWithRootsRightsTrustsNobody_data();
+    void startWithRootsRightsTrustsNobody();
 
 private:
     void start(const QStringList &arguments);
@@ -318,15 +319,26 @@ void AppTest::connectionIsHeard()
     server.waitForFinished();
 }
 
-/// An ordinary user starts a copy that root made set-user-id, with an environment that would load code as root.
-void AppTest::setUserIdStartTrustsNobody()
+void AppTest::startWithRootsRightsTrustsNobody_data()
+{
+    QTest::addColumn<QString>("mode");
+    QTest::addColumn<QStringList>("starter");
+    const QStringList asNobody{"setpriv", "--reuid=nobody", "--regid=nogroup", "--clear-groups", "env", "-i"};
+    QTest::newRow("set-user-id") << "4755" << asNobody;
+    QTest::newRow("pkexec") << "755" << QStringList{"env", "-i", "PKEXEC_UID=65534"};
+}
+
+/// An ordinary user starts a copy that runs as root, with an environment and arguments that would load code.
+void AppTest::startWithRootsRightsTrustsNobody()
 {
     if (geteuid() != 0) {
-        QSKIP("NEEDS ROOT: the set-user-id start was not tested", "");
+        QSKIP("NEEDS ROOT: the start with root's rights was not tested", "");
     }
+    QFETCH(QString, mode);
+    QFETCH(QStringList, starter);
     const QString program = inBundle("/Korvan");
     QProcess::execute("chmod", {"755", m_folder->path()});
-    QProcess::execute("chmod", {"4755", program});
+    QProcess::execute("chmod", {mode, program});
     const QString hostile = m_folder->path() + "/hostile";
     const QString marker = m_folder->path() + "/loaded";
     QDir().mkpath(hostile + "/generic");
@@ -350,8 +362,7 @@ void AppTest::setUserIdStartTrustsNobody()
                                      "OPENSSL_CONF=" + hostile + "/openssl.cnf"};
     const auto startAsNobody = [&](const QString &what, const QStringList &arguments) {
         m_program = std::make_unique<QProcess>();
-        m_program->start("setpriv", QStringList{"--reuid=nobody", "--regid=nogroup", "--clear-groups", "env", "-i"} +
-                                        environment + QStringList{what} + arguments);
+        m_program->start(starter.first(), starter.mid(1) + environment + QStringList{what} + arguments);
         QVERIFY(m_program->waitForStarted());
     };
     // The plug-in does load in a program that is not on its guard.
@@ -365,7 +376,7 @@ void AppTest::setUserIdStartTrustsNobody()
     const QByteArray seen = "\n" + fileBytes(inBundle("/environment"));
     QVERIFY2(seen.endsWith("\n0\n"), "root for good, or bash would drop it");
     QVERIFY(seen.contains("\nUSER=nobody\n"));
-    for (const char *name : {"QT_", "XDG_", "OPENSSL_CONF", "TZ=", "HOSTILE", "hostile"}) {
+    for (const char *name : {"QT_", "XDG_", "OPENSSL_CONF", "TZ=", "HOSTILE", "hostile", "PKEXEC"}) {
         QVERIFY2(!seen.contains(name), seen.constData());
     }
     quit();
