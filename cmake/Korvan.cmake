@@ -2,6 +2,7 @@
 
 set(KORVAN_SANITIZE "" CACHE STRING "Sanitizers to build with, as -fsanitize= takes them")
 set(KORVAN_BUNDLE ${CMAKE_BINARY_DIR}/Korvan.app/Contents/MacOS)
+set(KORVAN_INSTALLED_BUNDLE opt/korvan/Korvan.app/Contents/MacOS)
 
 add_library(korvan_options INTERFACE)
 target_include_directories(korvan_options INTERFACE ${CMAKE_SOURCE_DIR} ${CMAKE_BINARY_DIR})
@@ -11,6 +12,9 @@ if(KORVAN_SANITIZE)
   target_compile_options(korvan_options INTERFACE -fsanitize=${KORVAN_SANITIZE} -fno-omit-frame-pointer)
   target_link_options(korvan_options INTERFACE -fsanitize=${KORVAN_SANITIZE})
 endif()
+
+# All that is in the bundle.
+add_custom_target(korvan_bundle)
 
 # korvan_library(NAME SOURCES file... LINKS target...): the static library of one room.
 function(korvan_library name)
@@ -29,6 +33,8 @@ function(korvan_program name)
   if(ARG_OUTPUT)
     set_target_properties(${name} PROPERTIES OUTPUT_NAME ${ARG_OUTPUT})
   endif()
+  add_dependencies(korvan_bundle ${name})
+  install(TARGETS ${name} DESTINATION ${KORVAN_INSTALLED_BUNDLE}/${ARG_FOLDER})
 endfunction()
 
 # korvan_bundle_files(NAME FOLDER folder FILES file...): copies files, their modes included, into the bundle at every
@@ -47,8 +53,14 @@ function(korvan_bundle_files name)
       DEPENDS ${source}
       VERBATIM)
     list(APPEND copies ${copy})
+    set(kind FILES)
+    if(leaf MATCHES "[.]sh$")
+      set(kind PROGRAMS)
+    endif()
+    install(${kind} ${source} DESTINATION ${KORVAN_INSTALLED_BUNDLE}/${ARG_FOLDER})
   endforeach()
   add_custom_target(${name} ALL DEPENDS ${copies})
+  add_dependencies(korvan_bundle ${name})
 endfunction()
 
 # korvan_test(NAME LABEL label SOURCES file... LINKS target...): one test program, in a folder of its own, which is
