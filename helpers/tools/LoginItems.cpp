@@ -10,6 +10,9 @@ namespace {
 
 constexpr char kNamePrefix[] = "korvan-";
 constexpr char kNameSuffix[] = ".desktop";
+/// The package's bundle comes with a launcher that gets it root's rights.
+constexpr char kPackagedBundle[] = "/opt/korvan/Korvan.app";
+constexpr char kLauncher[] = "/usr/bin/korvan";
 constexpr char kOwnMark[] = "\nX-Korvan-LoginItem=true\n";
 
 /// Reads "{ key = value; ... }" from a position on, which then stands behind what was understood.
@@ -150,8 +153,9 @@ std::string desktopEntryName(const std::string &bundle)
 
 std::string desktopEntry(const std::string &bundle)
 {
-    return "[Desktop Entry]\nType=Application\nName=Korvan\nExec=" + execWord(bundle + "/Contents/MacOS/Korvan") +
-           " -hide\nTerminal=false" + kOwnMark;
+    const std::string program = bundle == kPackagedBundle ? kLauncher : bundle + "/Contents/MacOS/Korvan";
+    return "[Desktop Entry]\nType=Application\nName=Korvan\nExec=" + execWord(program) + " -hide\nTerminal=false" +
+           kOwnMark;
 }
 
 bool isOwnDesktopEntry(const std::string &name, const std::string &content)

@@ -17,7 +17,7 @@ LoginItems parseLoginItems(const std::string &list);
 /// The name, in the autostart folder, of the desktop entry for a bundle; the same for the same path.
 std::string desktopEntryName(const std::string &bundle);
 
-/// A desktop entry that starts the bundle's program with its window hidden.
+/// A desktop entry that starts the bundle's program with its window hidden; the package's one through its launcher.
 std::string desktopEntry(const std::string &bundle);
 
 /// True for a desktop entry that desktopEntry() made, to judge by name and content.

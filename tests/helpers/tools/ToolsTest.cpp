@@ -57,6 +57,7 @@ void ToolsTest::quotesTheProgram()
     QVERIFY(desktopEntry(R"(/a b/"$%`\/Korvan.app)")
                 .find("\nExec=\"/a b/\\\\\"\\\\$%%\\\\`\\\\\\\\/Korvan.app/Contents/MacOS/Korvan\" -hide\n") !=
             std::string::npos);
+    QVERIFY(desktopEntry("/opt/korvan/Korvan.app").find("\nExec=\"/usr/bin/korvan\" -hide\n") != std::string::npos);
 }
 
 void ToolsTest::translatesSstpArguments()
