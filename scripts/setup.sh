@@ -6,10 +6,11 @@ set -euo pipefail
 build=(build-essential cmake ninja-build pkg-config git clang-format clang-tidy
     qtbase5-dev qtmultimedia5-dev libqt5x11extras5-dev libxcb1-dev libarchive-dev libcpp-httplib-dev libssl-dev)
 runtime=(openvpn iproute2 iputils-ping nftables network-manager network-manager-l2tp network-manager-pptp
-    network-manager-strongswan sstp-client libqt5multimedia5-plugins libqt5svg5 fonts-inter)
+    network-manager-strongswan sstp-client libqt5multimedia5-plugins libqt5svg5 fonts-inter
+    pkexec xdg-utils)
 lab=(easy-rsa openssl tinyproxy microsocks curl dbus procps util-linux strace zip unzip p7zip-full)
 display=(xvfb openbox trayer xdotool imagemagick x11-utils x11-xserver-utils pulseaudio pulseaudio-utils)
-packaging=(dpkg-dev lintian debootstrap file)
+packaging=(appstream debootstrap desktop-file-utils dpkg-dev file lintian)
 
 missing=()
 for package in "${build[@]}" "${runtime[@]}" "${lab[@]}" "${display[@]}" "${packaging[@]}"; do

@@ -1,0 +1,245 @@
+#!/usr/bin/env bash
+# One life of the package: installed, started by an ordinary user, connected, upgraded, crashed in lock-down, removed,
+# installed again, purged while connected. Runs on the subscriber's machine of a lab: life.sh SYSTEM PACKAGE BUILD.
+# SYSTEM is the root folder of a Debian, which stays as it is: all changes go to a layer above it.
+# shellcheck disable=SC2015
+set -euo pipefail
+system=$1 package=$2 build=$3
+root=/run/system
+application=/opt/korvan/Korvan.app/Contents/MacOS
+log=$root$application/log.txt
+export LC_ALL=C.UTF-8
+
+say() { echo "life: $*"; }
+fail() {
+    say "FAILED: $*"
+    tail -n 20 "$log" 2>/dev/null || true
+    exit 1
+}
+
+# await SECONDS COMMAND...: waits until the command succeeds.
+await() {
+    local limit=$((SECONDS + $1))
+    shift
+    until "$@" >/dev/null 2>&1; do
+        [ "$SECONDS" -lt "$limit" ] || fail "not in time: $*"
+        sleep 0.1
+    done
+}
+
+enter_system() {
+    mkdir -p "$root" /run/changes /run/work
+    mount -t overlay -o "lowerdir=$system,upperdir=/run/changes,workdir=/run/work,volatile" overlay "$root"
+    mount -t proc proc "$root/proc"
+    mount -t sysfs sysfs "$root/sys"
+    mount --rbind /dev "$root/dev"
+    mount -t tmpfs tmpfs "$root/run"
+    mount -t tmpfs tmpfs "$root/tmp"
+    mkdir "$root/tmp/.X11-unix"
+    mount --bind /tmp/.X11-unix "$root/tmp/.X11-unix"
+    cp --remove-destination /etc/hosts /etc/resolv.conf "$root/etc/"
+    printf '#!/bin/sh\nexit 101\n' >"$root/usr/sbin/policy-rc.d" # no init here that could start services
+    chmod 755 "$root/usr/sbin/policy-rc.d"
+    cp "$package" "$root/root/korvan.deb"
+}
+
+# A screen without a person; the machine's, because the lab shares /tmp.
+start_screen() {
+    exec {number}< <(exec Xvfb -displayfd 1 -screen 0 1280x800x24 -nolisten tcp 2>/dev/null)
+    read -r -t 30 display <&"$number" || fail "Xvfb does not start"
+    export DISPLAY=:$display
+    openbox >/dev/null 2>&1 &
+    trayer >/dev/null 2>&1 &
+    await 30 xprop -root _NET_SUPPORTING_WM_CHECK
+    enter=(chroot "$root" /usr/bin/env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin HOME=/root LANG=C.UTF-8
+        DISPLAY="$DISPLAY" DEBIAN_FRONTEND=noninteractive)
+}
+
+# inside COMMAND...: as root in that system, with nothing of this environment but the screen.
+inside() {
+    "${enter[@]}" "$@"
+}
+
+# as_user COMMAND...: as the ordinary user ada.
+as_user() {
+    inside setpriv --reuid=ada --regid=ada --init-groups env HOME=/home/ada USER=ada "$@"
+}
+
+# install PACKAGE: quietly, unless it fails.
+install() {
+    inside apt-get install -q -y --no-install-recommends --reinstall "$1" >/run/apt.log 2>&1 ||
+        { cat /run/apt.log; fail "the package does not install"; }
+}
+
+# All that must be as before when the package is gone. A process is told by what it runs, not by its number.
+network_state() {
+    ip route
+    ip -6 route
+    ip rule
+    ip -6 rule
+    ip route show table all | grep -v 'table \(local\|main\)' || true
+    ip -brief link | grep -v '^\(lo\|eth0\)' || true
+    nft list ruleset
+    stat -c '%N %a %U' "$root"/etc/resolv.conf*
+    cat "$root/etc/resolv.conf"
+    ls -A "$root/run/korvan" 2>/dev/null || true
+    cat /proc/sys/net/ipv4/conf/*/src_valid_mark
+}
+process_state() {
+    local process words
+    for process in /proc/[0-9]*; do
+        [ "$process/root" -ef "$root" ] || continue
+        words=$(tr '\0' ' ' <"$process/cmdline") && [ -n "$words" ] && echo "$words"
+    done 2>/dev/null | sort || true
+}
+
+expect_state() {
+    diff -u /run/state.before <(network_state; process_state) || fail "$1: the machine is not as it was"
+}
+
+window() { xdotool search --onlyvisible --name '^Korvan$'; }
+connected() { grep -q 'Initialization Sequence Completed' "$log"; }
+# The country that the IP test page sees.
+country() { curl -s -m 10 http://ip.korvan.example/testip.php | sed -n 's/.*in \(.*\)? .*/\1/p'; }
+in_tunnel() { [ "$(country)" = Examplia ]; }
+processes() {
+    local exe
+    for exe in /proc/[0-9]*/exe; do
+        case $(readlink "$exe") in "$root$1"*) basename "$(dirname "$exe")" ;; esac
+    done 2>/dev/null
+}
+
+# A name and a password that the service knows, and "connect automatically after start".
+remember_login() {
+    cp "$build/demo/prepare_state" "$root$application/"
+    inside sh -c "cd $application && ./prepare_state alice wonderland-7 Examplia-1"
+    rm "$root$application/prepare_state"
+}
+
+# The bus and polkit, as on a desktop. There is no seat here whose active user polkit could see, so that a rule has to
+# say that ada is one.
+start_polkit() {
+    mkdir -p "$root/run/dbus"
+    "${enter[@]}" dbus-daemon --system --nofork --nopidfile >/dev/null 2>&1 &
+    bus=$!
+    await 30 test -S "$root/run/dbus/system_bus_socket"
+    "${enter[@]}" /usr/lib/polkit-1/polkitd --no-debug >/dev/null 2>&1 &
+    polkit=$!
+    await 30 inside dbus-send --system --print-reply --dest=org.freedesktop.DBus / \
+        org.freedesktop.DBus.GetNameOwner string:org.freedesktop.PolicyKit1
+}
+stop_polkit() {
+    kill "$polkit" "$bus"
+    wait "$polkit" "$bus" || true
+}
+
+start_without_leave() {
+    local answer status=0
+    answer=$(as_user env -u DISPLAY korvan 2>&1) || status=$?
+    [ "$status" -eq 127 ] && [[ $answer == *"korvan: Korvan needs root's rights"* ]] ||
+        fail "the launcher without polkit's leave: $status $answer"
+}
+
+start_by_user() {
+    cat >"$root/etc/polkit-1/rules.d/10-ada.rules" <<-END
+	polkit.addRule(function (action, subject) {
+	    if (action.id == "example.korvan.start" && subject.user == "ada") { return polkit.Result.YES; }
+	});
+	END
+    : >"$log"
+    as_user korvan >/dev/null 2>&1 &
+    await 60 window
+    await 60 connected
+    await 30 in_tunnel
+}
+
+start_by_root() {
+    : >"$log"
+    inside korvan >/dev/null 2>&1 &
+    await 60 connected
+    await 30 in_tunnel
+}
+
+# Login items of ada's own, and links of eve's that lead where only root may write.
+make_login_items() {
+    inside useradd -m ada
+    inside useradd -m eve
+    inside env PKEXEC_UID="$(inside id -u ada)" "$application/tools/defaults" write loginwindow \
+        AutoLaunchedApplicationDictionary \
+        '({Hide = 0; Path = "/home/ada/Korvan.app";},{Hide = 0; Path = "/opt/korvan/Korvan.app";})'
+    inside mkdir -p /home/eve/.config/korvan /etc/precious
+    inside sh -c 'echo "{Hide = 0; Path = \"/opt/korvan/Korvan.app\";}" >/etc/precious/login-items
+        printf "X-Korvan-LoginItem=true\n" >/etc/precious/korvan-1.desktop
+        ln -s /etc/precious/login-items /home/eve/.config/korvan/login-items
+        ln -s /etc/precious /home/eve/.config/autostart'
+    inside chown -R eve: /home/eve/.config/korvan
+    [ "$(find "$root/home/ada/.config/autostart" -type f | wc -l)" -eq 2 ] || fail "no login items"
+}
+expect_login_items() {
+    local entries
+    entries=$(cat "$root"/home/ada/.config/autostart/*)
+    [ "$(grep -c '^Exec=' <<<"$entries")" -eq 1 ] && grep -q '^Exec="/home/ada/' <<<"$entries" ||
+        fail "ada's login items: $entries"
+    [ -e "$root/etc/precious/korvan-1.desktop" ] && grep -q Path "$root/etc/precious/login-items" ||
+        fail "something was removed through eve's links"
+}
+
+# crash_in_lock_down SIGNAL: everything at its worst. Lock-down has taken the default route, then Korvan is killed, and
+# OpenVPN with it or left hanging.
+crash_in_lock_down() {
+    printf 198.51.100.1 >"$root$application/defgate"
+    inside "$application/tools/route" delete 0.0.0.0 mask 0.0.0.0 198.51.100.1 >/dev/null
+    # shellcheck disable=SC2046
+    kill -STOP $(processes $application/Korvan)
+    # shellcheck disable=SC2046
+    kill "-$1" $(processes /usr/sbin/openvpn)
+    # shellcheck disable=SC2046
+    kill -KILL $(processes $application/Korvan)
+    [ -z "$(ip route show default)" ] || fail "lock-down has left a default route: $(ip route)"
+    [[ $(nft list tables) == *korvan_lockdown* ]] || fail "lock-down has left IPv6 open"
+}
+
+enter_system
+start_screen
+{ network_state; process_state; } >/run/state.before
+country_before=$(country)
+
+install /root/korvan.deb
+make_login_items
+start_polkit
+start_without_leave
+remember_login
+start_by_user
+stop_polkit
+say "an ordinary user is connected: $country_before before, $(country) now"
+
+running=$(processes "$application/Korvan")
+install /root/korvan.deb
+[ -s "$root$application/cfg/login" ] || fail "the upgrade has lost the login"
+[ "$running" = "$(processes "$application/Korvan")" ] && in_tunnel || fail "the upgrade has ended the connection"
+say "upgraded while connected"
+
+cp "$root$application/compose9" "$root$application/compose10" # as of a newer version that an update has installed
+crash_in_lock_down STOP
+inside dpkg -r korvan >/run/dpkg.log 2>&1 || { cat /run/dpkg.log; fail "dpkg -r"; }
+expect_state "removed after a crash"
+expect_login_items
+[ -s "$root$application/cfg/login" ] || fail "removing has lost the login"
+[ -z "$(find "$root/opt/korvan" -type f -perm /111)" ] || fail "programs are left in /opt"
+say "removed after a crash in lock-down: all as before, the login is kept"
+
+install /root/korvan.deb
+start_by_root
+say "installed again: connected with the login that was kept"
+
+crash_in_lock_down KILL
+inside env -u DISPLAY korvan -reset >/dev/null 2>&1 || fail "korvan -reset ends with $?"
+[ "$(country)" = "$country_before" ] || fail "korvan -reset does not repair the network"
+start_by_root
+say "repaired after a crash, without a screen: connected again"
+
+inside dpkg -P korvan >/run/dpkg.log 2>&1 || { cat /run/dpkg.log; fail "dpkg -P"; }
+expect_state "purged while connected"
+[ ! -e "$root/opt/korvan" ] || fail "purging leaves $(find "$root/opt/korvan")"
+[ "$(country)" = "$country_before" ] || fail "no way into the network"
+say "purged while connected: all as before, nothing is left"
