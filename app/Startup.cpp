@@ -115,7 +115,7 @@ void resetNetwork()
     client.reset();
     runTool(QStringLiteral("bash"), {appPath("/down.sh")});
     const QString gateway = LoadDefaultGateway();
-    if (!gateway.isEmpty() && GetDefaultGateway().isEmpty()) {
+    if (!gateway.isEmpty()) { // harmless where nothing is missing
         AddGateway(QStringLiteral("0.0.0.0"), QStringLiteral("0.0.0.0"), gateway);
     }
 }

@@ -1,9 +1,11 @@
 #include "helpers/tools/Guardian.h"
 
 #include "helpers/LockDown.h"
+#include "helpers/system/Run.h"
 #include "helpers/tools/DefaultRoutes.h"
 
 #include <cerrno>
+#include <csignal>
 #include <fcntl.h>
 #include <filesystem>
 #include <linux/rtnetlink.h>
@@ -70,9 +72,10 @@ void forget(int netlink)
 [[noreturn]] void watch(int program)
 {
     letGoOfTheCaller();
+    const int changes = routeChanges();
+    keepDefaultRoutesAway(); // its lock also makes the folder
     if (becomeTheGuardian()) {
-        pollfd events[] = {{program, POLLIN, 0}, {routeChanges(), POLLIN, 0}};
-        keepDefaultRoutesAway(); // one may have come before the announcements did
+        pollfd events[] = {{program, POLLIN, 0}, {changes, POLLIN, 0}};
         while (poll(events, 2, -1) < 0 || events[0].revents == 0) {
             if (events[1].revents != 0) {
                 forget(events[1].fd);
@@ -93,6 +96,7 @@ void guardDefaultRoutes()
     if (handle < 0 || getppid() != program || !isTheProgram(program)) {
         return;
     }
+    dieWithParent(SIGKILL, program); // from here on the guardian undoes what this tool has done so far
     const pid_t child = fork();
     if (child == 0) {
         if (fork() == 0) { // the first child ends at once, so that nobody has to wait for the guardian

@@ -76,9 +76,8 @@ RouteOutcome change(const Request &request)
     if (request.action == "change") {
         return changeDefaultRoute(request.gateway);
     }
-    RouteOutcome outcome = deleteDefaultRoutes(request.gateway);
-    guardDefaultRoutes();
-    return outcome;
+    guardDefaultRoutes(); // first, so that there is no moment in which nobody would put them back
+    return deleteDefaultRoutes(request.gateway);
 }
 
 } // namespace
