@@ -28,7 +28,7 @@ is() {
     local expected=$1 printed
     shift
     printed=$("$@" 2>&1 | sed 's/ *$//')
-    [[ $printed == "$expected" ]] || echo "line ${BASH_LINENO[0]}: $* printed: $printed instead of: $expected"
+    [[ $printed == "$expected" ]] || echo "line ${BASH_LINENO[*]}: $* printed: $printed instead of: $expected"
 }
 )sh";
 

@@ -1,0 +1,171 @@
+#include "tests/helpers/NetworkScriptsTest.h"
+
+/// The tools route and netstat against real routing tables, with two uplinks and short names for what is asked often.
+NetworkScripts networkScripts()
+{
+    return {R"sh(
+tools=$bundle/tools; PATH=$tools:$PATH
+uplink e1 1
+uplink e2 2
+lockdown() { $killer route delete 0.0.0.0 mask 0.0.0.0 "$@"; }
+release() { $killer route add 0.0.0.0 mask 0.0.0.0 "$@"; }
+leftovers() { ip rule | grep 19311; ip route show table 19311; nft list tables; ls /run/korvan | grep -v lock; } 2>/dev/null
+answers() { /usr/bin/ping "${@:2}" -c1 -W1 "$1" >/dev/null 2>&1 && echo yes || echo no; }
+)sh",
+            {
+                {"delete, then add restores the table to the byte", R"sh(
+# restores ROUTES [LEFT WHILE DELETED]
+restores() {
+    eval "$1"
+    ip route >/run/before
+    is 'OK!' lockdown 198.51.1.1
+    is "$2" ip route show default
+    is 'OK!' release 198.51.1.1
+    is '' diff /run/before <(ip route)
+    is '' leftovers
+    while ip route del default; do :; done 2>/run/done
+}
+plain='ip route add default via 198.51.1.1 dev e1 proto dhcp src 198.51.1.2 metric 100'
+restores "$plain"
+restores 'ip route add default via 198.51.1.1 metric 7 mtu lock 1400 initcwnd 20 advmss 1300'
+restores "$plain; ip route add default via 198.51.2.1 dev e2 metric 600 onlink"
+restores 'ip route add default nexthop via 198.51.1.1 weight 2 nexthop via 198.51.2.1 weight 1'
+restores 'ip nexthop add id 5 via 198.51.1.1 dev e1; ip route add default nhid 5 metric 9'
+restores 'ip route add default dev e1 scope link metric 3'
+# A tunnel's own route and a rejecting one stay.
+restores "$plain; ip route add unreachable default metric 90000" 'unreachable default metric 90000'
+restores "$plain; ip tuntap add t1 mode tun; ip link set t1 up; ip route add default dev t1 metric 5000" \
+    'default dev t1 scope link metric 5000 linkdown'
+)sh"},
+                {"only marked packets find a way, IPv6 too", R"sh(
+ip route add default via 198.51.1.1 dev e1
+ip -6 route add default via fd51:1::1 dev e1
+before=$(ip -6 route | sed 's/ *$//')
+echo 1 >/proc/sys/net/ipv4/conf/e1/rp_filter # the kernel's check of the sender must not drop the answers
+is yes answers 2001:db8::9
+is 'OK!' lockdown 198.51.1.1
+for host in 203.0.113.9 2001:db8::9 fd51:1::1; do is no answers $host; done
+ip neighbour flush dev e1
+for host in 203.0.113.9 2001:db8::9; do is yes answers $host -m 19311; done
+is yes answers ::1
+is '198.51.1.77 dev e1 table 19311 src 198.51.1.2 mark 0x4b6f uid 0' grep -v cache <(ip route get 198.51.1.77 mark 0x4b6f)
+is "$before" ip -6 route
+is 'OK!' release 198.51.1.1
+is yes answers 2001:db8::9
+is 0 cat /proc/sys/net/ipv4/conf/e1/src_valid_mark
+)sh"},
+                {"killed before and after each tool it runs and each change of its journal", R"sh(
+export ASAN_OPTIONS=detect_leaks=0 # impossible when traced
+ip route add default via 198.51.1.1 dev e1 metric 100
+ip route add default via 198.51.2.1 dev e2 metric 600
+before=$(ip route | sed 's/ *$//')
+for request in lockdown release; do
+    kills=0
+    for call in clone wait4 renameat unlinkat; do
+        for ((n = 1, status = 1; status != 0; n++, kills++)); do
+            [[ $request == lockdown ]] || lockdown 198.51.1.1 >/dev/null
+            killer="strace -qo /dev/null -e inject=$call:signal=KILL:when=$n" $request 198.51.1.1 >/dev/null; status=$?
+            is 'OK!' release 198.51.1.1
+            is "$before" ip route
+            is '' leftovers
+        done
+    done 2>/dev/null
+    [[ $kills -gt 20 ]] || echo "$request was killed only $kills times"
+done
+)sh"},
+                {"the routes come back when the program dies", R"sh(
+mkdir -p /run/b/tools; cp $tools/route /run/b/tools/; cp /bin/bash /run/b/Korvan; cp /bin/bash /run/b/
+route=/run/b/tools/route
+# guarded PROGRAM INSIDE OUTSIDE LEFT: what the shell of that name does, and what happens before it is killed
+guarded() {
+    ip route replace default via 198.51.1.1 dev e1 metric 7
+    rm -f /run/ready
+    "/run/b/$1" -c "for n in 1 2; do $route delete 0.0.0.0 mask 0.0.0.0 198.51.1.1; done >/run/said; $2
+        touch /run/ready; sleep 60; :" &
+    until [[ -e /run/ready ]]; do sleep 0.01; done
+    eval "$3"
+    disown; kill -KILL $!
+    while pidof $route >/run/guardian; do sleep 0.01; done
+    is "$4" ip route show default
+}
+original='default via 198.51.1.1 dev e1 metric 7'
+guarded Korvan '' '' "$original"
+guarded Korvan "$route add 0.0.0.0 mask 0.0.0.0 198.51.1.1 >/run/said" '' "$original"
+# Meanwhile a lease is renewed.
+guarded Korvan '' 'ip route add default via 198.51.1.1 dev e1 metric 9
+    while [[ -n $(ip route show default) ]]; do sleep 0.01; done' "$original"$'\ndefault via 198.51.1.1 dev e1 metric 9'
+# A shell that a person uses is not watched.
+ip route del default; ip route del default
+guarded bash '' '' ''
+)sh"},
+                {"a DHCP client puts a route in place between two deletions", R"sh(
+ip route add default via 198.51.1.1 dev e1 metric 100
+is 'OK!' lockdown 198.51.1.1
+is 'OK!' lockdown 198.51.1.1
+ip route add default via 198.51.2.1 dev e2 metric 600
+is 'OK!' lockdown 198.51.1.1
+is '' ip route show default
+is $'700 root\n600 root' stat -c '%a %U' /run/korvan /run/korvan/route.journal
+is 'OK!' release ''
+is $'default via 198.51.1.1 dev e1 metric 100\ndefault via 198.51.2.1 dev e2 metric 600' ip route show default
+)sh"},
+                {"the interface is lost", R"sh(
+ip route add default via 198.51.1.1 dev e1 metric 100
+is 'OK!' lockdown 198.51.1.1
+ip link del e1
+gone='route: can not restore "default via 198.51.1.1 dev e1 metric 100": interface e1 is gone'
+is "$gone"$'\nroute: can not add "default via 198.51.1.1": Nexthop has invalid gateway.' release 198.51.1.1
+ip address add 198.51.1.2/24 dev e2
+is "$gone"$'\nOK!' release 198.51.1.1
+is 'default via 198.51.1.1 dev e2' ip route show default
+is '' leftovers
+)sh"},
+                {"a journal that is somebody else's is not believed", R"sh(
+ip route add default via 198.51.1.1 dev e1
+echo 'route default via 198.51.2.1 dev e2' >/run/victim
+while IFS='|' read -r plant reason; do
+    rm -rf /run/korvan; eval "$plant"
+    is "route: /run/korvan$reason" lockdown 198.51.1.1
+    is "route: /run/korvan$reason"$'\nOK!' release 198.51.1.1
+    is 'default via 198.51.1.1 dev e1' ip route show default
+    is 'route default via 198.51.2.1 dev e2' cat /run/victim
+done <<'END'
+mkdir -m 700 /run/korvan; ln -s /run/victim /run/korvan/route.journal|/route.journal: is a link or no folder
+mkdir -m 700 /run/korvan; install -o 4711 /run/victim /run/korvan/route.journal|/route.journal: Operation not permitted
+mkdir -p /run/other; ln -s /run/other /run/korvan|: is a link or no folder
+mkdir -m 777 /run/korvan|: Operation not permitted
+END
+)sh"},
+                {"other requests", R"sh(
+is '' route print 0.0.0.0 mask 0.0.0.0
+is 'route: there is no default route to delete' lockdown 198.51.1.1
+is 'route: no deleted route to restore, and "" is no gateway address' release ''
+is 'route: there is no default route to change' route change 0.0.0.0 mask 0.0.0.0 198.51.2.1
+for gateway in 198.51.1.1 198.51.1.1 198.51.2.1; do is 'OK!' release $gateway; done
+is 'default via 198.51.1.1 dev e1' ip route show default
+ip route replace default via 198.51.2.1 dev e2 proto dhcp metric 50
+is '0.0.0.0 0.0.0.0 198.51.1.1 e1 0 0.0.0.0 0.0.0.0 198.51.2.1 e2 50' echo $(route print 0.0.0.0 mask 0.0.0.0)
+ip route del default dev e1
+is 'OK!' route change 0.0.0.0 mask 0.0.0.0 198.51.2.7
+is 'OK!' route add 203.0.113.0 mask 255.255.255.0 198.51.1.1
+is 'route: can not add 203.0.113.0/24 via 198.51.1.1: File exists' route add 203.0.113.0 mask 255.255.255.0 198.51.1.1
+is $'default via 198.51.2.7 dev e2 proto dhcp metric 50\n203.0.113.0/24 via 198.51.1.1 dev e1' grep via <(ip route)
+is 'OK!' route delete 203.0.113.0 mask 255.255.255.0
+is 'route: use add|delete|change|print DESTINATION mask MASK [GATEWAY]' route flush 0.0.0.0 mask 0.0.0.0
+is 'route: "--help" is no gateway address' lockdown --help
+is 'route: "10.0.0.0" with the mask "255.0.255.0" is no destination' route add 10.0.0.0 mask 255.0.255.0 198.51.1.1
+is 'route: only root can change routes' setpriv --reuid 4711 --clear-groups $tools/route delete 0.0.0.0 mask 0.0.0.0
+)sh"},
+                {"netstat, without a name server that answers", R"sh(
+ip route add default dev e1 scope link metric 3
+ip route add default via 198.51.2.1 dev e2 metric 600
+ip route add default via 198.51.1.1 dev e1 metric 100
+ip route add unreachable default metric 1
+from=${EPOCHREALTIME/./}
+netstat -r >/run/table
+took=$((${EPOCHREALTIME/./} - from))
+[[ $took -lt 100000 ]] || echo "netstat took $took microseconds"
+is 'default link#101 3 e1 default 198.51.1.1 100 e1 default 198.51.2.1 600 e2' echo $(grep ^default /run/table)
+)sh"},
+            }};
+}
