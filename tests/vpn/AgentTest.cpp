@@ -6,7 +6,7 @@
 #include <QTcpSocket>
 #include <QTest>
 
-/// The byte-count agent against a stand-in for OpenVPN's management interface.
+/// The byte-count agent against a stand-in for OpenVPN's management interface, and the search for its port.
 class AgentTest : public QObject
 {
     Q_OBJECT
@@ -26,50 +26,53 @@ private slots:
         m_client->m_agent->setClient(m_client.get());
     }
 
-    void readsReports_data()
-    {
-        QTest::addColumn<QList<QByteArray>>("reads");
-        QTest::addColumn<QString>("counts");
-        using Reads = QList<QByteArray>;
-        QTest::newRow("two in a read") << Reads{">BYTECOUNT:1,2\r\n>BYTECOUNT:3,4\r\n"} << "3/4";
-        QTest::newRow("halves") << Reads{"SUCCESS: bytecount\r\n>BYTECOUNT:10", "24,20", "48\r\n"} << "1024/2048";
-        QTest::newRow("no second field, a flood")
-            << Reads{">BYTECOUNT:9\r\n>BYTECOUNT:1,2\r\n>BYTECOUNT:9\r\n", QByteArray(300000, 'x'), "\n"} << "1/2";
-        QTest::newRow("zeros") << Reads{">BYTECOUNT:0,0\r\n", ">BYTECOUNT:0,3\r\n"} << "0/3";
-    }
     void readsReports()
     {
-        QFETCH(QList<QByteArray>, reads);
         QTcpSocket *socket = connectClient();
         socket->write(">INFO:OpenVPN Management Interface Version 5 -- type 'help' for more info\r\n");
         QTRY_COMPARE(socket->bytesAvailable(), qint64(13));
         QCOMPARE(socket->readAll(), QByteArray("bytecount 1\r\n"));
-        for (const QByteArray &part : reads) {
+        const std::pair<QByteArray, const char *> reads[] = {
+            {"SUCCESS: bytecount\r\n>BYTECOUNT:0,2\r\n>BYTECOUNT:10", "0/2"},
+            {"24,20\r\n>BYTECOUNT:3,4", "1024/20"},
+            {QByteArray(300000, 'x') + "\n>BYTECOUNT:5,6\r\n", "5/6"}};
+        for (const auto &[part, counts] : reads) {
             socket->write(part);
-            QTRY_COMPARE(socket->bytesToWrite(), qint64(0));
-            QTest::qWait(50); // makes it likely, not certain, that the parts are reads of their own
+            QTRY_COMPARE(m_client->counts(), QString(counts));
         }
-        QFETCH(QString, counts);
-        QTRY_COMPARE(m_client->counts(), counts);
-    }
-
-    void ends()
-    {
-        connectClient(); // a server that says nothing
-        m_client->setState(VPNClient::DISCONNECTING);
-        QVERIFY(m_client->m_agent->wait(2000)); // close() has three seconds
-        QTcpSocket *socket = connectClient();
         m_server.close();
         socket->abort();
         QVERIFY(m_client->m_agent->wait(10000));
     }
 
-    void isForOpenVPNOnly()
+    void endsWhenNotWanted()
     {
+        connectClient(); // a server that says nothing
+        m_client->setState(VPNClient::DISCONNECTING);
+        QVERIFY(m_client->m_agent->wait(2000)); // close() has three seconds
         m_client->m_option.type = VPNClient::L2TP;
         m_client->setState(VPNClient::CONNECTED);
         QVERIFY(m_client->m_agent->wait(10000));
         QVERIFY(!m_server.waitForNewConnection(100));
+    }
+
+    void managementPortSearch()
+    {
+        VPNMGRPORT = "44358";
+        QVERIFY(UpdateValidManagementPort());
+        for (const QHostAddress::SpecialAddress address : {QHostAddress::Any, QHostAddress::LocalHost}) {
+            QTcpServer busy;
+            busy.setProxy(QNetworkProxy::NoProxy);
+            QVERIFY(busy.listen(address, VPNMGRPORT.toUShort()));
+            QVERIFY(UpdateValidManagementPort());
+            QVERIFY(VPNMGRPORT.toInt() > busy.serverPort());
+        }
+        const QString last = VPNMGRPORT;
+        QVERIFY(UpdateValidManagementPort());
+        QCOMPARE(VPNMGRPORT, last); // the search never goes back
+        VPNMGRPORT = VPNMGRPORTMAX;
+        QVERIFY(!UpdateValidManagementPort());
+        QCOMPARE(VPNMGRPORT, VPNMGRPORTMAX);
     }
 
 private:

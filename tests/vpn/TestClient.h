@@ -26,14 +26,10 @@ public:
     using VPNClient::m_process;
     using VPNClient::m_timeout;
 
-    bool openWith(int type, const QString &config = {}, const QString &user = {}, const QString &password = {})
+    bool openWith(int type, const QString &config = {}, const QString &user = {}, const QString &password = {},
+                  const QString &params = {})
     {
-        OPTION option;
-        option.type = static_cast<TYPE>(type);
-        option.config = config;
-        option.user = user;
-        option.password = password;
-        return open(option);
+        return open({static_cast<TYPE>(type), user, password, config, params, -1, {}, {}, {}});
     }
     QStringList errors() const { return messages.filter(QStringLiteral("[ERROR]")); }
     QString counts()
