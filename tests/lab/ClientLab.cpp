@@ -1,37 +1,44 @@
 #include "tests/lab/ClientLab.h"
 
 #include "common/AppPath.h"
-#include "ui/KvRetinaTabBar.h"
 
-#include <csignal>
 #include <cstdio>
 
 static constexpr int kLimitMs = 60000;
 
-ClientLab::ClientLab()
+/// All that a connection may change: routes, rules, packet filter, name servers, links.
+static QByteArray networkState()
+{
+    return inHome("ip route; ip -6 route | grep -v ' expires '; ip rule; ip route show table 19311 2>/dev/null; "
+                  "nft list ruleset; cat /etc/resolv.conf; ls /sys/class/net; ls -A /run/korvan 2>/dev/null | "
+                  "grep -vE '^(last-remote|.*lock)$'");
+}
+
+ClientLab::ClientLab() : m_network(networkState())
 {
     // Not the state of the bundle's own runs.
-    inHome("cp -a " KORVAN_BUNDLE "/{Korvan,compose,compose4,up.sh,down.sh,options,snd} '" + appPath("/").toUtf8() +
+    inHome("cp -a '" KORVAN_BUNDLE "'/{Korvan,compose,compose4,up.sh,down.sh,options,snd} '" + appPath("/").toUtf8() +
            "'");
+}
+
+ClientLab::~ClientLab()
+{
+    end();
+    QVERIFY(networkIsAsBefore());
 }
 
 void ClientLab::startLoggedIn(const QString &server)
 {
     start();
-    tick("cbNoSound");
-    login("alice", "wonderland-7");
-    find<QComboBox>("cmServer")->setCurrentText(server);
-    QCOMPARE(find<QComboBox>("cmServer")->currentText(), server);
+    logInTo(server);
 }
 
-void ClientLab::openPage(const QString &name) const
+void ClientLab::logInTo(const QString &server)
 {
-    auto *tab = find<KvRetinaTabBar>("tab");
-    int index = 0;
-    while (index < tab->count() && tab->tabText(index) != name) {
-        ++index;
-    }
-    tab->setCurrentIndex(index);
+    tick("cbNoSound");
+    login();
+    find<QComboBox>("cmServer")->setCurrentText(server);
+    QCOMPARE(find<QComboBox>("cmServer")->currentText(), server);
 }
 
 void ClientLab::tick(const char *box, bool on) const
@@ -42,20 +49,9 @@ void ClientLab::tick(const char *box, bool on) const
     }
 }
 
-QString ClientLab::label(const char *name) const
-{
-    return find<QLabel>(name)->text();
-}
-
-bool ClientLab::shows(const char *name, const QString &text) const
-{
-    return QTest::qWaitFor([&] { return label(name) == text; }, kLimitMs);
-}
-
 bool ClientLab::isDisconnected() const
 {
-    return QTest::qWaitFor([&] { return find<QWidget>("cmServer")->isEnabled(); }, kLimitMs) &&
-           label("lbStatusT") == "NOT CONNECTED";
+    return QTest::qWaitFor([this] { return isOn("cmServer"); }, kLimitMs) && label("lbStatusT") == "NOT CONNECTED";
 }
 
 void ClientLab::expectKillSwitch()
@@ -69,18 +65,16 @@ bool ClientLab::breakTunnel()
     find<QAbstractButton>("cbAutoReconn")->setChecked(false);
     expectKillSwitch();
     kill(openVPN(), SIGTERM);
-    return QTest::qWaitFor([&] { return boxes.left() == 0; }, kLimitMs) && isDisconnected();
+    return QTest::qWaitFor([this] { return boxes.left() == 0; }, kLimitMs) && isDisconnected();
 }
 
-QByteArray inHome(const QByteArray &command)
+bool ClientLab::networkIsAsBefore() const
 {
-    QProcess shell;
-    shell.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    shell.start("bash", {"-c", command});
-    if (!shell.waitForFinished(kLimitMs)) {
-        qFatal("no end of: %s", command.constData());
+    if (QTest::qWaitFor([this] { return networkState() == m_network; }, kLimitMs)) {
+        return true;
     }
-    return shell.readAllStandardOutput().trimmed();
+    std::printf("the network is now\n%s\nand was\n%s\n", networkState().constData(), m_network.constData());
+    return false;
 }
 
 QByteArray whereabouts(const QByteArray &curlOptions)
@@ -90,27 +84,26 @@ QByteArray whereabouts(const QByteArray &curlOptions)
         " http://ip.korvan.example/testip.php | sed -n 's/.*in \\(.*\\)? .*: \\([0-9a-f.:]*\\)<.*/\\2, \\1/p'");
 }
 
-QByteArray networkState()
+bool ipv6IsOpen()
 {
-    return inHome("ip route; ip -6 route | grep -v ' expires '; ip rule; ip route show table 19311 2>/dev/null; "
-                  "nft list ruleset; cat /etc/resolv.conf; ls /sys/class/net; ls -A /run/korvan 2>/dev/null | "
-                  "grep -vE '^(last-remote|.*lock)$'");
+    return !inHome("curl -s -m 1 http://[2001:db8:113::10]/testip.php").isEmpty();
 }
 
-bool networkReturnsTo(const QByteArray &state)
+bool hasDefaultRoute()
 {
-    if (QTest::qWaitFor([&] { return networkState() == state; }, kLimitMs)) {
-        return true;
-    }
-    std::printf("the network is now\n%s\nand was\n%s\n", networkState().constData(), state.constData());
-    return false;
+    return !inHome("ip route show default").isEmpty();
+}
+
+void load(int bytes)
+{
+    LabWindow::order("/archives/load", "rate=1500000", QByteArray(bytes, 'x'));
+    inHome("curl -sk -m 30 https://portal.korvan.example/archives/load >/dev/null");
 }
 
 pid_t openVPN()
 {
     // The servers' machines have network namespaces of their own.
-    return inHome("for p in $(pgrep -x openvpn); do [ \"$(readlink /proc/$p/ns/net)\" = \"$(readlink "
-                  "/proc/self/ns/net)\" ] && echo $p; done")
+    return inHome("for p in $(pgrep -x openvpn); do [ /proc/$p/ns/net -ef /proc/self/ns/net ] && echo $p; done")
         .toInt();
 }
 
@@ -138,12 +131,5 @@ LeakWatch::~LeakWatch()
 
 int LeakWatch::packets()
 {
-    return inHome(
-               "ip netns exec world nft list counter inet leaks outside | sed -n 's/.*packets \\([0-9]*\\) .*/\\1/p'")
-        .toInt();
-}
-
-void LeakWatch::reset()
-{
-    inHome("ip netns exec world nft reset counters table inet leaks >/dev/null");
+    return inHome("ip netns exec world nft list counter inet leaks outside | grep -oP 'packets \\K\\d+'").toInt();
 }

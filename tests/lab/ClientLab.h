@@ -3,9 +3,10 @@
 #include "tests/lab/LabWindow.h"
 
 #include <QComboBox>
-#include <QLabel>
 #include <QLineEdit>
 #include <QProcess>
+
+#include <csignal>
 
 /// The window with all that it needs for tunnels in its application folder.
 class ClientLab : public LabWindow
@@ -13,43 +14,48 @@ class ClientLab : public LabWindow
 public:
     ClientLab();
 
-    /// Starts a window, logs alice in and selects the server.
-    void startLoggedIn(const QString &server);
+    /// The test fails unless the network comes to be as it was at the beginning.
+    ~ClientLab();
 
-    /// Opens the page of that tab.
-    void openPage(const QString &name) const;
+    /// Logs alice in, in a window that plays no sounds, and selects the server. Starts a window unless told not to.
+    void startLoggedIn(const QString &server);
+    void logInTo(const QString &server);
 
     /// Ticks or unticks a box of the settings page as the user does.
     void tick(const char *box, bool on = true) const;
 
-    /// What a label shows.
-    QString label(const char *name) const;
-
-    /// Whether a label comes to show this within a minute.
-    bool shows(const char *name, const QString &text) const;
-
     /// Whether the status text comes to be this one, and the window is done with it.
     bool isConnected() const { return shows("lbStatusT", QStringLiteral(" CONNECTED")); }
     bool isDisconnected() const;
+
+    /// The same after the button for it was pressed.
+    bool connects() const { return press("pbConnect") && isConnected(); }
+    bool disconnects() const { return press("pbDisconnect") && isDisconnected(); }
 
     /// The box of the kill switch must come next; it is answered with OK.
     void expectKillSwitch();
 
     /// Ends OpenVPN and answers the kill switch: a way to disconnect without the engine's three seconds.
     bool breakTunnel();
-};
 
-/// What a bash command prints on the subscriber's machine, without the last line end. The window is at a standstill.
-QByteArray inHome(const QByteArray &command);
+    /// Whether the network comes back to how it was at the beginning within a minute; tells the difference otherwise.
+    bool networkIsAsBefore() const;
+
+private:
+    QByteArray m_network;
+};
 
 /// Where the IP test page sees the subscriber's other programs, "ADDRESS, COUNTRY"; empty when they can not reach it.
 QByteArray whereabouts(const QByteArray &curlOptions = {});
 
-/// All that a connection may change of the subscriber's machine: routes, rules, packet filter, name servers, links.
-QByteArray networkState();
+/// Whether the IP test page answers over IPv6.
+bool ipv6IsOpen();
 
-/// Whether the network comes back to the state within a minute; tells the difference otherwise.
-bool networkReturnsTo(const QByteArray &state);
+/// Whether there is a default route in the main table.
+bool hasDefaultRoute();
+
+/// Loads so many bytes from the service by whatever way is open, within some seconds.
+void load(int bytes);
 
 /// The process that is OpenVPN on the subscriber's machine, or 0.
 pid_t openVPN();
@@ -64,9 +70,6 @@ public:
 
     /// How many have come so far.
     static int packets();
-
-    /// Starts counting anew.
-    static void reset();
 
 private:
     QProcess m_senders;

@@ -1,33 +1,20 @@
 #include "tests/lab/LabWindow.h"
 
 #include "common/AppPath.h"
+#include "ui/KvRetinaTabBar.h"
 
+#include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QProcess>
+#include <QStackedWidget>
 
-/// The output of a tool that gets `input` to read; the test fails when the tool does.
-static QByteArray run(const QString &program, const QStringList &arguments, const QByteArray &input = {})
-{
-    QProcess process;
-    process.start(program, arguments);
-    process.write(input);
-    process.closeWriteChannel();
-    if (!process.waitForFinished(60000) || process.exitCode() != 0) {
-        qFatal("%s: %s", qPrintable(program), process.readAllStandardError().constData());
-    }
-    return process.readAllStandardOutput();
-}
-
-static QString control(const QString &path)
-{
-    return qEnvironmentVariable("LAB_CONTROL") + path;
-}
+static constexpr int kLimitMs = 60000;
 
 LabWindow::LabWindow()
 {
     static const QByteArray systemPath = qgetenv("PATH");
-    const QString bundle = QStringLiteral(KORVAN_BUNDLE "/");
-    run(QStringLiteral("cp"), {"-au", bundle + "compose7", bundle + "tools", bundle + "version", appPath("/")});
+    inHome("cp -au '" KORVAN_BUNDLE "'/{compose7,tools,version} '" + appPath("/").toUtf8() + "'");
     qputenv("PATH", QFile::encodeName(appPath("/tools")) + ':' + systemPath);
     QCoreApplication::setApplicationVersion(QString::fromUtf8(fileBytes(appPath("/version"))));
     reset();
@@ -35,7 +22,10 @@ LabWindow::LabWindow()
 
 LabWindow::~LabWindow()
 {
+    end();
     reset(); // also ends what still stalls
+    QCOMPARE(boxes.takeFailures(), QString());
+    QCOMPARE(boxes.left(), 0);
 }
 
 void LabWindow::login(const QString &user, const QString &password) const
@@ -45,18 +35,70 @@ void LabWindow::login(const QString &user, const QString &password) const
     QVERIFY(press("pbLogin"));
 }
 
+void LabWindow::openPage(const QString &name) const
+{
+    auto *tab = find<KvRetinaTabBar>("tab");
+    int index = 0;
+    while (index < tab->count() && tab->tabText(index) != name) {
+        ++index;
+    }
+    tab->setCurrentIndex(index);
+}
+
+QString LabWindow::label(const char *name) const
+{
+    return find<QLabel>(name)->text();
+}
+
+bool LabWindow::shows(const char *name, const QString &text) const
+{
+    return QTest::qWaitFor([&] { return label(name) == text; }, kLimitMs);
+}
+
+QStringList LabWindow::items(const char *box) const
+{
+    QStringList texts;
+    for (int i = 0; i < find<QComboBox>(box)->count(); ++i) {
+        texts += find<QComboBox>(box)->itemText(i);
+    }
+    return texts;
+}
+
+bool LabWindow::isLoggedIn() const
+{
+    return find<QStackedWidget>("stack")->currentWidget()->objectName() == "pageMain";
+}
+
+bool LabWindow::logHas(const QByteArray &text)
+{
+    return fileBytes(appPath("/log.txt")).contains(text);
+}
+
 void LabWindow::order(const QString &page, const QString &parameters, const QByteArray &body)
 {
-    run(QStringLiteral("curl"), {"-sSf", "-T", "-", control("/answer" + page + '?' + parameters)}, body);
+    inHome("curl -sSf -T - \"$LAB_CONTROL/answer" + page.toUtf8() + '?' + parameters.toUtf8() + '"', body);
 }
 
 QByteArray LabWindow::lastRequest(const QString &page)
 {
-    const QByteArray request = run(QStringLiteral("curl"), {"-sS", control("/seen" + page)});
-    return request == "not seen yet\n" ? QByteArray() : request;
+    const QByteArray request = inHome("curl -sS \"$LAB_CONTROL/seen" + page.toUtf8() + '"');
+    return request == "not seen yet" ? QByteArray() : request;
 }
 
 void LabWindow::reset()
 {
-    run(QStringLiteral("curl"), {"-sSf", "-d", "", control("/reset")});
+    inHome("curl -sSf -d '' \"$LAB_CONTROL/reset\"");
+}
+
+QByteArray inHome(const QByteArray &command, const QByteArray &input)
+{
+    QProcess shell;
+    shell.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    shell.start("bash", {"-c", command});
+    shell.write(input);
+    shell.closeWriteChannel();
+    if (!shell.waitForFinished(kLimitMs)) {
+        qFatal("no end of: %s", command.constData());
+    }
+    return shell.readAllStandardOutput().trimmed();
 }

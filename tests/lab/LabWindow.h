@@ -10,10 +10,30 @@ public:
     /// Makes the service forget all orders and requests, and puts the tools of the bundle into the application
     /// folder.
     LabWindow();
+
+    /// The test fails when boxes have not come, or others came than were expected.
     ~LabWindow();
 
     /// Fills in the login page and presses pbLogin; returns when the login has come to its end.
-    void login(const QString &user, const QString &password) const;
+    void login(const QString &user = "alice", const QString &password = "wonderland-7") const;
+
+    /// Opens the page of that tab.
+    void openPage(const QString &name) const;
+
+    /// What a label shows, and whether it comes to show this within a minute.
+    QString label(const char *name) const;
+    bool shows(const char *name, const QString &text) const;
+
+    /// The entries of a box.
+    QStringList items(const char *box) const;
+
+    /// Whether the main page is shown, not that of the login.
+    bool isLoggedIn() const;
+
+    bool isOn(const char *name) const { return find<QWidget>(name)->isEnabled(); }
+
+    /// Whether the log has this text.
+    static bool logHas(const QByteArray &text);
 
     /// Orders how a page ("/api") is answered from now on: parameters as in "keep=500&times=1", and a body in place
     /// of the page's own.
@@ -25,6 +45,9 @@ public:
     /// Forgets all requests and orders.
     static void reset();
 };
+
+/// What a bash command prints, trimmed; a run ends when it hangs. The window is at a standstill meanwhile.
+QByteArray inHome(const QByteArray &command, const QByteArray &input = {});
 
 /// What main() does in a test that runs in the lab.
 template <typename Test> int runLabTest(int argc, char *argv[])
