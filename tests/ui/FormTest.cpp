@@ -1,43 +1,23 @@
-#include "tests/support/Cases.h"
 #include "tests/window/WindowFixture.h"
-#include "ui/ElidingComboBox.h"
 #include "ui/FocusRing.h"
 #include "ui/Palette.h"
 #include "ui/StatePicture.h"
-#include "ui/WindowHeader.h"
-#include "ui_Korvan.h"
 
 #include <QAccessible>
+#include <QRegularExpression>
 
 #include <cmath>
 
 static const QString kLongName = QStringLiteral("Examplia-Long-Distance-Server-Number-040");
 static constexpr int kLoginPage = -1;
 
-/// The relative luminance of a colour and the contrast of two, as WCAG 2 defines them.
-static double luminance(QRgb colour)
-{
-    const auto part = [](int value) {
-        const double share = value / 255.0;
-        return share <= 0.03928 ? share / 12.92 : std::pow((share + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * part(qRed(colour)) + 0.7152 * part(qGreen(colour)) + 0.0722 * part(qBlue(colour));
-}
-
-static double contrast(QRgb a, QRgb b)
-{
-    const auto [dark, light] = std::minmax({luminance(a), luminance(b)});
-    return (light + 0.05) / (dark + 0.05);
-}
-
 /// What the form owes to the eye, the keyboard and the screen reader.
-class FormTest : public QObject
+class FormTest : public WindowFixture
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup() { m_fixture.reset(); }
+    void init() override;
     void everyControlHasANameForScreenReaders();
     void everyStateHasItsPicture();
     void tabKeyWalksInReadingOrder();
@@ -49,33 +29,29 @@ private slots:
     void textsAreReadable();
 
 private:
-    template <typename Widget> Widget *find(const char *name) const { return m_fixture->find<Widget>(name); }
     void showPage(int page) const;
     void checkShown(const QByteArray &page) const;
-
-    std::unique_ptr<WindowFixture> m_fixture;
-    Korvan *m_window = nullptr;
 };
 
 void FormTest::init()
 {
-    m_fixture = std::make_unique<WindowFixture>();
-    m_window = &m_fixture->startLoggedIn({"Examplia-1", kLongName});
+    WindowFixture::init();
+    startLoggedIn({"Examplia-1", kLongName});
     showPage(kLoginPage);
     QVERIFY(QTest::qWaitForWindowActive(m_window));
 }
 
 void FormTest::showPage(int page) const
 {
-    find<QStackedWidget>("stack")->setCurrentWidget(find<QWidget>(page == kLoginPage ? "pageLogin" : "pageMain"));
+    find<QStackedWidget>("stack")->setCurrentWidget(find(page == kLoginPage ? "pageLogin" : "pageMain"));
     find<KvRetinaTabBar>("tab")->setCurrentIndex(qMax(page, 0));
-    find<QWidget>(page == kLoginPage ? "edUser" : "tab")->setFocus();
+    find(page == kLoginPage ? "edUser" : "tab")->setFocus();
 }
 
 void FormTest::everyControlHasANameForScreenReaders()
 {
-    const QRegularExpression controlNames("^((pb|cb|rb|cm|ed|pg).*|tab|tbPing)$");
-    const auto controls = m_window->findChildren<QWidget *>(controlNames);
+    const auto controls =
+        m_window->findChildren<QWidget *>(QRegularExpression("^((pb|cb|rb|cm|ed|pg).*|tab|tbPing)$"));
     QVERIFY(controls.size() > 40);
     for (QWidget *control : controls) {
         QAccessibleInterface *face = QAccessible::queryAccessibleInterface(control);
@@ -83,6 +59,7 @@ void FormTest::everyControlHasANameForScreenReaders()
     }
 }
 
+/// Also at two pixels a point.
 void FormTest::everyStateHasItsPicture()
 {
     QStringList families;
@@ -104,6 +81,14 @@ void FormTest::everyStateHasItsPicture()
             seen << once.toImage();
         }
     }
+    for (const char *name :
+         {"images/icon_status_connect_disconnected", "images/icon_status_connect_connected", "img/connect",
+          "img/connectc", "img/reconnect", "img/reconnectc", "img/disconnect", "img/disconnectc", "img/changeuser",
+          "img/settings", "img/proxy", "img/close", "img/korvan", "img/tray.disconnect", "img/macnotify"}) {
+        const QString path = QString(":/%1.png").arg(name);
+        QVERIFY2(!loadPicture(path, 1).isNull(), name);
+        COMPARE_CASE(name, loadPicture(path, 2).size(), 2 * loadPicture(path, 1).size());
+    }
 }
 
 void FormTest::tabKeyWalksInReadingOrder()
@@ -115,8 +100,7 @@ void FormTest::tabKeyWalksInReadingOrder()
         {2, "tab cbConnectOnBoot cmBootServer cbHideConnection cbLockDown cbNoSound cmUpdate pbUpdate pbUpApp "
             "pbReset pbSave"},
         {3, "tab rbNone edProxyAddr edProxyPort cbProxyAuth edProxyUser edProxyPass pbSaveProxy"},
-        {4, "tab tbPing pbPingAll pbPingDet pbSpeedTest pbTestCancel"},
-    };
+        {4, "tab tbPing pbPingAll pbPingDet pbSpeedTest pbTestCancel"}};
     for (QWidget *control : m_window->findChildren<QWidget *>()) {
         control->setEnabled(true);
     }
@@ -135,43 +119,39 @@ void FormTest::tabKeyWalksInReadingOrder()
 void FormTest::checkShown(const QByteArray &page) const
 {
     QTest::qWait(0);
-    const QRegularExpression names("^(pb|cb|rb|cm|ed|lb|pg|tab)");
-    for (const QWidget *widget : m_window->findChildren<QWidget *>(names)) {
+    for (const QWidget *widget :
+         m_window->findChildren<QWidget *>(QRegularExpression("^(pb|cb|rb|cm|ed|lb|pg|tab)"))) {
         if (!widget->isVisible()) {
             continue;
         }
-        const QByteArray name = page + ": " + widget->objectName().toUtf8();
-        QVERIFY2(widget->parentWidget()->rect().contains(widget->geometry()), name.constData());
-        QVERIFY2(widget->width() >= widget->minimumSizeHint().width(), name.constData());
-        QVERIFY2(widget->height() >= widget->minimumSizeHint().height(), name.constData());
         const auto *box = qobject_cast<const ElidingComboBox *>(widget);
-        QVERIFY2(box == nullptr || !box->isShortened(), name.constData());
         const auto *label = qobject_cast<const QLabel *>(widget);
-        QVERIFY2(label == nullptr || label->wordWrap() || label->text().isEmpty() ||
-                     label->width() >= label->fontMetrics().horizontalAdvance(label->text()),
-                 name.constData());
+        const QSize least = widget->minimumSizeHint();
+        const bool isWhole =
+            widget->parentWidget()->rect().contains(widget->geometry()) &&
+            widget->size().expandedTo(least) == widget->size() && (!box || !box->isShortened()) &&
+            (!label || label->wordWrap() || label->width() >= label->fontMetrics().horizontalAdvance(label->text()));
+        QVERIFY2(isWhole, (page + ": " + widget->objectName().toUtf8()).constData());
     }
 }
 
 void FormTest::nothingIsClipped()
 {
     for (const char *list : {"cmServer", "cmBootServer"}) {
-        find<QComboBox>(list)->setCurrentText(kLongName);
+        combo(list)->setCurrentText(kLongName);
     }
     find<QLabel>("lbExpired")->setText("Dec 31 23:59:59 2027");
     for (const char *total : {"lbTotalRecv", "lbTotalSend", "lbTotalRD", "lbTotalSD"}) {
         find<QLabel>(total)->setText("48213MB");
     }
     checkShown("login");
-    const std::pair<const char *, KORVANSTATUS> statuses[] = {
-        {"ready", STATUS_READY}, {"connecting", STATUS_CONNECTING}, {"connected", STATUS_CONNECTED}};
-    for (const auto &[name, status] : statuses) {
+    for (const KORVANSTATUS status : {STATUS_READY, STATUS_CONNECTING, STATUS_CONNECTED}) {
         m_window->setStatus(status);
         showPage(0);
         for (const char *address : {"lbServerIP", "lbPublicIP"}) {
             find<QLabel>(address)->setText("203.0.113.121");
         }
-        checkShown(name);
+        checkShown("status " + QByteArray::number(status));
     }
     for (int page = 1; page < 5; ++page) {
         showPage(page);
@@ -181,98 +161,101 @@ void FormTest::nothingIsClipped()
 
 void FormTest::ringFollowsTheKeyboardOnly()
 {
-    const auto ringBox = [this] {
+    const auto ringIsAround = [this](const char *name) {
         const auto *ring = m_window->findChild<FocusRing *>();
-        return ring && ring->isVisible() ? ring->geometry() : QRect();
+        return ring && ring->isVisible() &&
+               ring->geometry().contains(QRect(find(name)->mapTo(m_window, {}), find(name)->size()));
     };
-    const auto boxOf = [this](const char *name) {
-        const auto *control = find<QWidget>(name);
-        return QRect(control->mapTo(m_window, QPoint(0, 0)), control->size());
-    };
-    QVERIFY(ringBox().contains(boxOf("edUser")));
-    QTest::mouseClick(find<QWidget>("edPass"), Qt::LeftButton);
-    QVERIFY(ringBox().contains(boxOf("edPass")));
-    QTest::keyClick(find<QWidget>("edPass"), Qt::Key_Tab);
-    QVERIFY(ringBox().contains(boxOf("cbRember")));
-    QTest::mouseClick(find<QWidget>("cbRember"), Qt::LeftButton);
-    QVERIFY(!ringBox().isValid());
+    QVERIFY(ringIsAround("edUser"));
+    QTest::mouseClick(find("edPass"), Qt::LeftButton);
+    QVERIFY(ringIsAround("edPass"));
+    QTest::keyClick(find("edPass"), Qt::Key_Tab);
+    QVERIFY(ringIsAround("cbRember"));
+    QTest::mouseClick(find("cbRember"), Qt::LeftButton);
+    QVERIFY(!m_window->findChild<FocusRing *>()->isVisible());
 
     showPage(0);
     auto *tab = find<KvRetinaTabBar>("tab");
-    QTest::keyClick(tab, Qt::Key_Right);
-    QVERIFY(tab->tabRect(1).translated(boxOf("tab").topLeft()).contains(ringBox()));
+    for (const auto &[key, index] : {std::pair(Qt::Key_Left, 0), std::pair(Qt::Key_Right, 1),
+                                     std::pair(Qt::Key_Right, 2), std::pair(Qt::Key_Left, 1)}) {
+        QTest::keyClick(tab, key);
+        QCOMPARE(tab->currentIndex(), index);
+        const QRect ring = m_window->findChild<FocusRing *>()->geometry();
+        QVERIFY(tab->tabRect(index).translated(tab->mapTo(m_window, {})).contains(ring));
+    }
 }
 
 void FormTest::statusColoursTextAndBar()
 {
     showPage(0);
-    const auto textColour = [this] { return find<QLabel>("lbStatusT")->palette().color(QPalette::WindowText).rgb(); };
-    const auto barColour = [this] { return find<QWidget>("pgLinkState")->grab().toImage().pixelColor(10, 3).rgb(); };
-    m_window->setStatus(STATUS_CONNECTING);
-    find<QProgressBar>("pgLinkState")->setValue(34);
-    QCOMPARE(textColour(), palette::kInk);
-    QCOMPARE(barColour(), palette::kAction);
-    m_window->setStatus(STATUS_CONNECTED);
-    QCOMPARE(textColour(), palette::kConnected);
-    QCOMPARE(barColour(), palette::kConnected);
-    m_window->setStatus(STATUS_RECONNECTING); // the bar is still full, but nothing is connected
-    QCOMPARE(textColour(), palette::kInk);
-    QCOMPARE(barColour(), palette::kAction);
+    for (const auto &[status, text, bar] : {std::tuple(STATUS_CONNECTING, palette::kInk, palette::kAction),
+                                            std::tuple(STATUS_CONNECTED, palette::kConnected, palette::kConnected),
+                                            // The bar is still full, but nothing is connected.
+                                            std::tuple(STATUS_RECONNECTING, palette::kInk, palette::kAction)}) {
+        m_window->setStatus(status);
+        if (status == STATUS_CONNECTING) {
+            find<QProgressBar>("pgLinkState")->setValue(34);
+        }
+        QCOMPARE(find("lbStatusT")->palette().color(QPalette::WindowText).rgb(), text);
+        QCOMPARE(find("pgLinkState")->grab().toImage().pixelColor(10, 3).rgb(), bar);
+    }
 }
 
 void FormTest::enterLogsIn()
 {
-    auto *button = find<QAbstractButton>("pbLogin");
-    button->disconnect();
+    button("pbLogin")->disconnect();
     int logins = 0;
-    connect(button, &QAbstractButton::clicked, [&logins] { ++logins; });
-    for (const char *field : {"edUser", "edPass"}) {
-        QTest::keyClick(find<QWidget>(field), Qt::Key_Return);
+    connect(button("pbLogin"), &QAbstractButton::clicked, [&logins] { ++logins; });
+    for (const bool enabled : {true, false}) {
+        button("pbLogin")->setEnabled(enabled);
+        QTest::keyClick(find("edUser"), Qt::Key_Return);
+        QTest::keyClick(find("edPass"), Qt::Key_Return);
+        QCOMPARE(logins, 2);
     }
-    button->setEnabled(false);
-    QTest::keyClick(find<QWidget>("edPass"), Qt::Key_Return);
-    QCOMPARE(logins, 2);
 }
 
+/// Without a window manager the header moves the window itself.
 void FormTest::headerDragsAWindowWithoutFrame()
 {
     QVERIFY(m_window->windowFlags().testFlag(Qt::FramelessWindowHint));
-    // Without a window manager the header moves the window itself.
     auto *header = m_window->findChild<WindowHeader *>();
     const QPoint before = m_window->pos();
-    const auto dragTo = [header](const QPoint &place) {
+    const auto moved = [&](const QPoint &place) {
         QMouseEvent move(QEvent::MouseMove, place, header->mapToGlobal(place), Qt::NoButton, Qt::LeftButton,
                          Qt::NoModifier);
         QApplication::sendEvent(header, &move);
+        return m_window->pos() - before;
     };
     QTest::mousePress(header, Qt::LeftButton, Qt::NoModifier, QPoint(300, 20));
-    dragTo(QPoint(340, 45));
-    QCOMPARE(m_window->pos() - before, QPoint(40, 25));
+    QCOMPARE(moved(QPoint(340, 45)), QPoint(40, 25));
     QTest::mouseRelease(header, Qt::LeftButton);
-    dragTo(QPoint(10, 10));
-    QCOMPARE(m_window->pos() - before, QPoint(40, 25));
+    QCOMPARE(moved(QPoint(10, 10)), QPoint(40, 25));
+}
+
+/// The contrast of two colours as WCAG 2 defines it.
+static double contrast(QRgb a, QRgb b)
+{
+    const auto luminance = [](QRgb colour) {
+        const auto part = [](int value) {
+            const double share = value / 255.0;
+            return share <= 0.03928 ? share / 12.92 : std::pow((share + 0.055) / 1.055, 2.4);
+        };
+        return 0.2126 * part(qRed(colour)) + 0.7152 * part(qGreen(colour)) + 0.0722 * part(qBlue(colour));
+    };
+    const auto [dark, light] = std::minmax({luminance(a), luminance(b)});
+    return (light + 0.05) / (dark + 0.05);
 }
 
 void FormTest::textsAreReadable()
 {
     using namespace palette;
-    const struct
-    {
-        const char *what;
-        QRgb text, ground;
-    } pairs[] = {
-        {"body on paper", kBody, kPaper},           {"body on a selected row", kBody, kActionSoft},
-        {"link on white", kAction, kWhite},         {"version in the header", kDisabled, kInk},
-        {"primary button", kWhite, kAction},        {"red button", kWhite, kDanger},
-        {"connected on white", kConnected, kWhite},
-    };
-    for (const auto &pair : pairs) {
-        QVERIFY2(contrast(pair.text, pair.ground) >= 4.5, pair.what);
+    for (const auto &[text, ground] :
+         {std::pair(kBody, kPaper), std::pair(kBody, kActionSoft), std::pair(kAction, kWhite),
+          std::pair(kDisabled, kInk), std::pair(kWhite, kAction), std::pair(kWhite, kDanger),
+          std::pair(kConnected, kWhite)}) {
+        QVERIFY2(contrast(text, ground) >= 4.5, qPrintable(QString("%1 on %2").arg(text, 0, 16).arg(ground, 0, 16)));
     }
 }
 
-int main(int argc, char **argv)
-{
-    return runWindowTest<FormTest>(argc, argv);
-}
+WINDOW_TEST_MAIN(FormTest)
 #include "FormTest.moc"

@@ -1,14 +1,9 @@
-#include "ui/KvImageBox.h"
 #include "ui/KvRetinaButton.h"
 #include "ui/KvRetinaCheckBox.h"
-#include "ui/KvRetinaLabel.h"
-#include "ui/KvRetinaTabBar.h"
 #include "ui/StatePicture.h"
 #include "ui/TextLine.h"
 
-#include <QDialogButtonBox>
 #include <QPainter>
-#include <QSignalSpy>
 #include <QTest>
 
 #include <set>
@@ -18,25 +13,11 @@ class WidgetsTest : public QObject
     Q_OBJECT
 
 private slots:
-    void everySinglePictureIsThereTwice();
     void buttonShowsItsState();
     void bodyKeepsItsCorners();
     void checkBoxTogglesByItsText();
-    void tabBarTellsItsIndex();
     void textLineGivesWayToItsCaption();
-    void imageBoxShowsItsPicture();
 };
-
-void WidgetsTest::everySinglePictureIsThereTwice()
-{
-    const QString names = "images/icon_status_connect_disconnected images/icon_status_connect_connected img/connect "
-                          "img/connectc img/reconnect img/reconnectc img/disconnect img/disconnectc img/changeuser "
-                          "img/settings img/proxy img/close img/korvan img/tray.disconnect img/macnotify";
-    for (const QString &name : names.split(' ')) {
-        const QPixmap once = loadPicture(":/" + name + ".png", 1);
-        QVERIFY2(!once.isNull() && loadPicture(":/" + name + ".png", 2).size() == 2 * once.size(), qPrintable(name));
-    }
-}
 
 void WidgetsTest::buttonShowsItsState()
 {
@@ -77,31 +58,9 @@ void WidgetsTest::checkBoxTogglesByItsText()
     box.resize(400, 22);
     const QImage clear = box.grab().toImage();
     QTest::mouseClick(&box, Qt::LeftButton, Qt::NoModifier, QPoint(80, 10));
-    QVERIFY(box.isChecked());
-    QVERIFY(box.grab().toImage() != clear);
+    QVERIFY(box.isChecked() && box.grab().toImage() != clear);
     QTest::mouseClick(&box, Qt::LeftButton, Qt::NoModifier, QPoint(390, 10));
     QVERIFY2(box.isChecked(), "the blank behind the text is not the box");
-}
-
-void WidgetsTest::tabBarTellsItsIndex()
-{
-    KvRetinaTabBar bar;
-    for (const QString page : {"dashboard", "vpn_log", "settings"}) {
-        bar.addItem(":/images/top_menu_" + page + "_%1.png", page);
-    }
-    bar.resize(bar.sizeHint());
-    QSignalSpy spy(&bar, &KvRetinaTabBar::indexChanged);
-    QTest::mouseClick(&bar, Qt::LeftButton, Qt::NoModifier, bar.tabRect(2).center());
-    for (int presses = 0; presses < 3; ++presses) {
-        QTest::keyClick(&bar, Qt::Key_Left);
-    }
-    bar.setCurrentIndex(1);
-    bar.setCurrentIndex(1);
-    QList<int> told;
-    for (const auto &arguments : spy) {
-        told << arguments.first().toInt();
-    }
-    QCOMPARE(told, (QList<int>{2, 1, 0, 1}));
 }
 
 void WidgetsTest::textLineGivesWayToItsCaption()
@@ -115,24 +74,11 @@ void WidgetsTest::textLineGivesWayToItsCaption()
         blank.fill(image.pixelColor(0, 0));
         return image != blank;
     };
-    const QRect left(0, 0, 60, 34);
-    const QRect right(160, 0, 134, 34);
-    line.setText("203.0.113.5");
-    QVERIFY(inkIn(left) && inkIn(right));
-    line.setText("Public IP Address*");
-    QVERIFY(inkIn(left) && !inkIn(right));
-    line.setText(QString());
-    QVERIFY2(inkIn(left) && inkIn(right), "nothing is shown as a dash");
-}
-
-void WidgetsTest::imageBoxShowsItsPicture()
-{
-    KvImageBox box(":/img/macnotify.png", "Korvan Help", nullptr);
-    box.show();
-    const auto *image = box.findChild<KvRetinaLabel *>();
-    QCOMPARE(image->size(), loadPicture(":/img/macnotify.png", 1).size());
-    QTest::mouseClick(box.findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Close), Qt::LeftButton);
-    QVERIFY(!box.isVisible());
+    for (const auto &[text, isShown] :
+         {std::pair("203.0.113.5", true), std::pair("Public IP Address*", false), std::pair("", true)}) {
+        line.setText(text); // nothing is shown as a dash
+        QVERIFY2(inkIn({0, 0, 60, 34}) && inkIn({160, 0, 134, 34}) == isShown, text);
+    }
 }
 
 QTEST_MAIN(WidgetsTest)

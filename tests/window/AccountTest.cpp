@@ -1,274 +1,164 @@
 #include "account/ServerLists.h"
-#include "common/AppPath.h"
 #include "tests/support/OnePage.h"
-#include "tests/support/TestFiles.h"
 #include "tests/window/WindowFixture.h"
-#include "ui/KvRetinaTabBar.h"
 
-#include <QComboBox>
-#include <QDir>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMenu>
-#include <QProgressBar>
-#include <QStackedWidget>
-#include <QTableWidget>
+#include <QElapsedTimer>
+#include <QTcpSocket>
 
-/// Login, server lists and updates in the window, with a web server of one page on the loopback interface.
-class AccountTest : public QObject
+/// Login and server lists in the window, with a web server of one page on the loopback interface.
+class AccountTest : public WindowFixture
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
     void serverLists();
     void noServers();
-    void protocolSwitchKeepsTheBootServer();
-    void storedBootServer();
+    void protocolSwitchKeepsTheServer();
     void clicksDuringTheLogin();
     void quitDuringTheLogin();
     void publicAddress();
-    void updateWithoutAddress();
-    void updateProgress();
 
 private:
-    Korvan &start() { return *(m_window = &m_fixture->start()); }
-    /// Makes the page the account API.
-    static void useApi(const OnePage &page);
-    QStringList items(const char *box) const;
-    QStringList menuEntries() const;
-    QString page() const { return m_fixture->find<QStackedWidget>("stack")->currentWidget()->objectName(); }
-
-    std::unique_ptr<WindowFixture> m_fixture;
-    Korvan *m_window = nullptr;
+    /// A window whose login is asked of this page, with the login page filled in.
+    void startAgainst(const OnePage &api);
+    /// The servers of the dashboard, of the settings, of the tray's menu and of the ping table.
+    QVector<QStringList> servers() const;
 };
 
-void AccountTest::init()
-{
-    m_fixture = std::make_unique<WindowFixture>();
-}
-
-void AccountTest::cleanup()
-{
-    QCOMPARE(m_fixture->boxes.takeFailures(), QString());
-    QCOMPARE(m_fixture->boxes.left(), 0);
-    m_fixture.reset();
-}
-
-void AccountTest::useApi(const OnePage &page)
+void AccountTest::startAgainst(const OnePage &api)
 {
     putFile(appPath("/setting.ini"),
-            "[LOGIN]\nVER=" + page.url().toUtf8() + "\n[UPDATE]\nURL=http://127.0.0.1:1/update.xml\n");
+            "[LOGIN]\nVER=" + api.url().toUtf8() + "\n[UPDATE]\nURL=http://127.0.0.1:1/update.xml\n");
+    start();
+    type("edUser", "alice");
+    type("edPass", "secret");
 }
 
-QStringList AccountTest::items(const char *box) const
+QVector<QStringList> AccountTest::servers() const
 {
-    QStringList texts;
-    const auto *combo = m_fixture->find<QComboBox>(box);
-    for (int i = 0; i < combo->count(); ++i) {
-        texts += combo->itemText(i);
+    QStringList entries;
+    for (const QAction *action : trayEntry("Connect")->menu()->actions()) {
+        entries += action->text();
     }
-    return texts;
-}
-
-QStringList AccountTest::menuEntries() const
-{
-    QStringList texts;
-    const auto menus = m_window->findChildren<QMenu *>();
-    for (const QMenu *menu : menus) {
-        if (menu->title() == "Connect" && !menu->menuAction()->associatedWidgets().isEmpty()) {
-            const auto actions = menu->actions();
-            for (const QAction *action : actions) {
-                texts += action->text();
-            }
-        }
+    QStringList rows;
+    for (int row = 0; row < find<QTableWidget>("tbPing")->rowCount(); ++row) {
+        rows += find<QTableWidget>("tbPing")->item(row, 0)->text();
     }
-    return texts;
+    return {items("cmServer"), items("cmBootServer"), entries, rows};
 }
 
 void AccountTest::serverLists()
 {
-    const QStringList servers{"A",
-                              "b",
-                              "c",
-                              "Ex\"amp'l|ia & more",
-                              QString::fromUtf8("Größe∕2"),
-                              QString(200, 'z'),
-                              QString::fromUtf8("サーバー")};
-    for (const QString &server : servers) {
-        putFile(profileFolder() + server + (server == "c" ? ".OVPN" : ".ovpn"), "remote h 1\n");
+    const QString odd = QString::fromUtf8("Größe∕2");
+    QStringList names{"A", "b", "c", "Ex\"amp'l|ia & more", odd, QString(200, 'z'), QString::fromUtf8("サーバー")};
+    for (const QString &name : names) {
+        putFile(profileFolder() + name + (name == "c" ? ".OVPN" : ".ovpn"), "remote h 1\n");
     }
     putFile(profileFolder() + "no server.txt", "");
-    putFile(profileFolder() + "skiplist.dat", "b|a|" + servers.at(4).toUtf8());
+    putFile(profileFolder() + "skiplist.dat", "b|a|" + odd.toUtf8()); // letter case counts here
     start();
-    QVERIFY(m_fixture->press("pbExist"));
-    QCOMPARE(items("cmServer"), servers);
-    QCOMPARE(items("cmBootServer"), servers);
-    QCOMPARE(menuEntries(), servers);
-    const auto *table = m_fixture->find<QTableWidget>("tbPing");
-    QStringList rows;
-    for (int row = 0; row < table->rowCount(); ++row) {
-        rows += table->item(row, 0)->text();
-        QCOMPARE(table->rowHeight(row), 20);
-    }
-    QCOMPARE(rows, QStringList({"A", "c", servers.at(3), servers.at(5), servers.at(6)})); // letter case counts here
+    QVERIFY(press("pbExist"));
+    QStringList tested{"A", "c", names.at(3), names.at(5), names.at(6)};
+    QCOMPARE(servers(), QVector<QStringList>({names, names, names, tested}));
 
-    QFile::remove(profileFolder() + "A.ovpn");
+    QFile::remove(profileFolder() + names.takeFirst() + ".ovpn");
+    tested.removeFirst();
     m_window->updateOpenVPNServerList();
-    QCOMPARE(menuEntries(), servers.mid(1));
-    QCOMPARE(table->rowCount(), 4);
+    QCOMPARE(servers(), QVector<QStringList>({names, names, names, tested}));
 }
 
 void AccountTest::noServers()
 {
     start();
-    QVERIFY(m_fixture->press("pbExist"));
-    QCOMPARE(page(), QString("pageMain"));
-    QCOMPARE(items("cmServer") + items("cmBootServer") + menuEntries(), QStringList());
-    QCOMPARE(m_fixture->find<QLabel>("lbExpired")->text(), QString());
-    QVERIFY(m_fixture->press("pbConnect")); // without a server there is nothing to do
-    QCOMPARE(m_fixture->find<QLabel>("lbStatusT")->text(), QString("NOT CONNECTED"));
-    m_fixture->find<QComboBox>("cmProto")->setCurrentText("L2TP"); // the list is missing
-    QCOMPARE(items("cmServer"), QStringList());
+    QVERIFY(press("pbExist"));
+    QCOMPARE(servers(), QVector<QStringList>(4));
+    QCOMPARE(page() + label("lbExpired"), QString("pageMain"));
+    for (const char *protocol : {"OpenVPN", "L2TP"}) { // the list of L2TP is missing
+        combo("cmProto")->setCurrentText(protocol);
+        QVERIFY(press("pbConnect")); // there is nothing to do
+        COMPARE_CASE(protocol, label("lbStatusT") + items("cmServer").join(' '), "NOT CONNECTED");
+    }
 }
 
-void AccountTest::protocolSwitchKeepsTheBootServer()
+void AccountTest::protocolSwitchKeepsTheServer()
 {
-    WindowFixture::putProfile({"Alone", "Both"});
-    putFile(l2tpListPath(), " First | 192.0.2.1\r\nOnly a name\n\nBoth|192.0.2.2|more\r\n");
-    start();
-    m_fixture->press("pbExist");
-    auto *server = m_fixture->find<QComboBox>("cmServer");
-    auto *protocol = m_fixture->find<QComboBox>("cmProto");
-    m_fixture->find<QComboBox>("cmBootServer")->setCurrentText("Both");
-    protocol->setCurrentText("L2TP");
-    QCOMPARE(items("cmServer"), QStringList({"First ", "Both"}));
-    QCOMPARE(server->currentText() + m_fixture->find<QComboBox>("cmBootServer")->currentText(), QString("BothBoth"));
-    QCOMPARE(server->currentData().toString(), QString("192.0.2.2"));
-    QCOMPARE(menuEntries(), QStringList({"Alone", "Both"})); // of OpenVPN in any case
-    protocol->setCurrentText("OpenVPN");
-    QCOMPARE(server->currentText(), QString("Both"));
-    m_fixture->find<QComboBox>("cmBootServer")->setCurrentText("Alone");
-    protocol->setCurrentText("L2TP");
-    QCOMPARE(server->currentIndex(), 0);
-}
-
-/// The stored server is selected when it is there, by its exact name.
-void AccountTest::storedBootServer()
-{
-    WindowFixture::putProfile({"Examplia-1", "Samplonia-1", "samplonia-2"});
-    for (const auto &[stored, selected] : {std::pair("Samplonia-1", 1), std::pair("Samplonia-2", 0)}) {
-        start();
-        m_fixture->press("pbExist");
-        m_fixture->find<QComboBox>("cmBootServer")->setItemText(0, stored);
-        m_fixture->find<QComboBox>("cmBootServer")->setCurrentIndex(0);
-        m_fixture->find<QAbstractButton>("pbSave")->click();
-        start();
-        m_fixture->press("pbExist");
-        QCOMPARE(m_fixture->find<QComboBox>("cmBootServer")->currentIndex(), selected);
-        QCOMPARE(m_fixture->find<QComboBox>("cmServer")->currentIndex(), selected);
+    putFile(l2tpListPath(), "First|192.0.2.1\r\nOnly a name\n\nBoth|192.0.2.2|more\r\n");
+    startLoggedIn({"Alone", "Both"});
+    const struct
+    {
+        const char *bootServer, *protocol;
+        QStringList servers;
+        QString selected;
+    } steps[] = {{"Both", "L2TP", {"First", "Both"}, "Both Both 192.0.2.2"},
+                 {"Both", "OpenVPN", {"Alone", "Both"}, "Both Both "},
+                 {"Alone", "L2TP", {"First", "Both"}, "First First 192.0.2.1"}};
+    for (const auto &step : steps) {
+        combo("cmBootServer")->setCurrentText(step.bootServer);
+        combo("cmProto")->setCurrentText(step.protocol);
+        const QStringList openVPN{"Alone", "Both"}; // stays in the menu and the table
+        QCOMPARE(servers(), QVector<QStringList>({step.servers, step.servers, openVPN, openVPN}));
+        const QComboBox *server = combo("cmServer");
+        QCOMPARE(server->currentText() + ' ' + combo("cmBootServer")->currentText() + ' ' +
+                     server->currentData().toString(),
+                 step.selected);
     }
 }
 
 /// While the service is asked the window lives, and no other click gets in between.
 void AccountTest::clicksDuringTheLogin()
 {
-    WindowFixture::putProfile({"Examplia-1"});
+    putProfile({"Examplia-1"});
     OnePage api("", true);
-    useApi(api);
-    start();
-    m_fixture->find<QLineEdit>("edUser")->setText("alice");
-    m_fixture->find<QLineEdit>("edPass")->setText("secret");
+    startAgainst(api);
     QString during;
-    QTimer::singleShot(300, this, [&] {
-        m_fixture->press("pbLogin");
-        m_fixture->press("pbExist");
-        for (const char *button : {"pbUpdate", "pbUpAccount", "pbConnect"}) {
-            m_fixture->find<QAbstractButton>(button)->click();
-        }
-        during = page() + ' ' + items("cmServer").join('|');
-        api.close();
-        const auto sockets = api.children();
-        for (QObject *socket : sockets) {
-            socket->deleteLater(); // which closes the connection
-        }
-    });
-    m_fixture->boxes.expect("Warning", "Update of new configuration failed.\nPlease try again later.\n"
-                                       "Korvan-GUI will use existing keys and configurations.");
-    QVERIFY(m_fixture->press("pbLogin"));
+    when([&api] { return !api.request.isEmpty(); },
+         [&] {
+             for (const char *name : {"pbLogin", "pbExist", "pbUpdate", "pbUpAccount", "pbConnect"}) {
+                 button(name)->click();
+             }
+             during = page() + ' ' + items("cmServer").join('|');
+             api.close();
+             qDeleteAll(api.findChildren<QTcpSocket *>()); // which closes the connection
+         });
+    boxes().expect("Warning", "Update of new configuration failed.\nPlease try again later.\n"
+                              "Korvan-GUI will use existing keys and configurations.");
+    QVERIFY(press("pbLogin"));
     QCOMPARE(during, QString("pageLogin Getting files from server ..."));
-    QCOMPARE(page(), QString("pageMain"));
-    QCOMPARE(items("cmServer"), QStringList("Examplia-1"));
+    QCOMPARE(page() + ' ' + items("cmServer").join('|'), QString("pageMain Examplia-1"));
 }
 
 void AccountTest::quitDuringTheLogin()
 {
     OnePage api("", true);
-    useApi(api);
-    start();
-    m_fixture->find<QLineEdit>("edUser")->setText("alice");
-    QTimer::singleShot(0, this, [this] { m_fixture->press("pbLogin"); });
-    QTimer::singleShot(300, qApp, &QApplication::quit);
+    startAgainst(api);
+    QTimer::singleShot(0, m_window, [this] { press("pbLogin"); });
+    when([&api] { return !api.request.isEmpty(); }, &QApplication::quit);
     QElapsedTimer timer;
     timer.start();
     QApplication::exec();
     QVERIFY2(timer.elapsed() < 8000, "the end does not wait for the service");
-    QVERIFY(api.request.startsWith("POST /api "));
-    m_fixture->end();
 }
 
 /// The IP test page through the application proxy, which here answers itself.
 void AccountTest::publicAddress()
 {
     OnePage proxy("", true);
-    start();
-    m_fixture->find<QAbstractButton>("rbHttp")->click();
-    m_fixture->find<QLineEdit>("edProxyAddr")->setText("127.0.0.1");
-    m_fixture->find<QLineEdit>("edProxyPort")->setText(QString::number(proxy.serverPort()));
-    m_fixture->find<QAbstractButton>("pbSaveProxy")->click();
+    startLoggedIn({});
+    button("rbHttp")->click();
+    type("edProxyAddr", "127.0.0.1");
+    type("edProxyPort", QString::number(proxy.serverPort()));
+    QVERIFY(press("pbSaveProxy"));
     m_window->setStatus(STATUS_READY);
     QTRY_VERIFY(proxy.request.startsWith("GET /testip.php HTTP/1.1\r\nHost: ip.korvan.example\r\n"));
-
     // A request that hangs neither holds up the window nor the next one.
-    proxy.answer = ok("<html><h1>You are in Examplia? Your IP: 203.0.113.5</h1></html>");
-    m_window->setStatus(STATUS_READY);
-    QTRY_COMPARE(m_fixture->find<QLabel>("lbPublicIP")->text(), QString("203.0.113.5"));
-    QCOMPARE(m_fixture->find<QLabel>("lbCountry")->text(), QString("Examplia"));
-    proxy.answer = ok("nothing of the kind").replace("200 OK", "503 Busy");
-    proxy.request.clear();
-    m_window->updateCountryFromIP();
-    QTRY_COMPARE(m_fixture->find<QLabel>("lbPublicIP")->text(), QString());
-    QCOMPARE(m_fixture->find<QLabel>("lbCountry")->text(), QString());
+    for (const auto &[answer, address] :
+         {std::pair(ok("<html><h1>You are in Examplia? Your IP: 203.0.113.5</h1></html>"), "203.0.113.5 Examplia"),
+          std::pair(ok("nothing of the kind").replace("200 OK", "503 Busy"), " ")}) {
+        proxy.answer = answer;
+        m_window->updateCountryFromIP();
+        QTRY_COMPARE(label("lbPublicIP") + ' ' + label("lbCountry"), QString(address));
+    }
 }
 
-void AccountTest::updateWithoutAddress()
-{
-    start();
-    auto *button = m_fixture->find<QAbstractButton>("pbUpApp");
-    QVERIFY(!button->isEnabled());
-    button->setEnabled(true);
-    m_fixture->boxes.expect("Update", "Update url is not valid.");
-    button->click();
-    QVERIFY(!QDir(appPath("/update")).exists());
-}
-
-void AccountTest::updateProgress()
-{
-    start();
-    auto *bar = m_fixture->find<QProgressBar>("pgUpdate");
-    const auto after = [&](qlonglong received, qlonglong total) {
-        QMetaObject::invokeMethod(m_window, "onUpdateProgress", Q_ARG(qlonglong, received), Q_ARG(qlonglong, total));
-        return bar->value();
-    };
-    QCOMPARE(after(1, 3), 33);
-    QCOMPARE(after(7, 0), 33);
-    QCOMPARE(after(7, -1), 33); // an unknown size
-    QCOMPARE(after(Q_INT64_C(1) << 50, Q_INT64_C(1) << 51), 50);
-}
-
-int main(int argc, char *argv[])
-{
-    return runWindowTest<AccountTest>(argc, argv);
-}
+WINDOW_TEST_MAIN(AccountTest)
 #include "AccountTest.moc"

@@ -1,216 +1,178 @@
-#include "common/AppPath.h"
 #include "stats/TransferTotals.h"
-#include "tests/support/Cases.h"
-#include "tests/support/TestFiles.h"
 #include "tests/window/WindowFixture.h"
-#include "ui/KvRetinaTabBar.h"
 
 #include <QClipboard>
-#include <QDesktopServices>
-#include <QFile>
-#include <QLabel>
-#include <QStackedWidget>
-#include <QTextEdit>
-#include <QUrl>
+#include <QDir>
 
-/// The window's other buttons: help, log, tray, pages, statistics.
-class ButtonsTest : public QObject
+/// Every button and every entry of the tray's menu does what it is for. Those of the options and of the servers'
+/// tests have tests of their own.
+class ButtonsTest : public WindowFixture
 {
     Q_OBJECT
 
-public slots:
-    void noteUrl(const QUrl &url) { m_opened += url.toString(); }
-
 private slots:
-    void init();
-    void cleanup();
-    void helpLinks();
-    void tabsOpenTheirPages();
-    void copiesTheLog();
-    void trayClicks();
-    void minimises();
-    void changesTheUser();
-    void bundleUnknown();
-    void resetForgetsTheFile();
-    void resetStatForgetsTheSession();
+    void init() override;
+    void everyButton();
+    void tabs();
+    void tray();
+    void resets();
 
 private:
-    Korvan &start();
-    /// Totals of earlier runs: 3 KB received and 1 KB sent, all of it today.
-    static void putTotals();
-    static QString storedTotals();
+    /// What the totals come to show when the connection ends.
+    QString totalsAtEnd();
     QString totals() const;
-
-    std::unique_ptr<WindowFixture> m_fixture;
-    Korvan *m_window = nullptr;
-    QStringList m_opened;
 };
 
+/// Earlier runs have received 3 KB and sent 1 KB, all of it today.
 void ButtonsTest::init()
 {
-    m_fixture = std::make_unique<WindowFixture>();
-    m_opened.clear();
-    for (const char *scheme : {"http", "https"}) {
-        QDesktopServices::setUrlHandler(scheme, this, "noteUrl");
-    }
-}
-
-void ButtonsTest::cleanup()
-{
-    QCOMPARE(m_fixture->boxes.takeFailures(), QString());
-    QCOMPARE(m_fixture->boxes.left(), 0);
-    m_fixture.reset();
-}
-
-Korvan &ButtonsTest::start()
-{
-    WindowFixture::putProfile({"Examplia-1"});
-    m_window = &m_fixture->start();
-    m_fixture->press("pbExist");
-    return *m_window;
-}
-
-void ButtonsTest::helpLinks()
-{
-    start();
-    for (const char *button : {"pbHelp", "pbHelpSupport", "pbFAQ"}) {
-        COMPARE_CASE(button, m_fixture->press(button), true);
-    }
-    QCOMPARE(m_opened,
-             QStringList({"https://help.korvan.example/", "https://help.korvan.example/anonymous_requests/new",
-                          "http://www.korvan.example/faqs.php"}));
-}
-
-void ButtonsTest::tabsOpenTheirPages()
-{
-    start();
-    auto *tab = m_fixture->find<KvRetinaTabBar>("tab");
-    int index = 0;
-    for (const char *page : {"pageDash", "pageLog", "pageSet", "pageProxy", "pageStatus"}) {
-        QTest::mouseClick(tab, Qt::LeftButton, {}, tab->tabRect(index++).center());
-        COMPARE_CASE(page, m_fixture->find<QStackedWidget>("tabPage")->currentWidget()->objectName(), QString(page));
-    }
-}
-
-void ButtonsTest::copiesTheLog()
-{
-    start();
-    qDebug("a \"last\" line");
-    auto *log = m_fixture->find<QTextEdit>("edLog");
-    QTRY_VERIFY(log->toPlainText().endsWith("\na last line"));
-    m_fixture->find<KvRetinaTabBar>("tab")->setCurrentIndex(1);
-    QVERIFY(m_fixture->press("pbCopyLog"));
-    QCOMPARE(QApplication::clipboard()->text(), log->toPlainText());
-    QVERIFY2(log->textCursor().hasSelection(), "what was copied can be seen");
-}
-
-void ButtonsTest::trayClicks()
-{
-    start();
-    auto *tray = m_window->findChild<QSystemTrayIcon *>();
-    const std::pair<QSystemTrayIcon::ActivationReason, bool> reasons[] = {{QSystemTrayIcon::Unknown, false},
-                                                                          {QSystemTrayIcon::Context, false},
-                                                                          {QSystemTrayIcon::DoubleClick, false},
-                                                                          {QSystemTrayIcon::Trigger, true},
-                                                                          {QSystemTrayIcon::MiddleClick, true}};
-    for (const auto &[reason, shows] : reasons) {
-        m_window->hide();
-        emit tray->activated(reason);
-        QCoreApplication::processEvents();
-        COMPARE_CASE(QByteArray::number(reason), m_window->isVisible(), shows);
-    }
-}
-
-void ButtonsTest::minimises()
-{
-    start();
-    QVERIFY(m_fixture->press("pbMinimize"));
-    QTRY_VERIFY(m_window->isMinimized());
-    QVERIFY2(m_window->isVisible(), "without a tray there would be no way back");
-    m_window->showOnTop();
-    QTRY_VERIFY(!m_window->isMinimized() && m_window->isVisible());
-}
-
-void ButtonsTest::changesTheUser()
-{
-    start();
-    QVERIFY(m_fixture->press("pbChangeUser"));
-    QCOMPARE(m_fixture->find<QStackedWidget>("stack")->currentWidget()->objectName(), QString("pageLogin"));
-}
-
-/// Outside of a bundle the login item is the beginning of the folder's path.
-void ButtonsTest::bundleUnknown()
-{
-    putScript(appPath("/fake/defaults"),
-              "[ $1 = read ] && echo '{Path = x;}' || echo \"$4\" > '" + appPath("/fake/written").toUtf8() + "'\n");
-    start();
-    m_window->findChild<QAbstractButton *>("cbRunOnBoot")->setChecked(true);
-    m_fixture->find<QAbstractButton>("pbSave")->click();
-    QCOMPARE(fileBytes(appPath("/fake/written")),
-             "({Path = x;},{Hide = 0; Path = \"" + appPath("").left(9).toUtf8() + "\";})\n");
-}
-
-void ButtonsTest::putTotals()
-{
-    QFile::remove(appPath("/cfg/transfer"));
+    WindowFixture::init();
     QDir().mkpath(appPath("/cfg"));
     UpdateTotalDataTransfer(3 << 10, 1 << 10);
+    startLoggedIn({"Examplia-1", "Proxied-Samplonia"});
 }
 
-QString ButtonsTest::storedTotals()
+void ButtonsTest::everyButton()
 {
-    TransferCounters stored;
-    GetTotalDataTransfer(stored.totalReceived, stored.totalSent, stored.day, stored.dayReceived, stored.daySent,
-                         stored.month, stored.monthReceived, stored.monthSent);
-    return QString("%1 %2 %3 %4")
-        .arg(stored.totalReceived)
-        .arg(stored.totalSent)
-        .arg(stored.monthReceived)
-        .arg(stored.daySent);
+    putScript(appPath("/compose"), "echo up >> '" + appPath("/fake/ups").toUtf8() +
+                                       "'; echo 'Initialization Sequence Completed'; exec sleep 600");
+    putScript(appPath("/fake/defaults"),
+              "[ $1 = read ] && echo '{Path = x;}' || echo \"$4\" > '" + appPath("/fake/items").toUtf8() + "'\n");
+    putFile(appPath("/cfg/login"), "");
+    button("cbRunOnBoot")->setChecked(true);
+    button("pbUpApp")->setEnabled(true); // though no update was announced
+    boxes().expect("Warning", "Update of new configuration failed.\nPlease try again later.\n"
+                              "Korvan-GUI will use existing keys and configurations.");
+    boxes().expect("Update", "Update url is not valid.");
+    boxes().expect("Exit", "Are you sure you wish to quit Korvan?", QMessageBox::Yes | QMessageBox::No,
+                   QMessageBox::No);
+
+    const auto opened = [this] { return m_opened.join(' '); };
+    const auto copied = [this] {
+        const auto *log = find<QTextEdit>("edLog");
+        const bool whole = QApplication::clipboard()->text() == log->toPlainText();
+        return QString(whole && log->textCursor().hasSelection() ? "the whole log" : "not all");
+    };
+    const auto tunnel = [this] {
+        return QString::number(fileBytes(appPath("/fake/ups")).count("up")) + ' ' + combo("cmServer")->currentText() +
+               ' ' + label("lbStatusT");
+    };
+    const auto shown = [this] {
+        return page() + ' ' + find<QStackedWidget>("tabPage")->currentWidget()->objectName();
+    };
+    const auto login = [] { return QString(QFile::exists(appPath("/cfg/login")) ? "kept" : "gone"); };
+    const auto asked = [this] { return QString("%1 boxes left").arg(boxes().left()); };
+    const auto window = [this] {
+        return QString(m_window->isVisible() ? "visible" : "hidden") + (m_window->isMinimized() ? ", minimised" : "");
+    };
+    const auto canSave = [this] { return QString(button("pbSave")->isEnabled() ? "can save" : ""); };
+    const auto loginItems = [] { return QString::fromUtf8(fileBytes(appPath("/fake/items"))); };
+    const struct
+    {
+        const char *control;
+        std::function<QString()> effect;
+        QString expected;
+    } steps[] = {
+        {"pbHelp", opened, "https://help.korvan.example/"},
+        {"pbHelpSupport", opened, "https://help.korvan.example/anonymous_requests/new"},
+        {"pbFAQ", opened, "http://www.korvan.example/faqs.php"},
+        {"pbCopyLog", copied, "the whole log"},
+        {"pbConnect", tunnel, "1 Examplia-1  CONNECTED"},
+        {"pbReconnect", tunnel, "2 Examplia-1  CONNECTED"},
+        {"pbDisconnect", tunnel, "2 Examplia-1 NOT CONNECTED"},
+        {"Proxied-Samplonia", tunnel, "3 Proxied-Samplonia  CONNECTED"},
+        {"Reconnect", tunnel, "4 Proxied-Samplonia  CONNECTED"},
+        {"Disconnect", tunnel, "4 Proxied-Samplonia NOT CONNECTED"},
+        {"Proxy Settings...", shown, "pageMain pageProxy"},
+        {"Update Config...", shown, "pageMain pageSet"},
+        {"Change User...", shown, "pageLogin pageSet"},
+        {"pbExist", shown, "pageMain pageSet"},
+        {"pbChangeUser", shown, "pageLogin pageDash"},
+        {"cbRember", login, "kept"},
+        {"cbRember", login, "gone"},
+        {"pbLogin", shown, "pageMain pageDash"}, // the service does not answer
+        {"pbUpdate", shown, "pageLogin pageSet"},
+        {"pbExist", shown, "pageMain pageSet"},
+        {"pbUpAccount", shown, "pageLogin pageDash"},
+        {"pbExist", shown, "pageMain pageDash"},
+        {"pbUpApp", asked, "1 boxes left"},
+        {"pbClose", asked, "0 boxes left"},
+        {"pbMinimize", window, "visible, minimised"}, // without a tray there would be no way back
+        {"Open Korvan", window, "visible"},
+        {"cbLockDown", canSave, "can save"},
+        // Outside of a bundle the login item is the beginning of the folder's path.
+        {"pbSave", loginItems, "({Path = x;},{Hide = 0; Path = \"" + appPath("").left(9) + "\";})\n"},
+    };
+    for (const auto &step : steps) {
+        m_opened.clear();
+        QVERIFY2(press(step.control), step.control);
+        if (!QTest::qWaitFor([&] { return step.effect() == step.expected; }, 30000)) {
+            COMPARE_CASE(step.control, step.effect(), step.expected);
+        }
+    }
 }
 
-/// All statistics of the dashboard.
+void ButtonsTest::tabs()
+{
+    auto *tab = find<KvRetinaTabBar>("tab");
+    int index = 0;
+    for (const char *name : {"pageDash", "pageLog", "pageSet", "pageProxy", "pageStatus"}) {
+        QTest::mouseClick(tab, Qt::LeftButton, {}, tab->tabRect(index++).center());
+        COMPARE_CASE(name, find<QStackedWidget>("tabPage")->currentWidget()->objectName(), name);
+    }
+}
+
+void ButtonsTest::tray()
+{
+    auto *icon = m_window->findChild<QSystemTrayIcon *>();
+    QStringList entries;
+    for (const QAction *action : icon->contextMenu()->actions()) {
+        entries += action->isSeparator() ? "-" : action->text();
+    }
+    QCOMPARE(entries, QStringList({"Open Korvan", "-", "Connect", "Reconnect", "Disconnect", "-", "Change User...",
+                                   "Update Config...", "Proxy Settings...", "-", "Exit"}));
+    for (const auto reason : {QSystemTrayIcon::Unknown, QSystemTrayIcon::Context, QSystemTrayIcon::DoubleClick,
+                              QSystemTrayIcon::Trigger, QSystemTrayIcon::MiddleClick}) {
+        m_window->hide();
+        emit icon->activated(reason);
+        QCoreApplication::processEvents();
+        COMPARE_CASE(QByteArray::number(reason), m_window->isVisible(),
+                     reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::MiddleClick);
+    }
+}
+
 QString ButtonsTest::totals() const
 {
     QStringList texts;
-    for (const char *name :
-         {"lbSessionRecv", "lbSessionSend", "lbTotalRD", "lbTotalSD", "lbTotalRecv", "lbTotalSend"}) {
-        texts += m_fixture->find<QLabel>(name)->text();
+    for (const char *name : {"lbSessionRecv", "lbTotalRD", "lbTotalSD", "lbTotalRecv", "lbTotalSend"}) {
+        texts += label(name);
     }
     return texts.join(' ');
 }
 
-/// What this run knows shows up again with the next traffic.
-void ButtonsTest::resetForgetsTheFile()
+QString ButtonsTest::totalsAtEnd()
 {
-    putTotals();
-    start().setStatus(STATUS_DISCONNECTED);
-    QCOMPARE(totals(), QString("0B 0B 3KB 1KB 3KB 1KB"));
-    m_fixture->find<KvRetinaTabBar>("tab")->setCurrentIndex(2);
-    QVERIFY(m_fixture->press("pbReset"));
+    m_window->setStatus(STATUS_DISCONNECTED);
+    return totals();
+}
+
+void ButtonsTest::resets()
+{
+    const QString kept = "0B 3KB 1KB 3KB 1KB";
+    const QString nothing = "0B 0B 0B 0B 0B";
+    QCOMPARE(totalsAtEnd(), kept);
+    QVERIFY(press("pbResetStat"));
+    QCOMPARE(totals(), nothing);
+    QCOMPARE(totalsAtEnd(), nothing);
+    start();
+    QCOMPARE(totalsAtEnd(), kept); // what the file holds shows up again with the next start
+    button("pbReset")->click();
     QVERIFY(!QFile::exists(appPath("/cfg/transfer")));
-    QCOMPARE(totals(), QString("0B 0B 0B 0B 0B 0B"));
-    m_window->setStatus(STATUS_DISCONNECTED);
-    QCOMPARE(totals(), QString("0B 0B 3KB 1KB 3KB 1KB"));
-    QCOMPARE(storedTotals(), QString("0 0 0 0"));
+    QCOMPARE(totals(), nothing);
+    QCOMPARE(totalsAtEnd(), kept); // what this run knows, with the next traffic
+    start();
+    QCOMPARE(totalsAtEnd(), nothing);
 }
 
-/// What the file holds shows up again with the next start.
-void ButtonsTest::resetStatForgetsTheSession()
-{
-    putTotals();
-    start().setStatus(STATUS_DISCONNECTED);
-    QVERIFY(m_fixture->press("pbResetStat"));
-    QCOMPARE(totals(), QString("0B 0B 0B 0B 0B 0B"));
-    m_window->setStatus(STATUS_DISCONNECTED);
-    QCOMPARE(totals(), QString("0B 0B 0B 0B 0B 0B"));
-    QCOMPARE(storedTotals(), QString("3072 1024 3072 1024"));
-    start().setStatus(STATUS_DISCONNECTED);
-    QCOMPARE(totals(), QString("0B 0B 3KB 1KB 3KB 1KB"));
-}
-
-int main(int argc, char *argv[])
-{
-    return runWindowTest<ButtonsTest>(argc, argv);
-}
+WINDOW_TEST_MAIN(ButtonsTest)
 #include "ButtonsTest.moc"

@@ -1,359 +1,186 @@
 #include "tests/window/WindowFixture.h"
-
-#include "common/AppPath.h"
-#include "tests/support/TestFiles.h"
 #include "ui/KvL2TPBox.h"
-#include "ui_Korvan.h"
 
-#include <QDesktopServices>
-#include <QMenu>
-#include <QUrl>
+#include <QDir>
 
 /// The connect flow through the real buttons, with stand-ins for the tunnel helpers.
-class ConnectTest : public QObject
+class ConnectTest : public WindowFixture
 {
     Q_OBJECT
 
-public slots:
-    void noteUrl(const QUrl &url) { m_opened += url.toString(); }
-
 private slots:
-    void init();
-    void cleanup();
-    void connectsAndDisconnects();
-    void proxyCredentialsAreGoneAfterwards_data();
-    void proxyCredentialsAreGoneAfterwards();
-    void failedAttemptIsShown();
-    void killSwitch();
-    void reconnectsByItself();
-    void givesUpAReconnectThatCanNotStart();
+    void init() override;
+    void tellsTheHelper();
     void expiredCertificate();
-    void trayMenuConnects();
-    void l2tpAsksForThePassword();
-    void l2tpRejectsThePassword();
+    void l2tpPassword();
     void clicksDuringTheAttempt();
     void messagesWaitForTheBox();
-    void quitQuestion();
+    void quitDuringTheAttempt();
 
 private:
-    Korvan &start();
-    static void composeDoes(const QByteArray &script);
-    bool comesTo(const char *text) const;
-    QLabel *label(const char *name) const { return m_fixture->find<QLabel>(name); }
-
-    std::unique_ptr<WindowFixture> m_fixture;
-    Korvan *m_window = nullptr;
-    QStringList m_opened;
+    /// The next helper notes its start, its arguments and the proxy's credentials; then it does this.
+    static void helperDoes(const QByteArray &script);
+    static QByteArray noted(const char *what) { return fileBytes(appPath("/noted/") + what); }
+    /// Runs the action while the window waits for the helper.
+    void duringTheAttempt(const std::function<void()> &action) const;
+    bool canConnect() const { return !find("pbConnect")->isHidden() && find("cmServer")->isEnabled(); }
 };
 
-static const QByteArray kUp = "echo 'UDPv4 link remote: [AF_INET]203.0.113.21:1194'\n"
-                              "echo 'Initialization Sequence Completed'\n";
-static const QByteArray kStay = "exec sleep 600\n";
+static const char kUp[] = "echo 'UDPv4 link remote: [AF_INET]203.0.113.21:1194'\n"
+                          "echo 'Initialization Sequence Completed'; exec sleep 600";
+static const char kHang[] = "exec sleep 600";
+static const char kUnknownError[] = "Unknown error, please check log.";
 
 void ConnectTest::init()
 {
-    m_fixture = std::make_unique<WindowFixture>();
-    m_opened.clear();
-    QDesktopServices::setUrlHandler("https", this, "noteUrl");
+    WindowFixture::init();
+    QDir(appPath("/noted")).removeRecursively();
+    putFile(appPath("/cfg/L2TP.txt"), "Examplia-L2TP-1|203.0.113.21\r\n");
+    startLoggedIn({"Examplia-1"});
 }
 
-void ConnectTest::cleanup()
+void ConnectTest::helperDoes(const QByteArray &script)
 {
-    QCOMPARE(m_fixture->boxes.takeFailures(), QString());
-    QCOMPARE(m_fixture->boxes.left(), 0);
-    m_fixture.reset();
+    putScript(appPath("/compose"), "cd '" + appPath("").toUtf8() +
+                                       "'; mkdir -p noted; printf '%s\\n' \"$@\" > noted/arguments\n"
+                                       "cat cfg/proxy > noted/proxy; echo up >> noted/starts\n" +
+                                       script);
 }
 
-Korvan &ConnectTest::start()
+void ConnectTest::duringTheAttempt(const std::function<void()> &action) const
 {
-    m_window = &m_fixture->startLoggedIn({"Examplia-1", "Proxied-Samplonia"});
-    return *m_window;
+    const QByteArray before = noted("starts");
+    when([before] { return noted("starts") != before; }, action);
 }
 
-void ConnectTest::composeDoes(const QByteArray &script)
+/// The proxy's credentials are gone afterwards, whatever became of the attempt.
+void ConnectTest::tellsTheHelper()
 {
-    putScript(appPath("/compose"), "printf '%s\\n' \"$@\" > '" + appPath("/arguments").toUtf8() +
-                                       "'\n"
-                                       "cat '" +
-                                       appPath("/cfg/proxy").toUtf8() + "' > '" + appPath("/seen-proxy").toUtf8() +
-                                       "' 2>/dev/null\n" + script);
-}
-
-bool ConnectTest::comesTo(const char *text) const
-{
-    return QTest::qWaitFor([&] { return label("lbStatusT")->text() == QLatin1String(text); }, 60000);
-}
-
-void ConnectTest::connectsAndDisconnects()
-{
-    composeDoes(kUp + kStay);
-    start();
-    QVERIFY(m_fixture->press("pbConnect"));
-    QVERIFY(comesTo(" CONNECTED"));
-    QTRY_COMPARE(label("lbServerIP")->text(), QString("203.0.113.21"));
     const QByteArray folder = appPath("").toUtf8();
-    QVERIFY2(fileBytes(appPath("/arguments"))
-                 .startsWith("--config\n" + folder + "/cfg/OpenVPN/temp\n--cd\n" + folder + "/cfg/OpenVPN/\n"),
-             fileBytes(appPath("/arguments")).constData());
-    QCOMPARE(fileBytes(appPath("/cfg/OpenVPN/temp")), fileBytes(appPath("/cfg/OpenVPN/Examplia-1.ovpn")));
-    QVERIFY2(!m_fixture->press("pbConnect"), "it is hidden now");
-    QVERIFY(m_fixture->press("pbDisconnect"));
-    QVERIFY(comesTo("NOT CONNECTED"));
-    QCOMPARE(label("lbServerIP")->text(), QString());
-    QVERIFY(!m_fixture->engine().isRunning());
-    QCOMPARE(WindowFixture::takeRoutes(), QByteArray()); // no lock-down, no route is touched
-}
-
-void ConnectTest::proxyCredentialsAreGoneAfterwards_data()
-{
-    QTest::addColumn<QByteArray>("script");
-    QTest::addColumn<bool>("fails");
-    QTest::newRow("success") << kUp + kStay << false;
-    QTest::newRow("failure") << QByteArray("exit 1\n") << true;
-}
-
-void ConnectTest::proxyCredentialsAreGoneAfterwards()
-{
-    QFETCH(QByteArray, script);
-    QFETCH(bool, fails);
-    composeDoes(script);
-    start();
-    m_fixture->find<QAbstractButton>("rbHttp")->click();
-    m_fixture->find<QAbstractButton>("cbProxyAuth")->click();
-    m_fixture->find<QLineEdit>("edProxyAddr")->setText("127.0.0.1");
-    m_fixture->find<QLineEdit>("edProxyPort")->setText("3128");
-    m_fixture->find<QLineEdit>("edProxyUser")->setText(QString::fromUtf8("Zoë"));
-    m_fixture->find<QLineEdit>("edProxyPass")->setText("p w");
-    if (fails) {
-        m_fixture->boxes.expect("Error", "Unknown error, please check log.");
+    for (const char *name : {"rbHttp", "cbProxyAuth"}) {
+        QVERIFY2(press(name), name);
     }
-    m_fixture->press("pbConnect");
-    QVERIFY(comesTo(fails ? "NOT CONNECTED" : " CONNECTED"));
-    QTRY_COMPARE(m_fixture->boxes.left(), 0);
-    QVERIFY(fileBytes(appPath("/arguments"))
-                .contains("--http-proxy\n127.0.0.1\n3128\n" + appPath("/cfg/proxy").toUtf8() + "\n--cd\n"));
-    QCOMPARE(fileBytes(appPath("/seen-proxy")), QByteArray("Zoë\r\np w\r\n"));
-    QTRY_VERIFY(!QFile::exists(appPath("/cfg/proxy")));
-}
-
-void ConnectTest::failedAttemptIsShown()
-{
-    composeDoes("echo 'AUTH_FAILED'; exit 1\n");
-    start();
-    m_fixture->boxes.expect("Error", "Unknown error, please check log.");
-    m_fixture->press("pbConnect");
-    QTRY_VERIFY(m_fixture->boxes.left() == 0 && m_fixture->find<QWidget>("cmServer")->isEnabled());
-    QCOMPARE(label("lbStatusT")->text(), QString("NOT CONNECTED"));
+    type("edProxyAddr", "127.0.0.1");
+    type("edProxyPort", "3128");
+    type("edProxyUser", QString::fromUtf8("Zoë"));
+    type("edProxyPass", "p w");
+    for (const auto &[script, status] :
+         {std::pair("echo AUTH_FAILED; exit 1", "NOT CONNECTED"), std::pair(kUp, " CONNECTED")}) {
+        helperDoes(script);
+        if (script != kUp) {
+            boxes().expect("Error", kUnknownError);
+        }
+        QVERIFY(press("pbConnect"));
+        QTRY_COMPARE(boxes().left(), 0);
+        QTRY_COMPARE(label("lbStatusT"), QString(status));
+        QVERIFY2(noted("arguments")
+                     .startsWith("--config\n" + folder + "/cfg/OpenVPN/temp\n--http-proxy\n127.0.0.1\n3128\n" +
+                                 folder + "/cfg/proxy\n--cd\n" + folder + "/cfg/OpenVPN/\n"),
+                 noted("arguments").constData());
+        QCOMPARE(noted("proxy"), QByteArray("Zoë\r\np w\r\n"));
+        QVERIFY(!QFile::exists(appPath("/cfg/proxy")));
+    }
+    QCOMPARE(fileBytes(folder + "/cfg/OpenVPN/temp"), fileBytes(folder + "/cfg/OpenVPN/Examplia-1.ovpn"));
+    QTRY_COMPARE(label("lbServerIP"), QString("203.0.113.21"));
+    QVERIFY(press("pbDisconnect"));
+    QVERIFY(canConnect() && label("lbServerIP").isEmpty() && !engine().isRunning());
+    QCOMPARE(takeRoutes(), QByteArray()); // no lock-down, so no route is touched
 
     QFile::remove(appPath("/compose"));
-    m_fixture->boxes.expect("Error", "Unknown error, please check log.");
-    m_fixture->press("pbConnect");
-    QTRY_COMPARE(m_fixture->boxes.left(), 0);
-    QVERIFY(fileBytes(appPath("/log.txt")).contains("[ERROR]openvpn compose is missed."));
-}
-
-void ConnectTest::killSwitch()
-{
-    composeDoes(kUp + "sleep 0.3\nexit 1\n");
-    start();
-    QByteArray whileOpen;
-    m_fixture->boxes.whileOpen = [&] { whileOpen = WindowFixture::takeRoutes(); };
-    m_fixture->boxes.expect("Error",
-                            "Internet connection has been terminated for your security.\nPlease press OK to resume "
-                            "your regular internet connection and reconnect to the VPN if needed.");
-    m_fixture->press("pbConnect");
-    QTRY_COMPARE_WITH_TIMEOUT(m_fixture->boxes.left(), 0, 30000);
-    QCOMPARE(whileOpen, QByteArray("delete 0.0.0.0 mask 0.0.0.0 198.51.100.1\n"));
-    QVERIFY(comesTo("NOT CONNECTED"));
-    QCOMPARE(WindowFixture::takeRoutes(), QByteArray("add 0.0.0.0 mask 0.0.0.0 198.51.100.1\n"));
-}
-
-void ConnectTest::reconnectsByItself()
-{
-    composeDoes(kUp + "[ -e '" + appPath("/second").toUtf8() + "' ] || { touch '" + appPath("/second").toUtf8() +
-                "'; sleep 0.3; exit 1; }\n" + kStay);
-    QFile::remove(appPath("/second"));
-    start();
-    m_fixture->find<QCheckBox>("cbAutoReconn")->setChecked(true);
-    m_fixture->find<QCheckBox>("cbLockDown")->setChecked(true);
-    m_fixture->press("pbConnect");
-    const auto ups = [] { return fileBytes(appPath("/log.txt")).count("Initialization Sequence Completed"); };
-    QTRY_COMPARE_WITH_TIMEOUT(ups(), 2, 30000);
-    QVERIFY(comesTo(" CONNECTED"));
-    QVERIFY2(!WindowFixture::takeRoutes().contains("add"), "locked down all the way");
-}
-
-void ConnectTest::givesUpAReconnectThatCanNotStart()
-{
-    composeDoes(kUp + kStay);
-    start();
-    m_fixture->press("pbConnect");
-    QVERIFY(comesTo(" CONNECTED"));
-    putFile(appPath("/cfg/OpenVPN/alice.crt"), "Not After : Dec 31 23:59:59 2009 GMT\n");
-    m_fixture->boxes.expect("Notify", "Certificate might be expired.\nDo you want to renew subscription?",
-                            QMessageBox::Yes, QMessageBox::Yes);
-    QVERIFY(m_fixture->press("pbReconnect"));
-    QTRY_VERIFY_WITH_TIMEOUT(m_fixture->find<QWidget>("cmServer")->isEnabled(), 30000);
-    QVERIFY2(!m_fixture->find<QWidget>("pbConnect")->isHidden(), "the user can try again");
+    boxes().expect("Error", kUnknownError);
+    QVERIFY(press("pbConnect"));
+    QTRY_COMPARE(boxes().left(), 0);
+    QVERIFY(log().contains("[ERROR]openvpn compose is missed."));
 }
 
 void ConnectTest::expiredCertificate()
 {
-    composeDoes(kUp + kStay);
-    start();
-    putFile(appPath("/cfg/OpenVPN/alice.crt"), "Not After : Jan  5 00:00:00 2020 GMT\n");
-    QFile::remove(appPath("/arguments"));
-    m_fixture->boxes.expect("Notify", "Certificate might be expired.\nDo you want to renew subscription?",
-                            QMessageBox::Yes, QMessageBox::Yes);
-    m_fixture->press("pbConnect");
-    QTRY_COMPARE(m_opened.size(), 1);
-    QVERIFY(m_opened.first().endsWith("/subscription"));
-    QVERIFY(!QFile::exists(appPath("/arguments")));
-    QVERIFY(!m_fixture->find<QWidget>("pbConnect")->isHidden());
-}
-
-void ConnectTest::trayMenuConnects()
-{
-    composeDoes(kUp + kStay);
-    start();
-    for (auto *menu : m_window->findChildren<QMenu *>()) {
-        for (QAction *action : menu->actions()) {
-            if (action->text() == "Proxied-Samplonia") {
-                action->trigger();
-            }
-        }
+    const QString question = "Certificate might be expired.\nDo you want to renew subscription?";
+    helperDoes(kUp);
+    QVERIFY(press("pbConnect"));
+    putFile(appPath("/cfg/OpenVPN/alice.crt"), "Not After : Dec 31 23:59:59 2009 GMT\n");
+    for (const char *button : {"pbReconnect", "pbConnect"}) {
+        boxes().expect("Notify", question, QMessageBox::Yes, QMessageBox::Yes);
+        QVERIFY2(press(button), button);
+        QTRY_VERIFY2_WITH_TIMEOUT(canConnect() && boxes().left() == 0, "the user can try again", 30000);
     }
-    QVERIFY(comesTo(" CONNECTED"));
-    QCOMPARE(m_fixture->find<QComboBox>("cmServer")->currentText(), QString("Proxied-Samplonia"));
-    QVERIFY(fileBytes(appPath("/log.txt")).contains("Use port"));
+    QCOMPARE(m_opened, QStringList({"https://portal.korvan.example/subscription",
+                                    "https://portal.korvan.example/subscription"}));
+    QCOMPARE(noted("starts"), QByteArray("up\n"));
 }
 
-/// Answers the L2TP password dialog as soon as it stands open.
-static void answerL2TPBox(const QString &password, bool remember, bool accept)
+void ConnectTest::l2tpPassword()
 {
-    auto *timer = new QTimer(qApp);
-    QObject::connect(timer, &QTimer::timeout, [=] {
-        auto *box = qobject_cast<KvL2TPBox *>(QApplication::activeModalWidget());
-        if (box != nullptr) {
-            timer->deleteLater();
-            auto *edit = box->findChild<QLineEdit *>("edPass");
-            QCOMPARE(edit->echoMode(), QLineEdit::Password);
-            edit->setText(password);
-            box->findChild<QCheckBox *>("ckRem")->setChecked(remember);
-            accept ? QTest::keyClick(edit, Qt::Key_Return) : box->findChild<QPushButton *>("btnCancel")->click();
+    putScript(appPath("/compose4"),
+              "case \"$*\" in L2TP\\ *) echo Success ;; *) echo 'Error 691: wrong'; exit 1 ;; esac");
+    combo("cmProto")->setCurrentText("L2TP");
+    for (const bool accept : {false, true}) {
+        when([] { return qobject_cast<KvL2TPBox *>(QApplication::activeModalWidget()) != nullptr; },
+             [accept] {
+                 QWidget *box = QApplication::activeModalWidget();
+                 auto *edit = box->findChild<QLineEdit *>("edPass");
+                 QCOMPARE(edit->echoMode(), QLineEdit::Password);
+                 edit->setText("secret");
+                 box->findChild<QCheckBox *>("ckRem")->setChecked(true);
+                 accept ? QTest::keyClick(edit, Qt::Key_Return) : box->findChild<QPushButton *>("btnCancel")->click();
+             });
+        if (accept) {
+            boxes().expect("Error", "Username or password is not valid.");
         }
-    });
-    timer->start(10);
+        boxes().whileOpen = [] { QVERIFY(QFile::exists(appPath("/l2tp"))); };
+        QVERIFY(press("pbConnect"));
+        QTRY_COMPARE_WITH_TIMEOUT(boxes().left(), 0, 30000);
+        QTRY_VERIFY2(!QFile::exists(appPath("/l2tp")), "asked for again at the next attempt");
+    }
 }
 
-static void composeFourDoes(const QByteArray &dial)
-{
-    putScript(appPath("/compose4"), "echo \"$*\" >> '" + appPath("/arguments").toUtf8() +
-                                        "'\ncase \"$*\" in\n"
-                                        "L2TP\\ *|CHECK\\ *) echo 'Recv 5'; echo 'Send 6'; echo Success ;;\n"
-                                        "Korvan-L2TP) echo Success ;;\n"
-                                        "*) " +
-                                        dial + " ;;\nesac\n");
-}
-
-void ConnectTest::l2tpAsksForThePassword()
-{
-    composeFourDoes("echo Success");
-    putFile(appPath("/cfg/L2TP.txt"), "Examplia-L2TP-1|203.0.113.21\r\n");
-    QFile::remove(appPath("/arguments"));
-    start();
-    m_fixture->find<QComboBox>("cmProto")->setCurrentText("L2TP");
-    QCOMPARE(m_fixture->find<QComboBox>("cmServer")->currentText(), QString("Examplia-L2TP-1"));
-
-    answerL2TPBox("typed", true, false);
-    m_fixture->press("pbConnect");
-    QVERIFY2(!QFile::exists(appPath("/arguments")) && !QFile::exists(appPath("/l2tp")), "cancelled");
-
-    answerL2TPBox(QString::fromUtf8("pässword"), true, true);
-    m_fixture->press("pbConnect");
-    QVERIFY(comesTo(" CONNECTED"));
-    QCOMPARE(QByteArray::fromBase64(fileBytes(appPath("/l2tp"))), QByteArray("pässword"));
-    QVERIFY(fileBytes(appPath("/arguments"))
-                .startsWith("L2TP Korvan-L2TP 203.0.113.21 mellowfinch\nKorvan-L2TP alice pässword\n"));
-    m_fixture->press("pbDisconnect");
-    QVERIFY(comesTo("NOT CONNECTED"));
-    QTRY_VERIFY(fileBytes(appPath("/arguments")).endsWith("Korvan-L2TP\n"));
-}
-
-void ConnectTest::l2tpRejectsThePassword()
-{
-    composeFourDoes("echo 'Error 691: wrong'; exit 1");
-    putFile(appPath("/cfg/L2TP.txt"), "Examplia-L2TP-1|203.0.113.21\n");
-    start();
-    putFile(appPath("/l2tp"), QByteArray("remembered").toBase64());
-    m_fixture->find<QComboBox>("cmProto")->setCurrentText("L2TP");
-    m_fixture->boxes.expect("Error", "Username or password is not valid.");
-    m_fixture->press("pbConnect");
-    QTRY_COMPARE_WITH_TIMEOUT(m_fixture->boxes.left(), 0, 30000);
-    QTRY_VERIFY(!QFile::exists(appPath("/l2tp")));
-}
-
-/// A second connect, a disconnect and a change of user while the first attempt still waits.
+/// A second connect, a disconnect and a change of user.
 void ConnectTest::clicksDuringTheAttempt()
 {
-    composeDoes("echo started >> '" + appPath("/starts").toUtf8() + "'\n" + kStay);
-    QFile::remove(appPath("/starts"));
-    start();
-    QTimer::singleShot(0, m_window, [this] { QMetaObject::invokeMethod(m_window, "onConnect"); });
-    QTimer::singleShot(300, m_window, [this] { QMetaObject::invokeMethod(m_window, "onConnect"); });
-    QTimer::singleShot(600, m_window, [this] { m_fixture->press("pbDisconnect"); });
-    m_fixture->press("pbConnect");
-    QVERIFY(m_fixture->find<QWidget>("cmServer")->isEnabled());
-    QCOMPARE(label("lbStatusT")->text(), QString("NOT CONNECTED"));
-    QCOMPARE(fileBytes(appPath("/starts")), QByteArray("started\n"));
+    helperDoes(kHang);
+    duringTheAttempt([this] {
+        press("Examplia-1");
+        press("pbDisconnect");
+    });
+    QVERIFY(press("pbConnect"));
+    QVERIFY(canConnect() && label("lbStatusT") == "NOT CONNECTED");
+    QCOMPARE(noted("starts"), QByteArray("up\n"));
 
-    QTimer::singleShot(300, m_window, [this] { QMetaObject::invokeMethod(m_window, "onChangeUser"); });
-    m_fixture->press("pbConnect");
-    QTRY_VERIFY_WITH_TIMEOUT(m_fixture->find<QWidget>("cmServer")->isEnabled(), 30000);
-    QCOMPARE(m_fixture->find<QStackedWidget>("stack")->currentWidget()->objectName(), QString("pageLogin"));
-    QVERIFY(!m_fixture->engine().isRunning());
+    duringTheAttempt([this] { press("pbChangeUser"); });
+    QVERIFY(press("pbConnect"));
+    QTRY_VERIFY_WITH_TIMEOUT(canConnect(), 30000);
+    QVERIFY(page() == "pageLogin" && !engine().isRunning());
 }
 
 void ConnectTest::messagesWaitForTheBox()
 {
-    start();
     bool nested = false;
-    m_fixture->boxes.expect("Error", "Unknown error, please check log.");
-    m_fixture->boxes.expect("Error", "Unknown error, please check log.");
-    m_fixture->boxes.whileOpen = [&] {
-        if (m_fixture->boxes.left() == 1) {
-            emit m_fixture->engine().message("[ERROR]second");
-            emit m_fixture->engine().message("UDPv4 link remote: 10.1.2.3:1194");
+    boxes().expect("Error", kUnknownError);
+    boxes().expect("Error", kUnknownError);
+    boxes().whileOpen = [&] {
+        if (boxes().left() == 1) {
+            emit engine().message("[ERROR]second");
+            emit engine().message("UDPv4 link remote: 10.1.2.3:1194");
             QCoreApplication::processEvents();
-            nested = m_fixture->boxes.left() == 0 || label("lbServerIP")->text() == "10.1.2.3";
+            nested = boxes().left() == 0 || label("lbServerIP") == "10.1.2.3";
         }
     };
-    emit m_fixture->engine().message("[ERROR]first");
-    QTRY_COMPARE(m_fixture->boxes.left(), 0);
+    emit engine().message("[ERROR]first");
+    QTRY_COMPARE(label("lbServerIP"), QString("10.1.2.3"));
     QVERIFY(!nested);
-    QTRY_COMPARE(label("lbServerIP")->text(), QString("10.1.2.3"));
 }
 
-void ConnectTest::quitQuestion()
+void ConnectTest::quitDuringTheAttempt()
 {
-    start();
-    const QString text = "Are you sure you wish to quit Korvan?";
-    m_fixture->boxes.expect("Exit", text, QMessageBox::Yes | QMessageBox::No, QMessageBox::No);
-    m_fixture->press("pbClose");
-    QCOMPARE(m_fixture->boxes.left(), 0);
-    QVERIFY(m_window->isVisible());
-
-    composeDoes(kStay); // quit while an attempt waits
-    m_fixture->boxes.expect("Exit", text, QMessageBox::Yes | QMessageBox::No, QMessageBox::Yes);
-    QTimer::singleShot(0, [this] { m_fixture->press("pbConnect"); });
-    QTimer::singleShot(500, [this] { m_fixture->press("pbClose"); });
+    helperDoes(kHang);
+    boxes().expect("Exit", "Are you sure you wish to quit Korvan?", QMessageBox::Yes | QMessageBox::No,
+                   QMessageBox::Yes);
+    duringTheAttempt([this] { press("pbClose"); });
+    QTimer::singleShot(0, m_window, [this] { press("pbConnect"); });
     QApplication::exec();
-    QCOMPARE(WindowFixture::takeRoutes(), QByteArray());
-    QVERIFY(label("lbStatusT")->text() != " CONNECTED");
+    QCOMPARE(takeRoutes(), QByteArray());
+    QCOMPARE(label("lbStatusT"), QString("NOT CONNECTED"));
 }
 
-int main(int argc, char *argv[])
-{
-    return runWindowTest<ConnectTest>(argc, argv);
-}
+WINDOW_TEST_MAIN(ConnectTest)
 #include "ConnectTest.moc"

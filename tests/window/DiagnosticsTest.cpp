@@ -1,46 +1,36 @@
-#include "common/AppPath.h"
 #include "tests/support/OnePage.h"
-#include "tests/support/TestFiles.h"
 #include "tests/window/WindowFixture.h"
-#include "ui/KvRetinaTabBar.h"
 
+#include <QDir>
 #include <QHeaderView>
 #include <QRegularExpression>
-#include <QTableWidget>
+#include <QTcpSocket>
 
 /// The page of the servers' tests, with a stand-in for "ping" and a web server on the loopback interface.
-class DiagnosticsTest : public QObject
+class DiagnosticsTest : public WindowFixture
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-    void pingAll_data();
-    void pingAll();
-    void cancelPing_data();
-    void cancelPing();
-    void pingInDetail_data();
-    void pingInDetail();
-    void refusals_data();
-    void refusals();
-    void survivesANewList();
-    void headerSorts();
-    void speed_data();
+    void init() override;
+    void ping();
     void speed();
+    void refusals();
+    void headerSorts();
+    void survivesANewList();
 
 private:
-    /// A window on the page of tests whose servers have these hosts, with names in the same order.
-    void start(const QStringList &hosts);
+    /// Makes these hosts the servers "Server 0", "Server 1" and so on.
+    void serve(const QStringList &hosts) const;
     /// A column of the table, its cells separated by blanks.
     QString column(int number) const;
-    void selectRow(int row) const { m_table->setCurrentCell(row, 0); }
     /// Which of ping all, detailed ping, speed test and cancel can be pressed, and whether the table sorts.
     QString state() const;
-    /// Runs `action` once the ping of this host has started, while the button's slot waits.
-    void whenPinged(const QByteArray &host, const std::function<void()> &action);
+    void clickHeader(int section) const;
+    static QByteArray pings() { return fileBytes(appPath("/fake/pings")); }
+    /// Runs the action once the ping of this host has started, which does not answer before.
+    void whenPinged(const QString &host, const std::function<void()> &action) const;
 
-    std::unique_ptr<WindowFixture> m_fixture;
     QTableWidget *m_table = nullptr;
 };
 
@@ -49,41 +39,30 @@ static const char kRunning[] = "---c";
 
 void DiagnosticsTest::init()
 {
-    m_fixture = std::make_unique<WindowFixture>();
-    putScript(appPath("/fake/ping"),
-              "echo \"$* $$ \" >> '" + appPath("/fake/pings").toUtf8() +
-                  "'\n"
-                  "while [ \"$(cat '" +
-                  appPath("/fake/watched").toUtf8() +
-                  "' 2>/dev/null)\" = \"$2\" ]; do sleep 0.02; done\n"
-                  "case \"$2\" in\n"
-                  "near) echo '20 packets transmitted, 19 packets received, 12.5% packet loss'\n"
-                  "  echo 'round-trip min/avg/max/stddev = 10.9/23.7/40.1/5.2 ms' ;;\n"
-                  "far) echo 'received, 0% packet loss'; echo 'stddev = 80/114.2/130/1 ms' ;;\n"
-                  "dead) echo '1 packets transmitted, 0 packets received, 100.0% packet loss'; exit 1 ;;\n"
-                  "slow) exec sleep 600 ;;\n"
-                  "*) echo \"ping: $2: unknown host\" >&2; exit 2 ;;\n"
-                  "esac\n");
+    WindowFixture::init();
+    putScript(appPath("/fake/ping"), "cd '" + appPath("/fake").toUtf8() + R"sh('
+echo "$* $$ " >> pings
+while [ "$(cat watched 2>/dev/null)" = "$2" ]; do sleep 0.02; done
+case "$2" in
+near) echo '20 packets transmitted, 19 packets received, 12.5% packet loss'
+      echo 'round-trip min/avg/max/stddev = 10.9/23.7/40.1/5.2 ms' ;;
+far) echo 'received, 0% packet loss'; echo 'stddev = 80/114.2/130/1 ms' ;;
+dead) echo '1 packets transmitted, 0 packets received, 100.0% packet loss'; exit 1 ;;
+slow) exec sleep 600 ;;
+*) echo "ping: $2: unknown host" >&2; exit 2 ;;
+esac)sh");
+    startLoggedIn({});
+    m_table = find<QTableWidget>("tbPing");
 }
 
-void DiagnosticsTest::cleanup()
+void DiagnosticsTest::serve(const QStringList &hosts) const
 {
-    QCOMPARE(m_fixture->boxes.takeFailures(), QString());
-    QCOMPARE(m_fixture->boxes.left(), 0);
-    m_fixture.reset();
-}
-
-void DiagnosticsTest::start(const QStringList &hosts)
-{
+    QFile::remove(appPath("/fake/pings"));
+    QDir(appPath("/cfg/OpenVPN")).removeRecursively();
     for (int i = 0; i < hosts.size(); ++i) {
-        putFile(appPath("/cfg/OpenVPN/") + QString("Server %1.ovpn").arg(i),
-                "remote " + hosts.at(i).toUtf8() + " 1194\n");
+        putFile(appPath("/cfg/OpenVPN/Server %1.ovpn").arg(i), "remote " + hosts.at(i).toUtf8() + " 1194\n");
     }
-    m_fixture->start();
-    QVERIFY(m_fixture->press("pbExist"));
-    m_fixture->find<KvRetinaTabBar>("tab")->setCurrentIndex(4);
-    m_table = m_fixture->find<QTableWidget>("tbPing");
-    QCOMPARE(m_table->rowCount(), hosts.size());
+    m_window->updateOpenVPNServerList();
 }
 
 QString DiagnosticsTest::column(int number) const
@@ -96,239 +75,155 @@ QString DiagnosticsTest::column(int number) const
     return cells.join(' ');
 }
 
+void DiagnosticsTest::clickHeader(int section) const
+{
+    const QHeaderView *header = m_table->horizontalHeader();
+    QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, {header->sectionViewportPosition(section) + 20, 9});
+}
+
 QString DiagnosticsTest::state() const
 {
-    const auto sign = [this](const char *button, const char *letter) {
-        return QLatin1String(m_fixture->find<QWidget>(button)->isEnabled() ? letter : "-");
-    };
-    return sign("pbPingAll", "a") + sign("pbPingDet", "d") + sign("pbSpeedTest", "s") + sign("pbTestCancel", "c") +
+    return enabled({{"pbPingAll", 'a'}, {"pbPingDet", 'd'}, {"pbSpeedTest", 's'}, {"pbTestCancel", 'c'}}) +
            (m_table->isSortingEnabled() ? " sorts" : "");
 }
 
-void DiagnosticsTest::whenPinged(const QByteArray &host, const std::function<void()> &action)
+void DiagnosticsTest::whenPinged(const QString &host, const std::function<void()> &action) const
 {
-    putFile(appPath("/fake/watched"), host); // the stand-in does not answer before the action is done
-    auto *timer = new QTimer(m_table);
-    connect(timer, &QTimer::timeout, this, [=] {
-        if (fileBytes(appPath("/fake/pings")).contains(' ' + host + ' ')) {
-            timer->deleteLater();
-            timer->stop();
-            action();
-            QFile::remove(appPath("/fake/watched"));
+    putFile(appPath("/fake/watched"), host.toUtf8());
+    when([host] { return pings().contains(' ' + host.toUtf8() + ' '); },
+         [action] {
+             action();
+             QFile::remove(appPath("/fake/watched"));
+         });
+}
+
+/// A ping of "slow" is canceled as soon as it has started. Detailed pings are for the second server.
+void DiagnosticsTest::ping()
+{
+    const struct
+    {
+        const char *name, *button;
+        QStringList hosts;
+        QString shown;
+    } cases[] = {{"answers or not", "pbPingAll", {"near", "dead", "far"}, "23ms N/A 114ms, loss - - -"},
+                 {"ends at an unknown host", "pbPingAll", {"near", "nobody", "far"}, "23ms Canceled -, loss - - -"},
+                 {"canceled at the first", "pbPingAll", {"slow", "near", "far"}, "Canceled - -, loss - - -"},
+                 {"canceled in the middle", "pbPingAll", {"near", "slow", "far"}, "23ms Canceled -, loss - - -"},
+                 {"canceled at the last", "pbPingAll", {"near", "far", "slow"}, "23ms 114ms Canceled, loss - - -"},
+                 {"answers", "pbPingDet", {"far", "near"}, "- 23ms, loss 9% 12.5%"},
+                 {"never answers", "pbPingDet", {"far", "dead"}, "- N/A, loss 9% 100%"},
+                 {"unknown host", "pbPingDet", {"far", "nobody"}, "- N/A, loss 9% 0%"},
+                 {"canceled", "pbPingDet", {"far", "slow"}, "- N/A, loss 9% 0%"}};
+    for (const auto &row : cases) {
+        serve(row.hosts);
+        for (int server = 0; server < row.hosts.size(); ++server) {
+            m_table->setItem(server, 2, new QTableWidgetItem("9%")); // of an earlier test
         }
-    });
-    timer->start(5);
-}
-
-void DiagnosticsTest::pingAll_data()
-{
-    QTest::addColumn<QStringList>("hosts");
-    QTest::addColumn<QString>("times");
-    QTest::newRow("all answer or not") << QStringList{"near", "dead", "far"} << "23ms N/A 114ms";
-    QTest::newRow("ends at an unknown host") << QStringList{"near", "nobody", "far"} << "23ms Canceled -";
-    QTest::newRow("no server") << QStringList() << "";
-}
-
-void DiagnosticsTest::pingAll()
-{
-    QFETCH(QStringList, hosts);
-    start(hosts);
-    for (int row = 0; row < hosts.size(); ++row) {
-        m_table->setItem(row, 2, new QTableWidgetItem("9%")); // of an earlier test
+        m_table->setCurrentCell(1, 0);
+        const bool detailed = row.button == QLatin1String("pbPingDet");
+        const QString first = row.hosts.at(detailed ? 1 : 0);
+        const QString watched = row.hosts.contains("slow") ? "slow" : first;
+        QString during;
+        whenPinged(watched, [&] {
+            during = (column(1).contains("Ping...") ? "Ping..." : "") + state();
+            clickHeader(0); // does nothing now
+            press(watched == "slow" ? "pbTestCancel" : "pbPingAll");
+        });
+        COMPARE_CASE(row.name, press("pbTestCancel"), false);
+        COMPARE_CASE(row.name, press(row.button), true);
+        COMPARE_CASE(row.name, column(1) + ", loss " + column(2), row.shown);
+        COMPARE_CASE(row.name, during + ' ' + state(), QString("Ping...%1 %2").arg(kRunning, kIdle));
+        QVERIFY2(pings().startsWith((detailed ? "-c20 " : "-c1 ") + first.toUtf8()), row.name);
+        const QString process = pings().trimmed().split(' ').last();
+        QVERIFY2(!QFile::exists("/proc/" + process), "the command goes with its test");
     }
-    QString during;
-    whenPinged("near", [&] { during = state(); });
-    QVERIFY(m_fixture->press("pbPingAll"));
-    QVERIFY(hosts.isEmpty() || during == kRunning);
-    QCOMPARE(state(), QString(kIdle));
-    QTEST(column(1), "times");
-    QVERIFY2(!column(2).contains('%'), "the loss of single probes is not shown");
-    QVERIFY(hosts.isEmpty() || fileBytes(appPath("/fake/pings")).startsWith("-c1 near "));
 }
 
-void DiagnosticsTest::cancelPing_data()
+void DiagnosticsTest::speed()
 {
-    QTest::addColumn<QStringList>("hosts");
-    QTest::addColumn<QString>("times");
-    QTest::newRow("first") << QStringList{"slow", "near", "far"} << "Canceled - -";
-    QTest::newRow("middle") << QStringList{"near", "slow", "far"} << "23ms Canceled -";
-    QTest::newRow("last") << QStringList{"near", "far", "slow"} << "23ms 114ms Canceled";
-}
-
-void DiagnosticsTest::cancelPing()
-{
-    QFETCH(QStringList, hosts);
-    start(hosts);
-    QVERIFY2(!m_fixture->press("pbTestCancel"), "nothing runs");
-    whenPinged("slow", [this] { m_fixture->press("pbTestCancel"); });
-    QVERIFY(m_fixture->press("pbPingAll"));
-    QTEST(column(1), "times");
-    QCOMPARE(state(), QString(kIdle));
-    const QByteArray process = fileBytes(appPath("/fake/pings")).trimmed().split(' ').last();
-    QVERIFY2(!QFile::exists("/proc/" + QString::fromUtf8(process)), "the command goes with its test");
-
-    whenPinged("slow", [this] { m_fixture->press("pbTestCancel"); }); // at once
-    QVERIFY(m_fixture->press("pbPingAll"));
-    QVERIFY(column(1).contains("Canceled"));
-}
-
-void DiagnosticsTest::pingInDetail_data()
-{
-    QTest::addColumn<QString>("host");
-    QTest::addColumn<QString>("time");
-    QTest::addColumn<QString>("loss");
-    QTest::newRow("answers") << "near"
-                             << "- 23ms"
-                             << "- 12.5%";
-    QTest::newRow("never answers") << "dead"
-                                   << "- N/A"
-                                   << "- 100%";
-    QTest::newRow("unknown") << "nobody"
-                             << "- N/A"
-                             << "- 0%";
-    QTest::newRow("canceled") << "slow"
-                              << "- N/A"
-                              << "- 0%";
-}
-
-void DiagnosticsTest::pingInDetail()
-{
-    QFETCH(QString, host);
-    start({"far", host});
-    m_fixture->boxes.expect("Error", "Please select one server.");
-    QVERIFY(m_fixture->press("pbPingDet"));
-    selectRow(1);
-    QString during;
-    whenPinged(host.toUtf8(), [&] {
-        during = column(1) + ' ' + state();
-        if (host == "slow") {
-            m_fixture->press("pbTestCancel");
+    const QByteArray file = ok(QByteArray(4000000, 'x'));
+    const struct
+    {
+        const char *name;
+        QString host;
+        QByteArray answer;
+        bool cancel;
+        QString cell;
+    } cases[] = {{"whole file", "127.0.0.1", file, false, "\\d+KB/s"},
+                 {"canceled half-way", "127.0.0.1", file.chopped(1000), true, "\\d+KB/s"},
+                 {"canceled before any data", "127.0.0.1", "", true, "Canceled"},
+                 {"empty error page", "127.0.0.1", "HTTP/1.1 404 No\r\nContent-Length: 0\r\n\r\n", false, "Canceled"},
+                 {"nothing listens", "127.0.0.9", file, false, "Canceled"},
+                 {"unknown host", "nobody.example", file, false, "Canceled"}};
+    for (const auto &row : cases) {
+        OnePage server(row.answer, row.cancel, 8080);
+        serve({"near", row.host});
+        m_table->setCurrentCell(1, 0);
+        QString during;
+        QTimer::singleShot(0, m_window, [&] { during = column(3) + ' ' + state(); });
+        if (row.cancel) { // once all there is has been sent
+            when(
+                [&] {
+                    return server.request.endsWith("\r\n\r\n") &&
+                           server.findChild<QTcpSocket *>()->bytesToWrite() == 0;
+                },
+                [this] { press("pbTestCancel"); });
         }
-    });
-    QVERIFY(m_fixture->press("pbPingDet"));
-    QVERIFY(during == QLatin1String("- Ping... ") + kRunning);
-    QTEST(column(1), "time");
-    QTEST(column(2), "loss");
-    QCOMPARE(state(), QString(kIdle));
-    QVERIFY(fileBytes(appPath("/fake/pings")).startsWith("-c20 " + host.toUtf8()));
-}
-
-void DiagnosticsTest::refusals_data()
-{
-    QTest::addColumn<QByteArray>("button");
-    for (const char *button : {"pbPingAll", "pbPingDet", "pbSpeedTest"}) {
-        QTest::newRow(button) << QByteArray(button);
+        COMPARE_CASE(row.name, press("pbSpeedTest"), true);
+        QVERIFY2(QRegularExpression("^- " + row.cell + '$').match(column(3)).hasMatch(), row.name);
+        COMPARE_CASE(row.name, during + ' ' + state(), QString("- Test... %1 %2").arg(kRunning, kIdle));
+        QVERIFY(row.host != "127.0.0.1" || server.request.startsWith("GET /korvantest.dat HTTP/1.1\r\n"));
     }
 }
 
 void DiagnosticsTest::refusals()
 {
-    QFETCH(QByteArray, button);
-    start({"near"});
-    for (const KORVANSTATUS status : {STATUS_CONNECTING, STATUS_CONNECTED}) {
-        qobject_cast<Korvan *>(m_table->window())->setStatus(status);
-        m_fixture->boxes.expect("Notify", "Please disconnect first.");
-        QVERIFY(m_fixture->press(button.constData()));
-        QCOMPARE(m_fixture->boxes.left(), 0);
+    serve({"near"});
+    for (const char *name : {"pbPingDet", "pbSpeedTest"}) {
+        boxes().expect("Error", "Please select one server.");
+        QVERIFY2(press(name) && boxes().left() == 0, name);
     }
-    QCOMPARE(column(1) + column(3), QString("--"));
-    QVERIFY(!QFile::exists(appPath("/fake/pings")));
+    for (const KORVANSTATUS status : {STATUS_CONNECTING, STATUS_CONNECTED}) {
+        m_window->setStatus(status);
+        for (const char *name : {"pbPingAll", "pbPingDet", "pbSpeedTest"}) {
+            boxes().expect("Notify", "Please disconnect first.");
+            QVERIFY2(press(name) && boxes().left() == 0, name);
+        }
+    }
+    QCOMPARE(column(1) + column(3) + pings(), QString("--"));
+}
+
+/// As text, and each column with an alternation of its own.
+void DiagnosticsTest::headerSorts()
+{
+    serve({"far", "near", "slow"});
+    find<KvRetinaTabBar>("tab")->setCurrentIndex(4);
+    int row = 0;
+    for (const char *time : {"114ms", "23ms", "9ms"}) {
+        m_table->setItem(row++, 1, new QTableWidgetItem(time));
+    }
+    for (const auto &[section, cells] :
+         {std::pair(1, "9ms 23ms 114ms"), std::pair(1, "114ms 23ms 9ms"), std::pair(0, "Server 2 Server 1 Server 0"),
+          std::pair(1, "9ms 23ms 114ms"), std::pair(0, "Server 0 Server 1 Server 2")}) {
+        clickHeader(section);
+        QCOMPARE(column(section), QString(cells));
+    }
 }
 
 /// A login rebuilds the table while a test waits.
 void DiagnosticsTest::survivesANewList()
 {
-    start({"slow", "near"});
     for (const char *button : {"pbPingAll", "pbPingDet"}) {
-        QFile::remove(appPath("/fake/pings"));
-        selectRow(0);
+        serve({"slow", "near"});
+        m_table->setCurrentCell(0, 0);
         whenPinged("slow", [this] {
-            qobject_cast<Korvan *>(m_table->window())->updateOpenVPNServerList();
-            m_fixture->press("pbTestCancel");
+            m_window->updateOpenVPNServerList();
+            press("pbTestCancel");
         });
-        QVERIFY(m_fixture->press(button));
-        QCOMPARE(column(0), QString("Server 0 Server 1"));
-        QVERIFY(!column(1).contains("ms"));
-        QCOMPARE(state(), QString(kIdle));
+        QVERIFY(press(button));
+        COMPARE_CASE(button, column(0) + column(1) + state(), QString("Server 0 Server 1- -") + kIdle);
     }
 }
 
-void DiagnosticsTest::headerSorts()
-{
-    start({"far", "near", "slow"});
-    QHeaderView *header = m_table->horizontalHeader();
-    const auto click = [header](int section) {
-        QTest::mouseClick(header->viewport(), Qt::LeftButton, {},
-                          {header->sectionViewportPosition(section) + 20, header->height() / 2});
-    };
-    const QStringList texts{"114ms", "23ms", "9ms"};
-    for (int row = 0; row < texts.size(); ++row) {
-        m_table->setItem(row, 1, new QTableWidgetItem(texts.at(row)));
-    }
-    // As text, each column with an alternation of its own.
-    click(1);
-    QCOMPARE(column(1), QString("9ms 23ms 114ms"));
-    click(1);
-    QCOMPARE(column(1), QString("114ms 23ms 9ms"));
-    click(0);
-    QCOMPARE(column(0), QString("Server 2 Server 1 Server 0"));
-    click(1);
-    QCOMPARE(column(1), QString("9ms 23ms 114ms"));
-    click(0);
-    QCOMPARE(column(0), QString("Server 0 Server 1 Server 2"));
-
-    selectRow(2);
-    whenPinged("slow", [&] {
-        click(0);
-        m_fixture->press("pbTestCancel");
-    });
-    QVERIFY(m_fixture->press("pbPingDet"));
-    QCOMPARE(column(0), QString("Server 0 Server 1 Server 2"));
-}
-
-void DiagnosticsTest::speed_data()
-{
-    QTest::addColumn<QString>("host");
-    QTest::addColumn<QByteArray>("answer");
-    QTest::addColumn<bool>("cancel");
-    QTest::addColumn<QString>("cell");
-    const QByteArray file = ok(QByteArray(4000000, 'x'));
-    const QString number = "- \\d+KB/s";
-    QTest::newRow("whole file") << "127.0.0.1" << file << false << number;
-    QTest::newRow("canceled half-way") << "127.0.0.1" << file.chopped(1000) << true << number;
-    QTest::newRow("canceled before any data") << "127.0.0.1" << QByteArray() << true << "- Canceled";
-    QTest::newRow("empty error page") << "127.0.0.1" << QByteArray("HTTP/1.1 404 No\r\nContent-Length: 0\r\n\r\n")
-                                      << false << "- Canceled";
-    QTest::newRow("nothing listens") << "127.0.0.9" << file << false << "- Canceled";
-    QTest::newRow("unknown host") << "nobody.example" << file << false << "- Canceled";
-}
-
-void DiagnosticsTest::speed()
-{
-    QFETCH(QString, host);
-    QFETCH(QByteArray, answer);
-    QFETCH(bool, cancel);
-    QFETCH(QString, cell);
-    OnePage server(answer, cancel, 8080);
-    start({"near", host});
-    m_fixture->boxes.expect("Error", "Please select one server.");
-    QVERIFY(m_fixture->press("pbSpeedTest"));
-    selectRow(1);
-    QString during;
-    const auto look = [&] { during = column(3) + ' ' + state(); };
-    QTimer::singleShot(0, this, look);
-    if (cancel) {
-        QTimer::singleShot(500, this, [this] { m_fixture->press("pbTestCancel"); });
-    }
-    QVERIFY(m_fixture->press("pbSpeedTest"));
-    QVERIFY2(QRegularExpression('^' + cell + '$').match(column(3)).hasMatch(), qPrintable(column(3)));
-    QCOMPARE(during, QLatin1String("- Test... ") + kRunning);
-    QCOMPARE(state(), QString(kIdle));
-    QVERIFY(host != "127.0.0.1" || server.request.startsWith("GET /korvantest.dat HTTP/1.1\r\n"));
-}
-
-int main(int argc, char *argv[])
-{
-    return runWindowTest<DiagnosticsTest>(argc, argv);
-}
+WINDOW_TEST_MAIN(DiagnosticsTest)
 #include "DiagnosticsTest.moc"

@@ -1,26 +1,35 @@
 #include "tests/window/WindowFixture.h"
 
-#include "common/AppPath.h"
-#include "tests/support/TestFiles.h"
-
-#include <QCheckBox>
+#include <QDesktopServices>
 #include <QDir>
-#include <QFile>
-#include <QLineEdit>
 
-WindowFixture::WindowFixture()
+static const char kRoutes[] = "/routes";
+
+void WindowFixture::init()
 {
+    m_client = std::make_unique<ClientWindow>();
+    m_opened.clear();
     QDir(appPath("/fake")).removeRecursively();
-    QFile::remove(appPath("/routes"));
+    takeRoutes();
     // Nothing answers on port 1, so that every request of the start-up ends at once.
     putFile(appPath("/setting.ini"),
             "[LOGIN]\nVER=http://127.0.0.1:1/api\n[UPDATE]\nURL=http://127.0.0.1:1/update.xml\n");
     putScript(appPath("/fake/netstat"), "echo 'default 198.51.100.1 UG eth0'");
-    putScript(appPath("/fake/route"), "echo \"$*\" >> '" + appPath("/routes").toUtf8() + "'; echo 'OK!'");
+    putScript(appPath("/fake/route"), "echo \"$*\" >> '" + appPath(kRoutes).toUtf8() + "'; echo 'OK!'");
     putScript(appPath("/fake/defaults"), "echo 'does not exist'");
     putScript(appPath("/down.sh"), "");
     putScript(appPath("/up.sh"), "");
     qputenv("PATH", QFile::encodeName(appPath("/fake")) + ":/usr/bin:/bin");
+    for (const char *scheme : {"http", "https"}) {
+        QDesktopServices::setUrlHandler(scheme, this, "noteUrl");
+    }
+}
+
+void WindowFixture::cleanup()
+{
+    QCOMPARE(boxes().takeFailures(), QString());
+    QCOMPARE(boxes().left(), 0);
+    m_client.reset();
 }
 
 void WindowFixture::putProfile(const QStringList &servers)
@@ -34,23 +43,76 @@ void WindowFixture::putProfile(const QStringList &servers)
 Korvan &WindowFixture::startLoggedIn(const QStringList &servers)
 {
     putProfile(servers);
-    Korvan &window = start();
-    find<QCheckBox>("cbNoSound")->setChecked(true);
-    find<QLineEdit>("edUser")->setText("alice");
-    window.updateOpenVPNServerList();
-    window.setStatus(STATUS_READY);
+    start();
+    button("cbNoSound")->setChecked(true);
+    type("edUser", "alice");
+    press("pbExist");
     takeRoutes();
-    return window;
+    return *m_window;
 }
 
-VPNClient &WindowFixture::engine() const
+QStringList WindowFixture::items(const char *box) const
 {
-    return *m_window->m_engine;
+    QStringList texts;
+    for (int item = 0; item < combo(box)->count(); ++item) {
+        texts += combo(box)->itemText(item);
+    }
+    return texts;
+}
+
+QString WindowFixture::enabled(std::initializer_list<std::pair<const char *, char>> controls) const
+{
+    QString letters;
+    for (const auto &[name, letter] : controls) {
+        letters += QLatin1Char(find(name)->isEnabled() ? letter : '-');
+    }
+    return letters;
+}
+
+QAction *WindowFixture::trayEntry(const QString &text) const
+{
+    for (QMenu *menu : m_window->findChildren<QMenu *>()) {
+        for (QAction *action : menu->actions()) {
+            if (action->text() == text) {
+                return action;
+            }
+        }
+    }
+    return nullptr;
+}
+
+bool WindowFixture::press(const char *button) const
+{
+    if (QAction *entry = trayEntry(button)) {
+        const bool enabled = entry->isEnabled();
+        entry->trigger();
+        return enabled;
+    }
+    const auto *pages = find<QStackedWidget>("tabPage");
+    for (int tab = 0; tab < pages->count(); ++tab) {
+        if (pages->widget(tab)->isAncestorOf(find(button))) {
+            find<KvRetinaTabBar>("tab")->setCurrentIndex(tab);
+        }
+    }
+    return m_client->press(button);
+}
+
+void WindowFixture::when(const std::function<bool()> &condition, const std::function<void()> &action) const
+{
+    auto *timer = new QTimer(m_window);
+    connect(timer, &QTimer::timeout, this, [=] {
+        if (condition()) {
+            timer->stop();
+            timer->deleteLater();
+            action();
+        }
+    });
+    timer->start(5);
 }
 
 QByteArray WindowFixture::takeRoutes()
 {
-    QByteArray routes = fileBytes(appPath("/routes"));
-    QFile::remove(appPath("/routes"));
+    const QByteArray routes = fileBytes(appPath(kRoutes));
+    QFile::remove(appPath(kRoutes));
     return routes;
 }

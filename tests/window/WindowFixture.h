@@ -1,29 +1,71 @@
 #pragma once
 
+#include "common/AppPath.h"
+#include "tests/support/Cases.h"
 #include "tests/support/OwnNetwork.h"
+#include "tests/support/TestFiles.h"
 #include "tests/window/ClientWindow.h"
+#include "ui_Korvan.h"
 
-/// The window with stand-ins for the system tools first in PATH. Route commands are noted in "/routes", a line each.
-class WindowFixture : public ClientWindow
+#include <QMenu>
+
+/// A test of the window. Each of its functions begins without state, with stand-ins for the system tools first in
+/// PATH, and fails unless exactly the boxes come that it expects. The machine's gateway is 198.51.100.1, nothing
+/// answers in the network, and route commands are noted.
+class WindowFixture : public QObject
 {
-public:
-    /// Puts the stand-ins in place; the machine's gateway is 198.51.100.1 and nothing answers in the network.
-    WindowFixture();
+    Q_OBJECT
 
-    /// Marks a user as logged in: a profile with these servers and a valid certificate of "alice" are on disk.
+public slots:
+    void noteUrl(const QUrl &url) { m_opened += url.toString(); }
+
+protected slots:
+    virtual void init();
+    virtual void cleanup();
+
+protected:
+    /// Puts a profile with these servers and a valid certificate of "alice" on disk.
     static void putProfile(const QStringList &servers);
 
-    /// The window of a user who is logged in and has these servers; it plays no sounds.
+    Korvan &start() { return *(m_window = &m_client->start()); }
+
+    /// The window of a user who has these servers and has logged in. It plays no sounds.
     Korvan &startLoggedIn(const QStringList &servers);
 
-    /// The window's engine.
-    VPNClient &engine() const;
+    VPNClient &engine() const { return *m_window->m_engine; }
+    BoxAnswers &boxes() const { return m_client->boxes; }
+    template <typename Widget = QWidget> Widget *find(const char *name) const { return m_client->find<Widget>(name); }
+    QAbstractButton *button(const char *name) const { return find<QAbstractButton>(name); }
+    QComboBox *combo(const char *name) const { return find<QComboBox>(name); }
+    QString label(const char *name) const { return find<QLabel>(name)->text(); }
+    void type(const char *field, const QString &text) const { find<QLineEdit>(field)->setText(text); }
+    QString page() const { return find<QStackedWidget>("stack")->currentWidget()->objectName(); }
+    QStringList items(const char *box) const;
+
+    /// The letters of the controls that are enabled, a dash for each that is not.
+    QString enabled(std::initializer_list<std::pair<const char *, char>> controls) const;
+
+    /// An entry of the tray's menu or of its list of servers; null when there is none of that text.
+    QAction *trayEntry(const QString &text) const;
+
+    /// Presses a button as the user does, who opens its page first and presses only what is shown and enabled; or
+    /// chooses an entry of the tray's menu by its text.
+    bool press(const char *button) const;
+
+    /// Runs the action as soon as the condition holds, also while a slot of the window waits.
+    void when(const std::function<bool()> &condition, const std::function<void()> &action) const;
 
     /// What the route command was asked so far, a line a call; forgets it.
     static QByteArray takeRoutes();
+
+    static QByteArray log() { return fileBytes(appPath("/log.txt")); }
+
+    std::unique_ptr<ClientWindow> m_client;
+    Korvan *m_window = nullptr;
+    QStringList m_opened; ///< addresses that the browser was to show
 };
 
-/// What main() does in a window test: runs the test object in an application set up like the program's own.
+/// Runs the test in an application set up like the program's own.
 template <typename Test> int runWindowTest(int argc, char *argv[])
 {
     enterOwnNetwork();
@@ -32,3 +74,9 @@ template <typename Test> int runWindowTest(int argc, char *argv[])
     Test test;
     return QTest::qExec(&test, argc, argv);
 }
+
+#define WINDOW_TEST_MAIN(Test)                                                                                       \
+    int main(int argc, char *argv[])                                                                                 \
+    {                                                                                                                \
+        return runWindowTest<Test>(argc, argv);                                                                      \
+    }
