@@ -1,15 +1,19 @@
+#include "tests/support/TestFiles.h"
+
 #include <QCoreApplication>
 #include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusMetaType>
 #include <QDBusVirtualObject>
-#include <QFile>
 
 #include <arpa/inet.h>
 
 using Settings = QMap<QString, QVariantMap>;
 using Texts = QMap<QString, QString>;
+
+static const QString kName = "org.freedesktop.NetworkManager";
+static const QString kPath = "/org/freedesktop/NetworkManager/VPN/Plugin";
 
 /// Stands in for NetworkManager's VPN plug-ins (org.freedesktop.NetworkManager.VPN.Plugin) on a machine without PPP.
 /// What it does is told by the server's name: "up..." connects over the interface "tunnel", "reject..." rejects the
@@ -19,15 +23,11 @@ class VpnPlugin : public QDBusVirtualObject
 public:
     QString introspect(const QString &) const override { return {}; }
 
-    bool handleMessage(const QDBusMessage &message, const QDBusConnection &connection) override
+    bool handleMessage(const QDBusMessage &message, const QDBusConnection &bus) override
     {
-        QVariantList answer;
-        if (message.member() == "NeedSecrets") {
-            answer += QString();
-        } else if (message.member() == "GetAll") {
-            answer += QVariantMap{{"State", 1u}};
-        }
-        connection.send(message.createReply(answer));
+        const QMap<QString, QVariant> answers = {{"NeedSecrets", ""}, {"GetAll", QVariantMap{{"State", 1u}}}};
+        const QVariant answer = answers.value(message.member());
+        bus.send(answer.isValid() ? message.createReply(answer) : message.createReply());
         if (message.member().startsWith("Connect")) {
             connect(qdbus_cast<Settings>(message.arguments().value(0)).value("vpn"));
         } else if (message.member() == "Disconnect") {
@@ -39,10 +39,8 @@ public:
 private:
     static void emitSignal(const QString &name, const QVariant &value)
     {
-        QDBusMessage signal = QDBusMessage::createSignal("/org/freedesktop/NetworkManager/VPN/Plugin",
-                                                         "org.freedesktop.NetworkManager.VPN.Plugin", name);
-        signal << value;
-        QDBusConnection::systemBus().send(signal);
+        QDBusMessage signal = QDBusMessage::createSignal(kPath, kName + ".VPN.Plugin", name);
+        QDBusConnection::systemBus().send(signal << value);
     }
 
     static void connect(const QVariantMap &vpn)
@@ -50,11 +48,9 @@ private:
         const auto data = qdbus_cast<Texts>(vpn.value("data"));
         const auto secrets = qdbus_cast<Texts>(vpn.value("secrets"));
         const QString server = data.value("gateway") + data.value("address"); // L2TP, IKEv2
-        QFile given("/run/given");
-        given.open(QIODevice::WriteOnly);
-        given.write((data.value("user") + QLatin1Char('\n') + secrets.value("password") + QLatin1Char('\n') +
-                     secrets.value("ipsec-psk"))
-                        .toUtf8());
+        putFile("/run/given", QStringList{data.value("user"), secrets.value("password"), secrets.value("ipsec-psk")}
+                                  .join('\n')
+                                  .toUtf8());
         if (server.startsWith("reject")) {
             emitSignal("Failure", 0u);
             emitSignal("StateChanged", 6u);
@@ -76,7 +72,6 @@ int main(int argc, char *argv[])
     qDBusRegisterMetaType<Texts>();
     VpnPlugin plugin;
     QDBusConnection bus = QDBusConnection::systemBus();
-    bus.registerVirtualObject("/org/freedesktop/NetworkManager/VPN/Plugin", &plugin);
-    const QString name = "org.freedesktop.NetworkManager.";
-    return bus.registerService(name + "l2tp") ? QCoreApplication::exec() : 1;
+    bus.registerVirtualObject(kPath, &plugin);
+    return bus.registerService(kName + ".l2tp") ? QCoreApplication::exec() : 1;
 }

@@ -1,10 +1,7 @@
 #!/bin/bash
-# with-networkmanager.sh PLUGIN COMMAND...: runs COMMAND beside a NetworkManager of its own, in namespaces of its own, with
-# PLUGIN as the plug-in for L2TP (and IKEv2, which nothing dials) and none for PPTP. Started by: unshare --net --mount --pid --fork --kill-child
+# with-networkmanager.sh PLUGIN COMMAND...: runs COMMAND beside a NetworkManager of its own, with PLUGIN as the plug-in for
+# L2TP (and IKEv2, which nothing dials) and none for PPTP. Started by: unshare --net --mount --pid --fork --kill-child --mount-proc
 set -e
-plugin=$1
-shift
-mount -t proc proc /proc
 mount -t sysfs -o ro sysfs /sys # NetworkManager waits for udev where it can write here
 for folder in /run /etc/NetworkManager /var/lib/NetworkManager /usr/lib/NetworkManager/VPN /usr/lib/NetworkManager/conf.d; do
     mount -t tmpfs -o mode=755 tmpfs $folder
@@ -12,7 +9,7 @@ done
 mkdir /run/dbus
 for name in l2tp strongswan; do
     printf '[VPN Connection]\nname=%s\nservice=org.freedesktop.NetworkManager.%s\nprogram=%s\n' \
-        $name $name "$plugin" >/usr/lib/NetworkManager/VPN/nm-$name-service.name
+        $name $name "$1" >/usr/lib/NetworkManager/VPN/nm-$name-service.name
 done
 cat >/run/bus.conf <<'END'
 <!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
@@ -34,16 +31,13 @@ no-auto-default=*
 unmanaged-devices=interface-name:peer*,interface-name:tunnel
 END
 exec 3>&1 >/run/log 2>&1
-ip link set lo up
 ip link add uplink type veth peer name peer0
 ip link add tunnel type veth peer name peer1
-ip link set peer0 up
-ip link set peer1 up
-ip link set tunnel up
+for name in lo peer0 peer1 tunnel; do ip link set $name up; done
 dbus-daemon --config-file=/run/bus.conf --nopidfile --fork
 /usr/sbin/NetworkManager --no-daemon &
 until nmcli general; do sleep 0.1; done
 nmcli connection add type ethernet ifname uplink con-name uplink ipv4.method manual ipv4.addresses 198.51.100.2/24 \
     ipv4.gateway 198.51.100.1 ipv6.method disabled
 nmcli connection up uplink
-exec "$@" >&3 2>&1
+exec "${@:2}" >&3 2>&1
