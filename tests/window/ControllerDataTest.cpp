@@ -1,6 +1,5 @@
 #include "controller/EngineMessage.h"
 #include "controller/Options.h"
-#include "controller/TunnelProxy.h"
 #include "tests/support/Cases.h"
 
 /// The controller's knowledge that needs no window.
@@ -9,88 +8,62 @@ class ControllerDataTest : public QObject
     Q_OBJECT
 
 private slots:
-    void optionFileByteForByte();
-    void messages();
-    void serverAddresses();
-    void proxyParameters();
+    void optionFileByteForByte()
+    {
+        Options options;
+        options.server = 3;
+        options.proxyType = 2;
+        options.proxyAddress = "host";
+        options.proxyPort = "8080x";
+        options.proxyAuth = options.hideConnection = options.noSound = options.lockDown = true;
+        options.proxyUser = QString::fromUtf8("ë"); // scrambled, as the password
+        options.proxyPassword = "p";
+        options.bootServer = "Ex";
+        options.updateFrequency = 4;
+        options.protocol = "L2TP";
+        // clang-format off
+        const QByteArray expected = "00000003" "00000002" "00000008" "0068006f00730074" "0000000a" "00380030003800300078" "01"
+                                    "00000008" "0052004200530036" "00000004" "00300070" "00" "00" "01" "00" "01"
+                                    "00000004" "00450078" "00000004" "00000008" "004c003200540050" "00" "01";
+        // clang-format on
+        QCOMPARE(optionBytes(options).toHex(), expected);
+        QCOMPARE(optionBytes(optionsOf(QByteArray::fromHex(expected))).toHex(), expected);
+    }
+
+    void messages()
+    {
+        const std::tuple<const char *, const char *, EngineMessage> cases[] = {
+            {"[ERROR]openvpn error, please check log", "OpenVPN", EngineMessage::TunnelFailed},
+            {"[ERROR]openvpn error, 691", "L2TP", EngineMessage::TunnelFailed},
+            {"[ERROR]openvpn compose is missed.", "OpenVPN", EngineMessage::Error},
+            {"[ERROR]Error 691", "L2TP", EngineMessage::L2TPLoginFailed},
+            {"[ERROR]Error 691", "OpenVPN", EngineMessage::Error},
+            {"[ERROR]Error 691", "l2tp", EngineMessage::Error},
+            {"Error 691", "L2TP", EngineMessage::Progress},
+            {"[error]", "OpenVPN", EngineMessage::Progress},
+            {"", "", EngineMessage::Progress}};
+        for (const auto &[message, protocol, meaning] : cases) {
+            COMPARE_CASE(message, classifyMessage(message, protocol), meaning);
+        }
+    }
+
+    void serverAddresses()
+    {
+        const std::pair<const char *, const char *> cases[] = {
+            {"UDPv4 link remote: [AF_INET]10.1.2.3:1194", "10.1.2.3"},
+            {"TCPv4_CLIENT link remote: [AF_INET]10.1.2.3:443", "10.1.2.3"},
+            {"2026-11-22 10:00:01 UDPv4 link local: (not bound)\n"
+             "2026-11-22 10:00:01 UDPv4 link remote: [AF_INET]198.51.100.7:1194\n"
+             "2026-11-22 10:00:02 [server] Peer Connection Initiated with [AF_INET]198.51.100.7:1194\n",
+             "198.51.100.7"},
+            {"UDPv4 link remote: 10", "10"}, // no port
+            {"UDPv6 link remote: [AF_INET6]::1:1194", nullptr}};
+        for (const auto &[message, address] : cases) {
+            COMPARE_CASE(message, serverAddressOf(message), address);
+            COMPARE_CASE(message, serverAddressOf(message).isNull(), address == nullptr);
+        }
+    }
 };
-
-void ControllerDataTest::optionFileByteForByte()
-{
-    Options options;
-    options.server = 3;
-    options.proxyType = 2;
-    options.proxyAddress = "host";
-    options.proxyPort = "8080x";
-    options.proxyAuth = options.hideConnection = options.noSound = options.lockDown = true;
-    options.proxyUser = QString::fromUtf8("ë"); // scrambled, as the password
-    options.proxyPassword = "p";
-    options.bootServer = "Ex";
-    options.updateFrequency = 4;
-    options.protocol = "L2TP";
-    // clang-format off
-    const QByteArray expected = "00000003" "00000002" "00000008" "0068006f00730074" "0000000a" "00380030003800300078" "01"
-                                "00000008" "0052004200530036" "00000004" "00300070" "00" "00" "01" "00" "01"
-                                "00000004" "00450078" "00000004" "00000008" "004c003200540050" "00" "01";
-    // clang-format on
-    QCOMPARE(optionBytes(options).toHex(), expected);
-    QCOMPARE(optionBytes(optionsOf(QByteArray::fromHex(expected))).toHex(), expected);
-}
-
-void ControllerDataTest::messages()
-{
-    const struct
-    {
-        const char *message, *protocol;
-        EngineMessage meaning;
-    } cases[] = {{"[ERROR]openvpn error, please check log", "OpenVPN", EngineMessage::TunnelFailed},
-                 {"[ERROR]openvpn error, 691", "L2TP", EngineMessage::TunnelFailed},
-                 {"[ERROR]openvpn compose is missed.", "OpenVPN", EngineMessage::Error},
-                 {"[ERROR]Error 691", "L2TP", EngineMessage::L2TPLoginFailed},
-                 {"[ERROR]Error 691", "OpenVPN", EngineMessage::Error},
-                 {"[ERROR]Error 691", "l2tp", EngineMessage::Error},
-                 {"Error 691", "L2TP", EngineMessage::Progress},
-                 {"[error]", "OpenVPN", EngineMessage::Progress},
-                 {"", "", EngineMessage::Progress}};
-    for (const auto &row : cases) {
-        COMPARE_CASE(row.message, classifyMessage(row.message, row.protocol), row.meaning);
-    }
-}
-
-void ControllerDataTest::serverAddresses()
-{
-    const std::pair<const char *, const char *> cases[] = {
-        {"UDPv4 link remote: [AF_INET]10.1.2.3:1194", "10.1.2.3"},
-        {"TCPv4_CLIENT link remote: [AF_INET]10.1.2.3:443", "10.1.2.3"},
-        {"2026-11-22 10:00:01 UDPv4 link local: (not bound)\n"
-         "2026-11-22 10:00:01 UDPv4 link remote: [AF_INET]198.51.100.7:1194\n"
-         "2026-11-22 10:00:02 [server] Peer Connection Initiated with [AF_INET]198.51.100.7:1194\n",
-         "198.51.100.7"},
-        {"UDPv4 link remote: 10", "10"}, // no port
-        {"UDPv6 link remote: [AF_INET6]::1:1194", nullptr}};
-    for (const auto &[message, address] : cases) {
-        COMPARE_CASE(message, serverAddressOf(message), address);
-        COMPARE_CASE(message, serverAddressOf(message).isNull(), address == nullptr);
-    }
-}
-
-void ControllerDataTest::proxyParameters()
-{
-    const struct
-    {
-        const char *name;
-        bool http, socks;
-        const char *credentials, *parameters;
-    } cases[] = {{"none", false, false, "", "|--cd|/f/"},
-                 {"HTTP", true, false, "", "|--http-proxy|h|1||--cd|/f/"},
-                 {"HTTP with credentials", true, false, "/p", "|--http-proxy|h|1|/p|--cd|/f/"},
-                 {"SOCKS", false, true, "", "|--socks-proxy|h|1|--cd|/f/"},
-                 {"both: SOCKS", true, true, "/p", "|--socks-proxy|h|1|--cd|/f/"}};
-    for (const auto &row : cases) {
-        COMPARE_CASE(row.name, openVPNParameters({row.http, row.socks, "h", "1", row.credentials}, "/f/"),
-                     row.parameters);
-    }
-}
 
 QTEST_GUILESS_MAIN(ControllerDataTest)
 #include "ControllerDataTest.moc"

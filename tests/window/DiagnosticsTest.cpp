@@ -6,224 +6,199 @@
 #include <QRegularExpression>
 #include <QTcpSocket>
 
+static const char kIdle[] = "ads- sorts";
+static const char kRunning[] = "---c";
+
 /// The page of the servers' tests, with a stand-in for "ping" and a web server on the loopback interface.
 class DiagnosticsTest : public WindowFixture
 {
     Q_OBJECT
 
 private slots:
-    void init() override;
-    void ping();
-    void speed();
-    void refusals();
-    void headerSorts();
-    void survivesANewList();
+    void init() override
+    {
+        WindowFixture::init();
+        putScript(appPath("/fake/ping"), "cd '" + appPath("/fake").toUtf8() + R"sh('
+    echo "$* $$ " >> pings
+    while [ "$(cat watched 2>/dev/null)" = "$2" ]; do sleep 0.02; done
+    case "$2" in
+    near) echo '20 packets transmitted, 19 packets received, 12.5% packet loss'
+          echo 'round-trip min/avg/max/stddev = 10.9/23.7/40.1/5.2 ms' ;;
+    far) echo 'received, 0% packet loss'; echo 'stddev = 80/114.2/130/1 ms' ;;
+    dead) echo '1 packets transmitted, 0 packets received, 100.0% packet loss'; exit 1 ;;
+    slow) exec sleep 600 ;;
+    *) echo "ping: $2: unknown host" >&2; exit 2 ;;
+    esac)sh");
+        startLoggedIn({});
+        m_table = find<QTableWidget>("tbPing");
+    }
+
+    /// A ping of "slow" is canceled as soon as it has started. Detailed pings are for the second server.
+    void ping()
+    {
+        const std::tuple<const char *, QStringList, QString> cases[] = {
+            {"pbPingAll", {"near", "dead", "far"}, "23ms N/A 114ms, loss - - -"},
+            {"pbPingAll", {"near", "nobody", "far"}, "23ms Canceled -, loss - - -"},
+            {"pbPingAll", {"slow", "near", "far"}, "Canceled - -, loss - - -"},
+            {"pbPingAll", {"near", "slow", "far"}, "23ms Canceled -, loss - - -"},
+            {"pbPingAll", {"near", "far", "slow"}, "23ms 114ms Canceled, loss - - -"},
+            {"pbPingDet", {"far", "near"}, "- 23ms, loss 9% 12.5%"},
+            {"pbPingDet", {"far", "dead"}, "- N/A, loss 9% 100%"},
+            {"pbPingDet", {"far", "nobody"}, "- N/A, loss 9% 0%"},
+            {"pbPingDet", {"far", "slow"}, "- N/A, loss 9% 0%"}};
+        for (const auto &[pressed, hosts, expected] : cases) {
+            const QByteArray name = pressed + (' ' + hosts.join(' ')).toUtf8();
+            serve(hosts);
+            for (int server = 0; server < hosts.size(); ++server) {
+                m_table->setItem(server, 2, new QTableWidgetItem("9%")); // of an earlier test
+            }
+            m_table->setCurrentCell(1, 0);
+            const bool detailed = name.startsWith("pbPingDet");
+            const QString watched = hosts.contains("slow") ? "slow" : hosts.at(detailed ? 1 : 0);
+            QString during;
+            whenPinged(watched, [&] {
+                during = (column(1).contains("Ping...") ? "Ping..." : "") + state();
+                clickHeader(0); // does nothing now
+                press(watched == "slow" ? "pbTestCancel" : "pbPingAll");
+            });
+            QVERIFY(!press("pbTestCancel") && press(pressed));
+            COMPARE_CASE(name, column(1) + ", loss " + column(2), expected);
+            COMPARE_CASE(name, during + ' ' + state(), QString("Ping...%1 %2").arg(kRunning, kIdle));
+            QVERIFY(pings().startsWith(detailed ? "-c20 " : "-c1 "));
+            const QString process = pings().trimmed().split(' ').last();
+            QVERIFY2(!QFile::exists("/proc/" + process), "the command goes with its test");
+        }
+    }
+
+    void speed()
+    {
+        const QByteArray file = ok(QByteArray(4000000, 'x'));
+        const std::tuple<const char *, const char *, QByteArray, bool, QString> cases[] = {
+            {"whole file", "127.0.0.1", file, false, "\\d+KB/s"},
+            {"canceled half-way", "127.0.0.1", file.chopped(1000), true, "\\d+KB/s"},
+            {"canceled before any data", "127.0.0.1", "", true, "Canceled"},
+            {"empty error page", "127.0.0.1", "HTTP/1.1 404 No\r\nContent-Length: 0\r\n\r\n", false, "Canceled"},
+            {"nothing listens", "127.0.0.9", file, false, "Canceled"},
+            {"unknown host", "nobody.example", file, false, "Canceled"}};
+        for (const auto &[name, host, answer, cancel, cell] : cases) {
+            OnePage server(answer, cancel, 8080);
+            serve({"near", host});
+            m_table->setCurrentCell(1, 0);
+            QString during;
+            QTimer::singleShot(0, m_window, [&] { during = column(3) + ' ' + state(); });
+            const auto allIsSent = [&server] {
+                return server.request.endsWith("\r\n\r\n") && server.findChild<QTcpSocket *>()->bytesToWrite() == 0;
+            };
+            if (cancel) {
+                when(allIsSent, [this] { press("pbTestCancel"); });
+            }
+            QVERIFY2(press("pbSpeedTest"), name);
+            QVERIFY2(QRegularExpression("^- " + cell + '$').match(column(3)).hasMatch(), name);
+            COMPARE_CASE(name, during + ' ' + state(), QString("- Test... %1 %2").arg(kRunning, kIdle));
+            QVERIFY(cell == "Canceled" || server.request.startsWith("GET /korvantest.dat HTTP/1.1\r\n"));
+        }
+    }
+
+    void refusals()
+    {
+        serve({"near"});
+        for (const char *name : {"pbPingDet", "pbSpeedTest"}) {
+            boxes().expect("Error", "Please select one server.");
+            QVERIFY2(press(name) && boxes().left() == 0, name);
+        }
+        for (const KORVANSTATUS status : {STATUS_CONNECTING, STATUS_CONNECTED}) {
+            m_window->setStatus(status);
+            for (const char *name : {"pbPingAll", "pbPingDet", "pbSpeedTest"}) {
+                boxes().expect("Notify", "Please disconnect first.");
+                QVERIFY2(press(name) && boxes().left() == 0, name);
+            }
+        }
+        QCOMPARE(column(1) + column(3) + pings(), QString("--"));
+    }
+
+    /// As text, and each column with an alternation of its own.
+    void headerSorts()
+    {
+        serve({"far", "near", "slow"});
+        find<KvRetinaTabBar>("tab")->setCurrentIndex(4);
+        int row = 0;
+        for (const char *time : {"114ms", "23ms", "9ms"}) {
+            m_table->setItem(row++, 1, new QTableWidgetItem(time));
+        }
+        for (const auto &[section, cells] :
+             {std::pair(1, "9ms 23ms 114ms"), std::pair(1, "114ms 23ms 9ms"),
+              std::pair(0, "Server 2 Server 1 Server 0"), std::pair(1, "9ms 23ms 114ms"),
+              std::pair(0, "Server 0 Server 1 Server 2")}) {
+            clickHeader(section);
+            QCOMPARE(column(section), QString(cells));
+        }
+    }
+
+    /// A login rebuilds the table while a test waits.
+    void survivesANewList()
+    {
+        for (const char *button : {"pbPingAll", "pbPingDet"}) {
+            serve({"slow", "near"});
+            m_table->setCurrentCell(0, 0);
+            whenPinged("slow", [this] {
+                m_window->updateOpenVPNServerList();
+                press("pbTestCancel");
+            });
+            QVERIFY(press(button));
+            COMPARE_CASE(button, column(0) + column(1) + state(), QString("Server 0 Server 1- -") + kIdle);
+        }
+    }
 
 private:
     /// Makes these hosts the servers "Server 0", "Server 1" and so on.
-    void serve(const QStringList &hosts) const;
+    void serve(const QStringList &hosts) const
+    {
+        QFile::remove(appPath("/fake/pings"));
+        QDir(appPath("/cfg/OpenVPN")).removeRecursively();
+        for (int i = 0; i < hosts.size(); ++i) {
+            putFile(appPath("/cfg/OpenVPN/Server %1.ovpn").arg(i), "remote " + hosts.at(i).toUtf8() + " 1194\n");
+        }
+        m_window->updateOpenVPNServerList();
+    }
+
     /// A column of the table, its cells separated by blanks.
-    QString column(int number) const;
+    QString column(int number) const
+    {
+        QStringList cells;
+        for (int row = 0; row < m_table->rowCount(); ++row) {
+            const QTableWidgetItem *item = m_table->item(row, number);
+            cells += item != nullptr && !item->text().isEmpty() ? item->text() : "-";
+        }
+        return cells.join(' ');
+    }
+
     /// Which of ping all, detailed ping, speed test and cancel can be pressed, and whether the table sorts.
-    QString state() const;
-    void clickHeader(int section) const;
+    QString state() const
+    {
+        return enabled("a:pbPingAll d:pbPingDet s:pbSpeedTest c:pbTestCancel") +
+               (m_table->isSortingEnabled() ? " sorts" : "");
+    }
+
+    void clickHeader(int section) const
+    {
+        const QHeaderView *header = m_table->horizontalHeader();
+        QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, {header->sectionViewportPosition(section) + 20, 9});
+    }
+
     static QByteArray pings() { return fileBytes(appPath("/fake/pings")); }
     /// Runs the action once the ping of this host has started, which does not answer before.
-    void whenPinged(const QString &host, const std::function<void()> &action) const;
+    void whenPinged(const QString &host, const std::function<void()> &action) const
+    {
+        putFile(appPath("/fake/watched"), host.toUtf8());
+        when([host] { return pings().contains(' ' + host.toUtf8() + ' '); },
+             [action] {
+                 action();
+                 QFile::remove(appPath("/fake/watched"));
+             });
+    }
 
     QTableWidget *m_table = nullptr;
 };
-
-static const char kIdle[] = "ads- sorts";
-static const char kRunning[] = "---c";
-
-void DiagnosticsTest::init()
-{
-    WindowFixture::init();
-    putScript(appPath("/fake/ping"), "cd '" + appPath("/fake").toUtf8() + R"sh('
-echo "$* $$ " >> pings
-while [ "$(cat watched 2>/dev/null)" = "$2" ]; do sleep 0.02; done
-case "$2" in
-near) echo '20 packets transmitted, 19 packets received, 12.5% packet loss'
-      echo 'round-trip min/avg/max/stddev = 10.9/23.7/40.1/5.2 ms' ;;
-far) echo 'received, 0% packet loss'; echo 'stddev = 80/114.2/130/1 ms' ;;
-dead) echo '1 packets transmitted, 0 packets received, 100.0% packet loss'; exit 1 ;;
-slow) exec sleep 600 ;;
-*) echo "ping: $2: unknown host" >&2; exit 2 ;;
-esac)sh");
-    startLoggedIn({});
-    m_table = find<QTableWidget>("tbPing");
-}
-
-void DiagnosticsTest::serve(const QStringList &hosts) const
-{
-    QFile::remove(appPath("/fake/pings"));
-    QDir(appPath("/cfg/OpenVPN")).removeRecursively();
-    for (int i = 0; i < hosts.size(); ++i) {
-        putFile(appPath("/cfg/OpenVPN/Server %1.ovpn").arg(i), "remote " + hosts.at(i).toUtf8() + " 1194\n");
-    }
-    m_window->updateOpenVPNServerList();
-}
-
-QString DiagnosticsTest::column(int number) const
-{
-    QStringList cells;
-    for (int row = 0; row < m_table->rowCount(); ++row) {
-        const QTableWidgetItem *item = m_table->item(row, number);
-        cells += item != nullptr && !item->text().isEmpty() ? item->text() : "-";
-    }
-    return cells.join(' ');
-}
-
-void DiagnosticsTest::clickHeader(int section) const
-{
-    const QHeaderView *header = m_table->horizontalHeader();
-    QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, {header->sectionViewportPosition(section) + 20, 9});
-}
-
-QString DiagnosticsTest::state() const
-{
-    return enabled({{"pbPingAll", 'a'}, {"pbPingDet", 'd'}, {"pbSpeedTest", 's'}, {"pbTestCancel", 'c'}}) +
-           (m_table->isSortingEnabled() ? " sorts" : "");
-}
-
-void DiagnosticsTest::whenPinged(const QString &host, const std::function<void()> &action) const
-{
-    putFile(appPath("/fake/watched"), host.toUtf8());
-    when([host] { return pings().contains(' ' + host.toUtf8() + ' '); },
-         [action] {
-             action();
-             QFile::remove(appPath("/fake/watched"));
-         });
-}
-
-/// A ping of "slow" is canceled as soon as it has started. Detailed pings are for the second server.
-void DiagnosticsTest::ping()
-{
-    const struct
-    {
-        const char *name, *button;
-        QStringList hosts;
-        QString shown;
-    } cases[] = {{"answers or not", "pbPingAll", {"near", "dead", "far"}, "23ms N/A 114ms, loss - - -"},
-                 {"ends at an unknown host", "pbPingAll", {"near", "nobody", "far"}, "23ms Canceled -, loss - - -"},
-                 {"canceled at the first", "pbPingAll", {"slow", "near", "far"}, "Canceled - -, loss - - -"},
-                 {"canceled in the middle", "pbPingAll", {"near", "slow", "far"}, "23ms Canceled -, loss - - -"},
-                 {"canceled at the last", "pbPingAll", {"near", "far", "slow"}, "23ms 114ms Canceled, loss - - -"},
-                 {"answers", "pbPingDet", {"far", "near"}, "- 23ms, loss 9% 12.5%"},
-                 {"never answers", "pbPingDet", {"far", "dead"}, "- N/A, loss 9% 100%"},
-                 {"unknown host", "pbPingDet", {"far", "nobody"}, "- N/A, loss 9% 0%"},
-                 {"canceled", "pbPingDet", {"far", "slow"}, "- N/A, loss 9% 0%"}};
-    for (const auto &row : cases) {
-        serve(row.hosts);
-        for (int server = 0; server < row.hosts.size(); ++server) {
-            m_table->setItem(server, 2, new QTableWidgetItem("9%")); // of an earlier test
-        }
-        m_table->setCurrentCell(1, 0);
-        const bool detailed = row.button == QLatin1String("pbPingDet");
-        const QString first = row.hosts.at(detailed ? 1 : 0);
-        const QString watched = row.hosts.contains("slow") ? "slow" : first;
-        QString during;
-        whenPinged(watched, [&] {
-            during = (column(1).contains("Ping...") ? "Ping..." : "") + state();
-            clickHeader(0); // does nothing now
-            press(watched == "slow" ? "pbTestCancel" : "pbPingAll");
-        });
-        COMPARE_CASE(row.name, press("pbTestCancel"), false);
-        COMPARE_CASE(row.name, press(row.button), true);
-        COMPARE_CASE(row.name, column(1) + ", loss " + column(2), row.shown);
-        COMPARE_CASE(row.name, during + ' ' + state(), QString("Ping...%1 %2").arg(kRunning, kIdle));
-        QVERIFY2(pings().startsWith((detailed ? "-c20 " : "-c1 ") + first.toUtf8()), row.name);
-        const QString process = pings().trimmed().split(' ').last();
-        QVERIFY2(!QFile::exists("/proc/" + process), "the command goes with its test");
-    }
-}
-
-void DiagnosticsTest::speed()
-{
-    const QByteArray file = ok(QByteArray(4000000, 'x'));
-    const struct
-    {
-        const char *name;
-        QString host;
-        QByteArray answer;
-        bool cancel;
-        QString cell;
-    } cases[] = {{"whole file", "127.0.0.1", file, false, "\\d+KB/s"},
-                 {"canceled half-way", "127.0.0.1", file.chopped(1000), true, "\\d+KB/s"},
-                 {"canceled before any data", "127.0.0.1", "", true, "Canceled"},
-                 {"empty error page", "127.0.0.1", "HTTP/1.1 404 No\r\nContent-Length: 0\r\n\r\n", false, "Canceled"},
-                 {"nothing listens", "127.0.0.9", file, false, "Canceled"},
-                 {"unknown host", "nobody.example", file, false, "Canceled"}};
-    for (const auto &row : cases) {
-        OnePage server(row.answer, row.cancel, 8080);
-        serve({"near", row.host});
-        m_table->setCurrentCell(1, 0);
-        QString during;
-        QTimer::singleShot(0, m_window, [&] { during = column(3) + ' ' + state(); });
-        if (row.cancel) { // once all there is has been sent
-            when(
-                [&] {
-                    return server.request.endsWith("\r\n\r\n") &&
-                           server.findChild<QTcpSocket *>()->bytesToWrite() == 0;
-                },
-                [this] { press("pbTestCancel"); });
-        }
-        COMPARE_CASE(row.name, press("pbSpeedTest"), true);
-        QVERIFY2(QRegularExpression("^- " + row.cell + '$').match(column(3)).hasMatch(), row.name);
-        COMPARE_CASE(row.name, during + ' ' + state(), QString("- Test... %1 %2").arg(kRunning, kIdle));
-        QVERIFY(row.host != "127.0.0.1" || server.request.startsWith("GET /korvantest.dat HTTP/1.1\r\n"));
-    }
-}
-
-void DiagnosticsTest::refusals()
-{
-    serve({"near"});
-    for (const char *name : {"pbPingDet", "pbSpeedTest"}) {
-        boxes().expect("Error", "Please select one server.");
-        QVERIFY2(press(name) && boxes().left() == 0, name);
-    }
-    for (const KORVANSTATUS status : {STATUS_CONNECTING, STATUS_CONNECTED}) {
-        m_window->setStatus(status);
-        for (const char *name : {"pbPingAll", "pbPingDet", "pbSpeedTest"}) {
-            boxes().expect("Notify", "Please disconnect first.");
-            QVERIFY2(press(name) && boxes().left() == 0, name);
-        }
-    }
-    QCOMPARE(column(1) + column(3) + pings(), QString("--"));
-}
-
-/// As text, and each column with an alternation of its own.
-void DiagnosticsTest::headerSorts()
-{
-    serve({"far", "near", "slow"});
-    find<KvRetinaTabBar>("tab")->setCurrentIndex(4);
-    int row = 0;
-    for (const char *time : {"114ms", "23ms", "9ms"}) {
-        m_table->setItem(row++, 1, new QTableWidgetItem(time));
-    }
-    for (const auto &[section, cells] :
-         {std::pair(1, "9ms 23ms 114ms"), std::pair(1, "114ms 23ms 9ms"), std::pair(0, "Server 2 Server 1 Server 0"),
-          std::pair(1, "9ms 23ms 114ms"), std::pair(0, "Server 0 Server 1 Server 2")}) {
-        clickHeader(section);
-        QCOMPARE(column(section), QString(cells));
-    }
-}
-
-/// A login rebuilds the table while a test waits.
-void DiagnosticsTest::survivesANewList()
-{
-    for (const char *button : {"pbPingAll", "pbPingDet"}) {
-        serve({"slow", "near"});
-        m_table->setCurrentCell(0, 0);
-        whenPinged("slow", [this] {
-            m_window->updateOpenVPNServerList();
-            press("pbTestCancel");
-        });
-        QVERIFY(press(button));
-        COMPARE_CASE(button, column(0) + column(1) + state(), QString("Server 0 Server 1- -") + kIdle);
-    }
-}
 
 WINDOW_TEST_MAIN(DiagnosticsTest)
 #include "DiagnosticsTest.moc"

@@ -16,7 +16,8 @@ void WindowFixture::init()
             "[LOGIN]\nVER=http://127.0.0.1:1/api\n[UPDATE]\nURL=http://127.0.0.1:1/update.xml\n");
     putScript(appPath("/fake/netstat"), "echo 'default 198.51.100.1 UG eth0'");
     putScript(appPath("/fake/route"), "echo \"$*\" >> '" + appPath(kRoutes).toUtf8() + "'; echo 'OK!'");
-    putScript(appPath("/fake/defaults"), "echo 'does not exist'");
+    putScript(appPath("/fake/defaults"), "[ $1 = read ] && echo 'does not exist' || printf %s \"$4\" > '" +
+                                             appPath("/fake/items").toUtf8() + "'");
     putScript(appPath("/down.sh"), "");
     putScript(appPath("/up.sh"), "");
     qputenv("PATH", QFile::encodeName(appPath("/fake")) + ":/usr/bin:/bin");
@@ -60,11 +61,11 @@ QStringList WindowFixture::items(const char *box) const
     return texts;
 }
 
-QString WindowFixture::enabled(std::initializer_list<std::pair<const char *, char>> controls) const
+QString WindowFixture::enabled(const QString &controls) const
 {
     QString letters;
-    for (const auto &[name, letter] : controls) {
-        letters += QLatin1Char(find(name)->isEnabled() ? letter : '-');
+    for (const QString &control : controls.split(' ')) {
+        letters += find(qPrintable(control.mid(2)))->isEnabled() ? control.at(0) : '-';
     }
     return letters;
 }
@@ -88,10 +89,11 @@ bool WindowFixture::press(const char *button) const
         entry->trigger();
         return enabled;
     }
+    auto *tab = find<KvRetinaTabBar>("tab");
     const auto *pages = find<QStackedWidget>("tabPage");
-    for (int tab = 0; tab < pages->count(); ++tab) {
-        if (pages->widget(tab)->isAncestorOf(find(button))) {
-            find<KvRetinaTabBar>("tab")->setCurrentIndex(tab);
+    for (int page = 0; page < pages->count(); ++page) {
+        if (pages->widget(page)->isAncestorOf(find(button))) {
+            QTest::mouseClick(tab, Qt::LeftButton, {}, tab->tabRect(page).center());
         }
     }
     return m_client->press(button);

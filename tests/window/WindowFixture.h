@@ -42,8 +42,8 @@ protected:
     QString page() const { return find<QStackedWidget>("stack")->currentWidget()->objectName(); }
     QStringList items(const char *box) const;
 
-    /// The letters of the controls that are enabled, a dash for each that is not.
-    QString enabled(std::initializer_list<std::pair<const char *, char>> controls) const;
+    /// For controls as in "c:pbConnect d:pbDisconnect": the letters of those that are enabled, a dash for each other.
+    QString enabled(const QString &controls) const;
 
     /// An entry of the tray's menu or of its list of servers; null when there is none of that text.
     QAction *trayEntry(const QString &text) const;
@@ -57,6 +57,9 @@ protected:
 
     /// What the route command was asked so far, a line a call; forgets it.
     static QByteArray takeRoutes();
+
+    /// The login items as they were written.
+    static QByteArray loginItems() { return fileBytes(appPath("/fake/items")); }
 
     static QByteArray log() { return fileBytes(appPath("/log.txt")); }
 
