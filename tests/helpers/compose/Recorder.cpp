@@ -1,4 +1,4 @@
-// Stands in for OpenVPN: prints what it was started with as pairs "key NUL value NUL".
+// Stands in for OpenVPN: prints a NUL, then what it was started with as pairs "key NUL value NUL".
 #include <csignal>
 #include <filesystem>
 #include <fstream>
@@ -14,7 +14,7 @@ static void report(const std::string &key, const std::string &value)
 
 int main(int argc, char *argv[])
 {
-    report("recorded", "");
+    std::cout << '\0';
     for (int i = 1; i < argc; ++i) {
         report("argument", argv[i]);
         if (std::string(argv[i]).compare(0, 14, "/proc/self/fd/") == 0) {
@@ -25,13 +25,11 @@ int main(int argc, char *argv[])
         }
     }
     for (char **variable = environ; *variable; ++variable)
-        report("environment", *variable);
+        report("state", *variable);
     int signal = 0;
     prctl(PR_GET_PDEATHSIG, &signal);
-    report("parent-death signal", std::to_string(signal));
-    report("SIGTERM", std::signal(SIGTERM, SIG_DFL) == SIG_DFL ? "default" : "changed");
-    std::error_code gone;
+    report("state", "dies-by-" + std::to_string(signal));
+    report("state", std::signal(SIGTERM, SIG_DFL) == SIG_DFL ? "default" : "changed");
     for (const auto &entry : std::filesystem::directory_iterator("/proc/self/fd"))
-        report("descriptor", std::filesystem::read_symlink(entry, gone).string());
-    return 0;
+        report("descriptor", std::filesystem::read_symlink(entry).string());
 }
