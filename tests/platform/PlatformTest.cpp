@@ -4,13 +4,13 @@
 #include "platform/SingleInstance.h"
 #include "platform/Tool.h"
 #include "platform/UserBrowser.h"
+#include "tests/support/Cases.h"
 #include "tests/support/TestFiles.h"
 
 #include <QDesktopServices>
 #include <QProcess>
 #include <QSignalSpy>
 #include <QTemporaryDir>
-#include <QTest>
 
 #include <sched.h>
 #include <sys/mount.h>
@@ -21,113 +21,78 @@ class PlatformTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void toolSpeaksEnglish();
-    void toolsThatMisbehave_data();
-    void toolsThatMisbehave();
-    void loginItems_data();
+    void initTestCase() { qputenv("PATH", QFile::encodeName(appPath("/fake")) + ":/usr/bin:/bin"); }
+    void tools();
     void loginItems();
-    void loginItemsWithoutTheTool();
-    void oneInstanceIsTold();
-    void lockFileThatIsALink();
+    void oneInstance();
     void killMatchesTheWholeLine();
     void browserRunsAsTheUser();
-
-private:
-    QByteArray m_path;
 };
 
-void PlatformTest::initTestCase()
-{
-    m_path = QFile::encodeName(appPath("/fake")) + ":/usr/bin:/bin";
-    qputenv("PATH", m_path);
-}
-
-void PlatformTest::toolSpeaksEnglish()
+void PlatformTest::tools()
 {
     qputenv("LC_ALL", "de_DE.UTF-8");
-    putScript(appPath("/fake/tool"), "echo \"$LC_ALL|$1|$2\"");
-    const ToolResult result = runTool("tool", {"a b", "$(id)"});
-    QVERIFY(result.started && result.finished);
-    QCOMPARE(result.output, QByteArray("C|a b|$(id)\n"));
-    QCOMPARE(runToolInEventLoop("tool", {}).output, QByteArray("C||\n"));
-}
-
-void PlatformTest::toolsThatMisbehave_data()
-{
-    QTest::addColumn<QByteArray>("body");
-    QTest::addColumn<bool>("finished");
-    QTest::addColumn<int>("exitCode");
-    QTest::addColumn<QByteArray>("output");
-    QTest::newRow("fails") << QByteArray("echo half; exit 3") << true << 3 << QByteArray("half\n");
-    QTest::newRow("hangs") << QByteArray("trap '' TERM; echo half; exec sleep 60") << false << -1
-                           << QByteArray("half\n");
-    QTest::newRow("prints only errors") << QByteArray("echo no >&2") << true << 0 << QByteArray();
-    QTest::newRow("prints much") << QByteArray("head -c 300000 /dev/zero | tr '\\0' x") << true << 0
-                                 << QByteArray(300000, 'x');
-}
-
-void PlatformTest::toolsThatMisbehave()
-{
-    QFETCH(QByteArray, body);
-    QFETCH(bool, finished);
-    const int limit = finished ? kToolLimitMs : 500;
-    putScript(appPath("/fake/tool"), body);
-    for (const ToolResult &result : {runTool("tool", {}, limit), runToolInEventLoop("tool", {}, limit)}) {
-        QVERIFY(result.started);
-        QCOMPARE(result.finished, finished);
-        QTEST(result.exitCode, "exitCode");
-        QTEST(result.output, "output");
+    const struct
+    {
+        const char *name;
+        QByteArray body;
+        bool finished;
+        int exitCode;
+        QByteArray output;
+    } cases[] = {
+        {"speaks English, arguments stay whole", "echo \"$LC_ALL|$1|$2\"", true, 0, "C|a b|$(id)\n"},
+        {"fails", "echo half; exit 3", true, 3, "half\n"},
+        {"hangs", "trap '' TERM; echo half; exec sleep 60", false, -1, "half\n"},
+        {"prints only errors", "echo no >&2", true, 0, ""},
+        {"prints much", "head -c 300000 /dev/zero | tr '\\0' x", true, 0, QByteArray(300000, 'x')},
+    };
+    const QStringList arguments = {"a b", "$(id)"};
+    for (const auto &c : cases) {
+        const int limit = c.finished ? kToolLimitMs : 500;
+        putScript(appPath("/fake/tool"), c.body);
+        for (const ToolResult &result :
+             {runTool("tool", arguments, limit), runToolInEventLoop("tool", arguments, limit)}) {
+            COMPARE_CASE(c.name, result.started, true);
+            COMPARE_CASE(c.name, result.finished, c.finished);
+            COMPARE_CASE(c.name, result.exitCode, c.exitCode);
+            COMPARE_CASE(c.name, result.output, c.output);
+        }
     }
-    QVERIFY(!runTool("no-such-tool", {}).started);
-    QVERIFY(!runToolInEventLoop("no-such-tool", {}).started);
+    QVERIFY(!runTool("no-such-tool", {}).started && !runToolInEventLoop("no-such-tool", {}).started);
 }
 
 /// The "defaults" stand-in keeps its array in a file.
-void PlatformTest::loginItems_data()
-{
-    QTest::addColumn<QByteArray>("stored");
-    QTest::addColumn<int>("add");
-    QTest::addColumn<QByteArray>("written");
-    const QByteArray missing = "The domain/default pair of (loginwindow, x) does not exist\n";
-    const QByteArray app = "{Hide = 0; Path = \"/opt/Korvan.app\";}";
-    const QByteArray other = "{\n Hide = 1;\n Path = \"/opt/Other.app\";\n}";
-    QTest::newRow("first") << missing << 1 << "(" + app + ")";
-    QTest::newRow("twice") << "(\n" + app + "\n)" << 1 << "(" + app + "," + app + ")";
-    QTest::newRow("remove from nothing") << missing << 0 << QByteArray("()");
-    QTest::newRow("remove only the first")
-        << "(" + other + "," + app + "," + app + ")" << 0 << "(" + other + "," + app + ")";
-    QTest::newRow("remove what is not there") << "(" + other + ")" << 0 << "(" + other + ")";
-    QTest::newRow("broken: no end") << "(" + other + ", {Path = x" << 0 << "(" + other + ")";
-    QTest::newRow("broken: ends before it begins") << "(}" + other + ")" << 0 << "(" + other + ")";
-    QTest::newRow("empty output") << QByteArray() << 1 << "(" + app + ")";
-}
-
 void PlatformTest::loginItems()
-{
-    QFETCH(QByteArray, stored);
-    QFETCH(int, add);
-    putFile(appPath("/stored"), stored);
-    QFile::remove(appPath("/written"));
-    putScript(appPath("/fake/defaults"), "[ \"$2 $3\" = 'loginwindow AutoLaunchedApplicationDictionary' ] || exit 1\n"
-                                         "[ \"$1\" = read ] && cat '" +
-                                             appPath("/stored").toUtf8() + "' || printf %s \"$4\" > '" +
-                                             appPath("/written").toUtf8() + "'\n");
-    QCOMPARE(machelpLaunchStartup("/opt/Korvan.app", add, nullptr), 1);
-    QTEST(fileBytes(appPath("/written")), "written");
-    QCOMPARE(machelpLaunchStartup("/opt/Korvan.app", add, "reserved"), -1);
-}
-
-void PlatformTest::loginItemsWithoutTheTool()
 {
     QFile::remove(appPath("/fake/defaults"));
     QStringList items{"kept"};
     machelpReadLaunch(items);
-    QCOMPARE(items, QStringList{"kept"});
-    QCOMPARE(machelpLaunchStartup("/opt/Korvan.app", 1, nullptr), 1);
+    QCOMPARE(items, QStringList{"kept"}); // without the tool
+    putScript(appPath("/fake/defaults"),
+              "[ \"$2 $3\" = 'loginwindow AutoLaunchedApplicationDictionary' ] || exit 1\n"
+              "cd \"${0%/*}/..\"; [ $1 = read ] && cat stored || printf %s \"$4\" >written");
+    const QByteArray missing = "The domain/default pair of (loginwindow, x) does not exist\n";
+    const QByteArray app = "{Hide = 0; Path = \"/opt/Korvan.app\";}";
+    const QByteArray other = "{\n Hide = 1;\n Path = \"/opt/Other.app\";\n}";
+    const std::tuple<const char *, QByteArray, int, QByteArray> cases[] = {
+        {"first", missing, 1, app},
+        {"twice", "(\n" + app + "\n)", 1, app + "," + app},
+        {"empty output", "", 1, app},
+        {"remove from nothing", missing, 0, ""},
+        {"remove only the first", "(" + other + "," + app + "," + app + ")", 0, other + "," + app},
+        {"remove what is not there", "(" + other + ")", 0, other},
+        {"broken: no end", "(" + other + ", {Path = x", 0, other},
+        {"broken: ends before it begins", "(}" + other + ")", 0, other},
+    };
+    for (const auto &[name, stored, add, written] : cases) {
+        putFile(appPath("/stored"), stored);
+        COMPARE_CASE(name, machelpLaunchStartup("/opt/Korvan.app", add, nullptr), 1);
+        COMPARE_CASE(name, machelpLaunchStartup("/opt/Korvan.app", add, "reserved"), -1);
+        COMPARE_CASE(name, fileBytes(appPath("/written")), "(" + written + ")");
+    }
 }
 
-void PlatformTest::oneInstanceIsTold()
+void PlatformTest::oneInstance()
 {
     QFile::remove(appPath("/instance"));
     auto first = std::make_unique<SingleInstance>();
@@ -144,17 +109,14 @@ void PlatformTest::oneInstanceIsTold()
     QVERIFY2(next.isFirst(), "the lock goes with its owner");
     next.release();
     QVERIFY(SingleInstance().isFirst());
-}
 
-void PlatformTest::lockFileThatIsALink()
-{
     QFile::remove(appPath("/instance"));
     putFile(appPath("/elsewhere"), "untouched");
     QVERIFY(QFile::link(appPath("/elsewhere"), appPath("/instance")));
-    SingleInstance instance;
-    QVERIFY(instance.isFirst());
-    instance.notifyFirst();
-    QCOMPARE(fileBytes(appPath("/elsewhere")), QByteArray("untouched"));
+    SingleInstance behindALink;
+    QVERIFY(behindALink.isFirst());
+    behindALink.notifyFirst();
+    QCOMPARE(fileBytes(appPath("/elsewhere")), "untouched");
     QFile::remove(appPath("/instance"));
 }
 
@@ -162,9 +124,9 @@ void PlatformTest::killMatchesTheWholeLine()
 {
     putScript(appPath("/fake/ps"), "echo \"root 4711 1 0 korvan-victim\"; echo \"root 4712 1 0 other\"");
     putScript(appPath("/fake/kill"), "");
-    putScript(appPath("/fake/xargs"), "cat > '" + appPath("/killed").toUtf8() + "'");
+    putScript(appPath("/fake/xargs"), "cat >\"${0%/*}/killed\"");
     killProcessByName("korvan-victim");
-    QCOMPARE(fileBytes(appPath("/killed")), QByteArray("4711\n"));
+    QCOMPARE(fileBytes(appPath("/fake/killed")), "4711\n");
 }
 
 /// xdg-open of the person at the screen: a stand-in that only this namespace of mounts shows.
@@ -174,10 +136,9 @@ void PlatformTest::browserRunsAsTheUser()
         QSKIP("NEEDS ROOT: the browser's rights were not tested", "");
     }
     QTemporaryDir folder;
-    QProcess::execute("chmod", {"777", folder.path()});
     const QString seen = folder.path() + "/seen";
-    putScript(folder.path() + "/xdg-open", "{ id -u; echo \"$HOME $1\"; } > '" + seen.toUtf8() + ".new'; mv '" +
-                                               seen.toUtf8() + ".new' '" + seen.toUtf8() + "'");
+    putScript(folder.path() + "/xdg-open", "cd \"${0%/*}\"; { id -u; echo \"$HOME $1\"; } >new; mv new seen");
+    QCOMPARE(QProcess::execute("chmod", {"777", folder.path()}), 0);
     QCOMPARE(unshare(CLONE_NEWNS), 0);
     QCOMPARE(mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr), 0);
     QCOMPARE(mount(folder.path().toUtf8().constData(), "/usr/local/bin", nullptr, MS_BIND, nullptr), 0);
