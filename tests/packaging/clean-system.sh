@@ -9,54 +9,44 @@ build=$(realpath "$1")
 store=$source/build/debootstrap
 suite=bookworm
 
+# shellcheck disable=SC2015
 [ "$(id -u)" -eq 0 ] && [ -c /dev/net/tun ] || { echo "SKIPPED WHOLE TEST: it needs root and /dev/net/tun"; exit 0; }
-package=$(ls "$build"/korvan_*.deb) || { echo "clean-system: no package; build the target package first" >&2; exit 1; }
 
-# Where this machine gets that suite from.
-mirror() {
-    # shellcheck disable=SC2016
-    apt-get indextargets --format '$(RELEASE) $(COMPONENT) $(REPO_URI)' "Created-By: Packages" |
-        awk -v suite=$suite '$1 == suite && $2 == "main" { print $3; exit }'
-}
-
+# From where this machine gets that suite.
 make_system() {
     local from
-    from=$(mirror)
-    [ -n "$from" ] || { echo "clean-system: apt on this machine knows no mirror of $suite" >&2; exit 1; }
+    # shellcheck disable=SC2016
+    from=$(apt-get indextargets --format '$(RELEASE) $(COMPONENT) $(REPO_URI)' "Created-By: Packages" |
+        awk -v suite=$suite '$1 == suite && $2 == "main" { print $3; exit }')
     rm -rf "$store/system.new"
-    debootstrap --variant=minbase "$suite" "$store/system.new" "$from" >"$store/debootstrap.log" 2>&1 ||
-        { tail -n 20 "$store/debootstrap.log"; exit 1; }
+    debootstrap --variant=minbase "$suite" "$store/system.new" "$from" >"$store/log" 2>&1
     rm -f "$store/system.new/var/cache/apt/archives/"*.deb "$store/system.new/etc/resolv.conf"
     mv -T "$store/system.new" "$store/system"
 }
 
-# This machine's apt chooses and downloads what the package needs beyond that system.
-download() {
-    apt-get -q -y --no-install-recommends --download-only -o Dir::State::status="$store/system/var/lib/dpkg/status" \
-        -o Dir::Cache::archives="$1" -o Debug::NoLocking=true -o APT::Sandbox::User=root install "$package"
-}
-
-# The system gets the packages as its one source.
+# This machine's apt chooses and downloads what the package needs beyond that system, which gets it as its one source.
 fill_store() {
     local packages=$store/system/var/local/packages
     rm -rf "$packages"
     mkdir -p "$packages/partial"
-    download "$packages" >"$store/apt.log" 2>&1 ||
-        { apt-get -q update && download "$packages"; } >>"$store/apt.log" 2>&1 ||
-        { tail -n 20 "$store/apt.log"; exit 1; }
+    apt-get -q update
+    apt-get -q -y --no-install-recommends --download-only -o Dir::State::status="$store/system/var/lib/dpkg/status" \
+        -o Dir::Cache::archives="$packages" -o Debug::NoLocking=true -o APT::Sandbox::User=root install "$package"
     rm -rf "$packages/partial" "$packages/lock"
-    (cd "$packages" && dpkg-scanpackages --multiversion . >Packages 2>/dev/null)
+    (cd "$packages" && dpkg-scanpackages --multiversion . >Packages)
     echo "deb [trusted=yes] file:/var/local/packages ./" >"$store/system/etc/apt/sources.list"
-    chroot "$store/system" apt-get -q update >>"$store/apt.log" 2>&1
+    chroot "$store/system" apt-get -q update
 }
 
 mkdir -p "$store"
+trap 'tail -n 20 "$store/log"; echo "clean-system: no package, or no system to install it on"' EXIT
+package=$(ls "$build"/korvan_*.deb)
 exec 9>"$store/lock"
 flock 9
 [ -d "$store/system" ] || make_system
 depends=$(dpkg-deb -f "$package" Depends)
 if [ "$(cat "$store/depends" 2>/dev/null)" != "$depends" ]; then
-    fill_store
+    fill_store >"$store/log" 2>&1
     echo "$depends" >"$store/depends"
 fi
 exec "$source/lab/lab" run --build "$build" -- "$here/life.sh" "$store/system" "$package" "$build"

@@ -48,36 +48,27 @@ start_screen() {
     exec {number}< <(exec Xvfb -displayfd 1 -screen 0 1280x800x24 -nolisten tcp 2>/dev/null)
     read -r -t 30 display <&"$number" || fail "Xvfb does not start"
     export DISPLAY=:$display
-    openbox >/dev/null 2>&1 &
-    trayer >/dev/null 2>&1 &
-    await 30 xprop -root _NET_SUPPORTING_WM_CHECK
     enter=(chroot "$root" /usr/bin/env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin HOME=/root LANG=C.UTF-8
         DISPLAY="$DISPLAY" DEBIAN_FRONTEND=noninteractive)
 }
 
 # inside COMMAND...: as root in that system, with nothing of this environment but the screen.
-inside() {
-    "${enter[@]}" "$@"
-}
+inside() { "${enter[@]}" "$@"; }
 
 # as_user COMMAND...: as the ordinary user ada.
-as_user() {
-    inside setpriv --reuid=ada --regid=ada --init-groups env HOME=/home/ada USER=ada "$@"
-}
+as_user() { inside setpriv --reuid=ada --regid=ada --init-groups env HOME=/home/ada USER=ada "$@"; }
 
-# install PACKAGE: quietly, unless it fails.
-install() {
-    inside apt-get install -q -y --no-install-recommends --reinstall "$1" >/run/apt.log 2>&1 ||
-        { cat /run/apt.log; fail "the package does not install"; }
-}
+# quietly COMMAND...: as root in that system; tells what it prints when it fails.
+quietly() { inside "$@" >/run/quiet.log 2>&1 || { cat /run/quiet.log; fail "$*"; }; }
 
-# All that must be as before when the package is gone. A process is told by what it runs, not by its number.
+install() { quietly apt-get install -q -y --no-install-recommends --reinstall /root/korvan.deb; }
+
+# All that must be as before when the package is gone, beside the processes of that system.
 network_state() {
-    ip route
-    ip -6 route
-    ip rule
+    ip -4 rule
     ip -6 rule
-    ip route show table all | grep -v 'table \(local\|main\)' || true
+    ip -4 route show table all
+    ip -6 route show table all | grep -v ' table local ' # which the kernel may still be filling
     ip -brief link | grep -v '^\(lo\|eth0\)' || true
     nft list ruleset
     stat -c '%N %a %U' "$root"/etc/resolv.conf*
@@ -85,35 +76,20 @@ network_state() {
     ls -A "$root/run/korvan" 2>/dev/null || true
     cat /proc/sys/net/ipv4/conf/*/src_valid_mark
 }
-process_state() {
-    local process words
-    for process in /proc/[0-9]*; do
-        [ "$process/root" -ef "$root" ] || continue
-        words=$(tr '\0' ' ' <"$process/cmdline") && [ -n "$words" ] && echo "$words"
-    done 2>/dev/null | sort || true
-}
-
 expect_state() {
-    diff -u /run/state.before <(network_state; process_state) || fail "$1: the machine is not as it was"
+    diff -u /run/state.before <(network_state; processes) || fail "$1: the machine is not as it was"
 }
 
-window() { xdotool search --onlyvisible --name '^Korvan$'; }
-connected() { grep -q 'Initialization Sequence Completed' "$log"; }
 # The country that the IP test page sees.
 country() { curl -s -m 10 http://ip.korvan.example/testip.php | sed -n 's/.*in \(.*\)? .*/\1/p'; }
 in_tunnel() { [ "$(country)" = Examplia ]; }
+
+# processes [PROGRAM]: those of that system.
 processes() {
     local exe
     for exe in /proc/[0-9]*/exe; do
-        case $(readlink "$exe") in "$root$1"*) basename "$(dirname "$exe")" ;; esac
-    done 2>/dev/null
-}
-
-# A name and a password that the service knows, and "connect automatically after start".
-remember_login() {
-    cp "$build/demo/prepare_state" "$root$application/"
-    inside sh -c "cd $application && ./prepare_state alice wonderland-7 Examplia-1"
-    rm "$root$application/prepare_state"
+        [[ $(readlink "$exe") != "$root${1:-/}"* ]] || basename "$(dirname "$exe")"
+    done
 }
 
 # The bus and polkit, as on a desktop. There is no seat here whose active user polkit could see, so that a rule has to
@@ -128,51 +104,42 @@ start_polkit() {
     await 30 inside dbus-send --system --print-reply --dest=org.freedesktop.DBus / \
         org.freedesktop.DBus.GetNameOwner string:org.freedesktop.PolicyKit1
 }
-stop_polkit() {
-    kill "$polkit" "$bus"
-    wait "$polkit" "$bus" || true
-}
 
-start_without_leave() {
+# Only with polkit's leave.
+start_by_user() {
     local answer status=0
     answer=$(as_user env -u DISPLAY korvan 2>&1) || status=$?
     [ "$status" -eq 127 ] && [[ $answer == *"korvan: Korvan needs root's rights"* ]] ||
         fail "the launcher without polkit's leave: $status $answer"
-}
-
-start_by_user() {
     cat >"$root/etc/polkit-1/rules.d/10-ada.rules" <<-END
 	polkit.addRule(function (action, subject) {
 	    if (action.id == "example.korvan.start" && subject.user == "ada") { return polkit.Result.YES; }
 	});
 	END
-    : >"$log"
-    as_user korvan >/dev/null 2>&1 &
-    await 60 window
-    await 60 connected
-    await 30 in_tunnel
+    start as_user
 }
 
-start_by_root() {
+# start inside|as_user: with a window, and connected by itself.
+start() {
     : >"$log"
-    inside korvan >/dev/null 2>&1 &
-    await 60 connected
+    "$1" korvan >/dev/null 2>&1 &
+    await 60 xdotool search --onlyvisible --name '^Korvan$'
+    await 60 grep -q 'Initialization Sequence Completed' "$log"
     await 30 in_tunnel
 }
 
 # Login items of ada's own, and links of eve's that lead where only root may write.
 make_login_items() {
-    inside useradd -m ada
-    inside useradd -m eve
+    inside sh -c 'useradd -m ada && useradd -m eve'
     inside env PKEXEC_UID="$(inside id -u ada)" "$application/tools/defaults" write loginwindow \
         AutoLaunchedApplicationDictionary \
         '({Hide = 0; Path = "/home/ada/Korvan.app";},{Hide = 0; Path = "/opt/korvan/Korvan.app";})'
-    inside mkdir -p /home/eve/.config/korvan /etc/precious
-    inside sh -c 'echo "{Hide = 0; Path = \"/opt/korvan/Korvan.app\";}" >/etc/precious/login-items
+    inside sh -c 'mkdir -p /home/eve/.config/korvan /etc/precious
+        echo "{Hide = 0; Path = \"/opt/korvan/Korvan.app\";}" >/etc/precious/login-items
         printf "X-Korvan-LoginItem=true\n" >/etc/precious/korvan-1.desktop
         ln -s /etc/precious/login-items /home/eve/.config/korvan/login-items
-        ln -s /etc/precious /home/eve/.config/autostart'
-    inside chown -R eve: /home/eve/.config/korvan
+        ln -s /etc/precious /home/eve/.config/autostart
+        chown -R eve: /home/eve/.config/korvan'
     [ "$(find "$root/home/ada/.config/autostart" -type f | wc -l)" -eq 2 ] || fail "no login items"
 }
 expect_login_items() {
@@ -201,44 +168,46 @@ crash_in_lock_down() {
 
 enter_system
 start_screen
-{ network_state; process_state; } >/run/state.before
+{ network_state; processes; } >/run/state.before
 country_before=$(country)
 
-install /root/korvan.deb
+install
 make_login_items
 start_polkit
-start_without_leave
-remember_login
+# A name and a password that the service knows, and "connect automatically after start".
+cp "$build/demo/prepare_state" "$root$application/"
+inside sh -c "cd $application && ./prepare_state alice wonderland-7 Examplia-1; rm prepare_state"
 start_by_user
-stop_polkit
+kill "$polkit" "$bus"
+wait "$polkit" "$bus" || true
 say "an ordinary user is connected: $country_before before, $(country) now"
 
 running=$(processes "$application/Korvan")
-install /root/korvan.deb
+install
 [ -s "$root$application/cfg/login" ] || fail "the upgrade has lost the login"
 [ "$running" = "$(processes "$application/Korvan")" ] && in_tunnel || fail "the upgrade has ended the connection"
 say "upgraded while connected"
 
 cp "$root$application/compose9" "$root$application/compose10" # as of a newer version that an update has installed
 crash_in_lock_down STOP
-inside dpkg -r korvan >/run/dpkg.log 2>&1 || { cat /run/dpkg.log; fail "dpkg -r"; }
+quietly dpkg -r korvan
 expect_state "removed after a crash"
 expect_login_items
 [ -s "$root$application/cfg/login" ] || fail "removing has lost the login"
 [ -z "$(find "$root/opt/korvan" -type f -perm /111)" ] || fail "programs are left in /opt"
 say "removed after a crash in lock-down: all as before, the login is kept"
 
-install /root/korvan.deb
-start_by_root
+install
+start inside
 say "installed again: connected with the login that was kept"
 
 crash_in_lock_down KILL
-inside env -u DISPLAY korvan -reset >/dev/null 2>&1 || fail "korvan -reset ends with $?"
+quietly env -u DISPLAY korvan -reset
 [ "$(country)" = "$country_before" ] || fail "korvan -reset does not repair the network"
-start_by_root
+start inside
 say "repaired after a crash, without a screen: connected again"
 
-inside dpkg -P korvan >/run/dpkg.log 2>&1 || { cat /run/dpkg.log; fail "dpkg -P"; }
+quietly dpkg -P korvan
 expect_state "purged while connected"
 [ ! -e "$root/opt/korvan" ] || fail "purging leaves $(find "$root/opt/korvan")"
 [ "$(country)" = "$country_before" ] || fail "no way into the network"
