@@ -52,9 +52,11 @@ private slots:
             }
         }
         for (const QString folder : {":/images/", ":/img/"}) {
-            for (const QString &name : QDir(folder).entryList({"*[!2][!x].png"})) {
-                COMPARE_CASE(name.toUtf8(), loadPicture(folder + name, 2).size(),
-                             2 * loadPicture(folder + name, 1).size());
+            const QStringList names = QDir(folder).entryList();
+            QVERIFY(names.size() > 20);
+            for (QString path : names) { // in either size
+                path = folder + path.remove("@2x");
+                COMPARE_CASE(path.toUtf8(), loadPicture(path, 2).size(), 2 * loadPicture(path, 1).size());
             }
         }
         QVERIFY(!log().contains("no picture"));
@@ -112,10 +114,10 @@ private slots:
 
     void ringFollowsTheKeyboardOnly()
     {
-        const auto ringIsAround = [this](const char *name) {
-            const auto *ring = m_window->findChild<FocusRing *>();
-            return ring && ring->isVisible() &&
-                   ring->geometry().contains(QRect(find(name)->mapTo(m_window, {}), find(name)->size()));
+        const auto *ring = m_window->findChild<FocusRing *>();
+        const auto ringIsAround = [this, ring](const char *name) {
+            const QRect control(find(name)->mapTo(m_window, {}), find(name)->size());
+            return ring->isVisible() && ring->geometry().contains(control);
         };
         QVERIFY(ringIsAround("edUser"));
         QTest::mouseClick(find("edPass"), Qt::LeftButton);
@@ -123,40 +125,18 @@ private slots:
         QTest::keyClick(find("edPass"), Qt::Key_Tab);
         QVERIFY(ringIsAround("cbRember"));
         QTest::mouseClick(find("cbRember"), Qt::LeftButton);
-        QVERIFY(!m_window->findChild<FocusRing *>()->isVisible());
+        QVERIFY(button("cbRember")->isChecked() && !ring->isVisible());
+        find("cbRember")->resize(400, 22);
+        QTest::mouseClick(find("cbRember"), Qt::LeftButton, {}, QPoint(390, 10));
+        QVERIFY2(button("cbRember")->isChecked(), "the blank behind the text is not the box");
 
         showPage(0);
         auto *tab = find<KvRetinaTabBar>("tab");
         QTest::keyClick(tab, Qt::Key_Right);
-        QVERIFY(tab->tabRect(1)
-                    .translated(tab->mapTo(m_window, {}))
-                    .contains(m_window->findChild<FocusRing *>()->geometry()));
+        QVERIFY(tab->tabRect(1).translated(tab->mapTo(m_window, {})).contains(ring->geometry()));
         QTest::keyClick(tab, Qt::Key_Left);
         QTest::keyClick(tab, Qt::Key_Left);
         QCOMPARE(tab->currentIndex(), 0);
-    }
-
-    void checkBoxTogglesByItsText()
-    {
-        button("cbRember")->resize(400, 22);
-        QTest::mouseClick(button("cbRember"), Qt::LeftButton, {}, QPoint(80, 10));
-        QTest::mouseClick(button("cbRember"), Qt::LeftButton, {}, QPoint(390, 10)); // the blank behind it
-        QVERIFY(button("cbRember")->isChecked());
-    }
-
-    /// The hint for proxied servers takes the caption's place, and nothing is shown as a dash.
-    void addressGivesWayToItsHint()
-    {
-        showPage(0);
-        auto *line = find<QLabel>("lbPublicIP");
-        for (const auto &[text, hasAddress] :
-             {std::pair("203.0.113.5", true), std::pair("Public IP Address*", false), std::pair("", true)}) {
-            line->setText(text);
-            const QImage right = line->grab({line->width() / 2, 0, line->width(), line->height()}).toImage();
-            QImage blank = right.copy();
-            blank.fill(right.pixelColor(0, 0));
-            COMPARE_CASE(text, right != blank, hasAddress);
-        }
     }
 
     void statusColoursTextAndBar()
@@ -195,16 +175,13 @@ private slots:
         QVERIFY(m_window->windowFlags().testFlag(Qt::FramelessWindowHint));
         auto *header = m_window->findChild<WindowHeader *>();
         const QPoint before = m_window->pos();
-        const auto moved = [&](const QPoint &place) {
-            QMouseEvent move(QEvent::MouseMove, place, header->mapToGlobal(place), Qt::NoButton, Qt::LeftButton,
-                             Qt::NoModifier);
+        QTest::mousePress(header, Qt::LeftButton, {}, QPoint(300, 20));
+        for (const QPoint &place : {QPoint(340, 45), QPoint(10, 10)}) { // the second one after the release
+            QMouseEvent move(QEvent::MouseMove, place, header->mapToGlobal(place), Qt::NoButton, Qt::LeftButton, {});
             QApplication::sendEvent(header, &move);
-            return m_window->pos() - before;
-        };
-        QTest::mousePress(header, Qt::LeftButton, Qt::NoModifier, QPoint(300, 20));
-        QCOMPARE(moved(QPoint(340, 45)), QPoint(40, 25));
-        QTest::mouseRelease(header, Qt::LeftButton);
-        QCOMPARE(moved(QPoint(10, 10)), QPoint(40, 25));
+            QTest::mouseRelease(header, Qt::LeftButton);
+            QCOMPARE(m_window->pos() - before, QPoint(40, 25));
+        }
     }
 
 private:

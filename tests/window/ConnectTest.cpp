@@ -26,9 +26,7 @@ private slots:
     void tellsTheHelper()
     {
         const QByteArray folder = appPath("").toUtf8();
-        for (const char *name : {"rbHttp", "cbProxyAuth"}) {
-            QVERIFY2(press(name), name);
-        }
+        QVERIFY(press("rbHttp") && press("cbProxyAuth"));
         type("edProxyAddr", "127.0.0.1");
         type("edProxyPort", "3128");
         type("edProxyUser", QString::fromUtf8("Zoë"));
@@ -73,8 +71,7 @@ private slots:
             QVERIFY2(press(button), button);
             QTRY_VERIFY2_WITH_TIMEOUT(canConnect() && boxes().left() == 0, "the user can try again", 30000);
         }
-        QCOMPARE(m_opened, QStringList({"https://portal.korvan.example/subscription",
-                                        "https://portal.korvan.example/subscription"}));
+        QCOMPARE(m_opened.count("https://portal.korvan.example/subscription"), 2);
         QCOMPARE(noted("starts"), QByteArray("up\n"));
     }
 

@@ -10,18 +10,9 @@ class ControllerDataTest : public QObject
 private slots:
     void optionFileByteForByte()
     {
-        Options options;
-        options.server = 3;
-        options.proxyType = 2;
-        options.proxyAddress = "host";
-        options.proxyPort = "8080x";
-        options.proxyAuth = options.hideConnection = options.noSound = options.lockDown = true;
-        options.proxyUser = QString::fromUtf8("ë"); // scrambled, as the password
-        options.proxyPassword = "p";
-        options.bootServer = "Ex";
-        options.updateFrequency = 4;
-        options.protocol = "L2TP";
         // clang-format off
+        const Options options{3, 2, "host", "8080x", true, QString::fromUtf8("ë"), "p", false, false, true, false, true,
+                              "Ex", 4, "L2TP", false, true};
         const QByteArray expected = "00000003" "00000002" "00000008" "0068006f00730074" "0000000a" "00380030003800300078" "01"
                                     "00000008" "0052004200530036" "00000004" "00300070" "00" "00" "01" "00" "01"
                                     "00000004" "00450078" "00000004" "00000008" "004c003200540050" "00" "01";

@@ -42,16 +42,14 @@ private slots:
             {"pbPingAll", {"slow", "near", "far"}, "Canceled - -, loss - - -"},
             {"pbPingAll", {"near", "slow", "far"}, "23ms Canceled -, loss - - -"},
             {"pbPingAll", {"near", "far", "slow"}, "23ms 114ms Canceled, loss - - -"},
-            {"pbPingDet", {"far", "near"}, "- 23ms, loss 9% 12.5%"},
-            {"pbPingDet", {"far", "dead"}, "- N/A, loss 9% 100%"},
-            {"pbPingDet", {"far", "nobody"}, "- N/A, loss 9% 0%"},
-            {"pbPingDet", {"far", "slow"}, "- N/A, loss 9% 0%"}};
+            {"pbPingDet", {"far", "near"}, "- 23ms, loss - 12.5%"},
+            {"pbPingDet", {"far", "dead"}, "- N/A, loss - 100%"},
+            {"pbPingDet", {"far", "nobody"}, "- N/A, loss - 0%"},
+            {"pbPingDet", {"far", "slow"}, "- N/A, loss - 0%"}};
         for (const auto &[pressed, hosts, expected] : cases) {
             const QByteArray name = pressed + (' ' + hosts.join(' ')).toUtf8();
             serve(hosts);
-            for (int server = 0; server < hosts.size(); ++server) {
-                m_table->setItem(server, 2, new QTableWidgetItem("9%")); // of an earlier test
-            }
+            m_table->setItem(1, 2, new QTableWidgetItem("9%")); // of an earlier test
             m_table->setCurrentCell(1, 0);
             const bool detailed = name.startsWith("pbPingDet");
             const QString watched = hosts.contains("slow") ? "slow" : hosts.at(detailed ? 1 : 0);
@@ -86,11 +84,13 @@ private slots:
             m_table->setCurrentCell(1, 0);
             QString during;
             QTimer::singleShot(0, m_window, [&] { during = column(3) + ' ' + state(); });
-            const auto allIsSent = [&server] {
-                return server.request.endsWith("\r\n\r\n") && server.findChild<QTcpSocket *>()->bytesToWrite() == 0;
-            };
             if (cancel) {
-                when(allIsSent, [this] { press("pbTestCancel"); });
+                when(
+                    [&server] {
+                        return server.request.endsWith("\r\n\r\n") &&
+                               server.findChild<QTcpSocket *>()->bytesToWrite() == 0;
+                    },
+                    [this] { press("pbTestCancel"); });
             }
             QVERIFY2(press("pbSpeedTest"), name);
             QVERIFY2(QRegularExpression("^- " + cell + '$').match(column(3)).hasMatch(), name);

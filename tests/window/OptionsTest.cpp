@@ -49,17 +49,10 @@ private slots:
             COMPARE_CASE(name, press(name[0] == 'e' ? "pbSaveProxy" : "pbSave"), true);
             COMPARE_CASE(name, enabled("s:pbSave p:pbSaveProxy"), "--");
         }
-        Options expected;
-        expected.proxyType = 2;
-        expected.proxyAddress = "Addr";
-        expected.proxyPort = "Port";
-        expected.proxyUser = "User";
-        expected.proxyPassword = "Pass";
-        expected.bootServer = "Samplonia-1";
-        expected.updateFrequency = 2;
-        expected.protocol = "OpenVPN";
-        expected.proxyAuth = expected.connectOnBoot = expected.hideConnection = expected.dnsLeak = expected.lockDown =
-            true;
+        // clang-format off
+        Options expected{0, 2, "Addr", "Port", true, "User", "Pass", true, false, true, false, false, "Samplonia-1", 2,
+                         "OpenVPN", true, true};
+        // clang-format on
         QCOMPARE(fileBytes(optionPath()), optionBytes(expected));
         QVERIFY2(qAbs(readNextRefresh().secsTo(now.addDays(1))) < 600, "saved with 'Every Startup' at first");
         QCOMPARE(QFileInfo(optionPath()).permissions() & (QFile::ReadGroup | QFile::ReadOther), 0);
@@ -126,27 +119,22 @@ private slots:
         type("edProxyAddr", "proxy.example");
         type("edProxyUser", "u");
         type("edProxyPass", "p");
-        const char *const steps[][3] = {{"rbNone", "3128", "----- 2 :0  "},
-                                        {"rbSocks", "65536", "ap--- 1 proxy.example:0  "},
-                                        {"rbHttp", "3128", "apb-- 3 proxy.example:3128 u p"},
-                                        {"cbProxyAuth", "8080x", "apbuw 3 proxy.example:0 u p"},
-                                        {"rbSocks", "1080", "ap--- 1 proxy.example:1080  "},
-                                        {"rbHttp", "3128", "apbuw 3 proxy.example:3128 u p"},
-                                        {"cbProxyAuth", "3128", "apb-- 3 proxy.example:3128 u p"}};
+        const char *const steps[][3] = {{"rbNone", "3128", "----- 2  0  "},
+                                        {"rbSocks", "65536", "ap--- 1 proxy.example 0  "},
+                                        {"rbHttp", "3128", "apb-- 3 proxy.example 3128 u p"},
+                                        {"cbProxyAuth", "8080x", "apbuw 3 proxy.example 0 u p"},
+                                        {"rbSocks", "1080", "ap--- 1 proxy.example 1080  "},
+                                        {"rbHttp", "3128", "apbuw 3 proxy.example 3128 u p"},
+                                        {"cbProxyAuth", "3128", "apb-- 3 proxy.example 3128 u p"}};
         for (const auto &[clicked, port, expected] : steps) {
             button(clicked)->click();
             type("edProxyPort", port);
             QVERIFY(press("pbSaveProxy"));
             const QNetworkProxy proxy = QNetworkProxy::applicationProxy();
             const QString fields = enabled("a:edProxyAddr p:edProxyPort b:cbProxyAuth u:edProxyUser w:edProxyPass");
-            COMPARE_CASE(clicked,
-                         QString("%1 %2 %3:%4 %5 %6")
-                             .arg(fields)
-                             .arg(proxy.type())
-                             .arg(proxy.hostName())
-                             .arg(proxy.port())
-                             .arg(proxy.user(), proxy.password()),
-                         expected);
+            const QStringList seen{fields + QString(" %1").arg(proxy.type()), proxy.hostName(),
+                                   QString::number(proxy.port()), proxy.user(), proxy.password()};
+            COMPARE_CASE(clicked, seen.join(' '), expected);
         }
     }
 
