@@ -13,7 +13,6 @@ class RouteTest : public QObject
 private slots:
     void init() { qputenv("PATH", QFile::encodeName(appPath("/fake")) + ":/usr/bin:/bin"); }
     void gateway();
-    void savedGateway();
     void primitives();
     void readsTheGatewayColumn();
 
@@ -43,16 +42,6 @@ void RouteTest::gateway()
         COMPARE_CASE(name, GetDefaultGateway(), found);
     }
     QCOMPARE(fileBytes(appPath("/calls")), "C -r\n");
-}
-
-void RouteTest::savedGateway()
-{
-    QFile::remove(appPath("/defgate"));
-    QCOMPARE(LoadDefaultGateway(), QString());
-    for (const char *gateway : {"198.51.100.1", ""}) {
-        SaveDefaultGateway(gateway);
-        QCOMPARE(LoadDefaultGateway() + fileBytes(appPath("/defgate")), QString(gateway) + gateway);
-    }
 }
 
 void RouteTest::primitives()
