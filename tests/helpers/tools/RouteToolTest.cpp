@@ -20,6 +20,7 @@ restores() {
     ip route >/run/before
     is 'OK!' lockdown 198.51.1.1
     is "$2" ip route show default
+    is $'700 root\n600 root' stat -c '%a %U' /run/korvan /run/korvan/route.journal
     is 'OK!' release 198.51.1.1
     is '' diff /run/before <(ip route)
     is '' leftovers
@@ -79,35 +80,22 @@ route=/run/b/tools/route
 # guarded PROGRAM INSIDE OUTSIDE LEFT: what the shell of that name does, and what happens before it is killed
 guarded() {
     ip route replace default via 198.51.1.1 dev e1 metric 7
-    rm -f /run/ready
-    "/run/b/$1" -c "for n in 1 2; do $route delete 0.0.0.0 mask 0.0.0.0 198.51.1.1; done >/run/said; $2
-        touch /run/ready; sleep 60; :" &
+    "/run/b/$1" -c "for n in 1 2; do $route delete 0.0.0.0 mask 0.0.0.0 198.51.1.1; done; $2 touch /run/ready; sleep 60; :" \
+        >/run/said &
     until [[ -e /run/ready ]]; do sleep 0.01; done
-    eval "$3"
-    disown; kill -KILL $!
+    eval "$3"; rm /run/ready; disown; kill -KILL $!
     while pidof $route >/run/guardian; do sleep 0.01; done
     is "$4" ip route show default
 }
 original='default via 198.51.1.1 dev e1 metric 7'
 guarded Korvan '' '' "$original"
-guarded Korvan "$route add 0.0.0.0 mask 0.0.0.0 198.51.1.1 >/run/said" '' "$original"
+guarded Korvan "$route add 0.0.0.0 mask 0.0.0.0 198.51.1.1;" '' "$original"
 # Meanwhile a lease is renewed.
 guarded Korvan '' 'ip route add default via 198.51.1.1 dev e1 metric 9
     while [[ -n $(ip route show default) ]]; do sleep 0.01; done' "$original"$'\ndefault via 198.51.1.1 dev e1 metric 9'
 # A shell that a person uses is not watched.
 ip route del default; ip route del default
 guarded bash '' '' ''
-)sh"},
-                {"a DHCP client puts a route in place between two deletions", R"sh(
-ip route add default via 198.51.1.1 dev e1 metric 100
-is 'OK!' lockdown 198.51.1.1
-is 'OK!' lockdown 198.51.1.1
-ip route add default via 198.51.2.1 dev e2 metric 600
-is 'OK!' lockdown 198.51.1.1
-is '' ip route show default
-is $'700 root\n600 root' stat -c '%a %U' /run/korvan /run/korvan/route.journal
-is 'OK!' release ''
-is $'default via 198.51.1.1 dev e1 metric 100\ndefault via 198.51.2.1 dev e2 metric 600' ip route show default
 )sh"},
                 {"the interface is lost", R"sh(
 ip route add default via 198.51.1.1 dev e1 metric 100
@@ -123,37 +111,30 @@ is '' leftovers
                 {"a journal that is somebody else's is not believed", R"sh(
 ip route add default via 198.51.1.1 dev e1
 echo 'route default via 198.51.2.1 dev e2' >/run/victim
-while IFS='|' read -r plant reason; do
-    rm -rf /run/korvan; eval "$plant"
-    is "route: /run/korvan$reason" lockdown 198.51.1.1
-    is "route: /run/korvan$reason"$'\nOK!' release 198.51.1.1
+for plant in 'ln -s /run/victim /run/korvan/route.journal' 'install -o 4711 /run/victim /run/korvan/route.journal' \
+    'rmdir /run/korvan; mkdir -p /run/other; ln -s /run/other /run/korvan' 'chmod 777 /run/korvan'; do
+    rm -rf /run/korvan; mkdir -m 700 /run/korvan; eval "$plant"
+    is 1 grep -cE '^route: /run/korvan.*: (is a link or no folder|Operation not permitted)$' <(lockdown 198.51.1.1)
+    is 'OK!' tail -n1 <(release 198.51.1.1)
     is 'default via 198.51.1.1 dev e1' ip route show default
     is 'route default via 198.51.2.1 dev e2' cat /run/victim
-done <<'END'
-mkdir -m 700 /run/korvan; ln -s /run/victim /run/korvan/route.journal|/route.journal: is a link or no folder
-mkdir -m 700 /run/korvan; install -o 4711 /run/victim /run/korvan/route.journal|/route.journal: Operation not permitted
-mkdir -p /run/other; ln -s /run/other /run/korvan|: is a link or no folder
-mkdir -m 777 /run/korvan|: Operation not permitted
-END
+done
 )sh"},
                 {"other requests", R"sh(
 is '' route print 0.0.0.0 mask 0.0.0.0
 is 'route: there is no default route to delete' lockdown 198.51.1.1
 is 'route: no deleted route to restore, and "" is no gateway address' release ''
-is 'route: there is no default route to change' route change 0.0.0.0 mask 0.0.0.0 198.51.2.1
 for gateway in 198.51.1.1 198.51.1.1 198.51.2.1; do is 'OK!' release $gateway; done
-is 'default via 198.51.1.1 dev e1' ip route show default
-ip route replace default via 198.51.2.1 dev e2 proto dhcp metric 50
+ip route add default via 198.51.2.1 dev e2 metric 50
 is '0.0.0.0 0.0.0.0 198.51.1.1 e1 0 0.0.0.0 0.0.0.0 198.51.2.1 e2 50' echo $(route print 0.0.0.0 mask 0.0.0.0)
-ip route del default dev e1
-is 'OK!' route change 0.0.0.0 mask 0.0.0.0 198.51.2.7
+is 'OK!' route change 0.0.0.0 mask 0.0.0.0 198.51.1.7
 is 'OK!' route add 203.0.113.0 mask 255.255.255.0 198.51.1.1
+is $'default via 198.51.1.7 dev e1\ndefault via 198.51.2.1 dev e2 metric 50\n203.0.113.0/24 via 198.51.1.1 dev e1' \
+    grep via <(ip route)
 is 'route: can not add 203.0.113.0/24 via 198.51.1.1: File exists' route add 203.0.113.0 mask 255.255.255.0 198.51.1.1
-is $'default via 198.51.2.7 dev e2 proto dhcp metric 50\n203.0.113.0/24 via 198.51.1.1 dev e1' grep via <(ip route)
 is 'OK!' route delete 203.0.113.0 mask 255.255.255.0
 is 'route: use add|delete|change|print DESTINATION mask MASK [GATEWAY]' route flush 0.0.0.0 mask 0.0.0.0
 is 'route: "--help" is no gateway address' lockdown --help
-is 'route: "10.0.0.0" with the mask "255.0.255.0" is no destination' route add 10.0.0.0 mask 255.0.255.0 198.51.1.1
 is 'route: only root can change routes' setpriv --reuid 4711 --clear-groups $tools/route delete 0.0.0.0 mask 0.0.0.0
 )sh"},
                 {"netstat, without a name server that answers", R"sh(
