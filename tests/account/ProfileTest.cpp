@@ -86,40 +86,31 @@ private slots:
         qputenv("TZ", "Europe/Berlin");
         tzset();
         const QDateTime gap(QDate(2026, 3, 29), QTime(2, 30), Qt::UTC);
-        const std::pair<const char *, bool> cases[] = {{"Mar 29 02:30:00 2026", false},
-                                                       {"Mar 29 02:29:59 2026", true},
-                                                       {"Jan  5 09:08:07 2027", false},
-                                                       {"Nonsense 31 09:08:07 2999", true},
-                                                       {"", true}};
-        for (const auto &[date, expired] : cases) {
-            COMPARE_CASE(date, isExpired(date, gap), expired);
+        for (const char *date : {"Mar 29 02:30:00 2026", "Apr  1 00:00:00 2026", "Jan  5 09:08:07 2027"}) {
+            QVERIFY2(!isExpired(date, gap), date);
+        }
+        for (const char *date : {"Mar 29 02:29:59 2026", "Nonsense 31 09:08:07 2999", "Feb 30 12:00:00 2027",
+                                 "Oct    9 12:00:00 2027", "Oct  9 12:00:00 2027 GMT", ""}) {
+            QVERIFY2(isExpired(date, gap), date);
         }
     }
 
     /// The tools' command lines, and that one which fails is waited for and told from one that is not there.
     void archiveTools()
     {
-        const auto called = [] {
-            const QByteArray arguments = fileBytes(appPath("/arguments"));
-            QFile::remove(appPath("/arguments"));
-            return arguments;
-        };
+        QFile::remove(appPath("/arguments"));
         QFile::remove(appPath("/compose6"));
         QFile::remove(appPath("/compose7"));
         QVERIFY(!UncompressFile("/a/config") && !Uncompress("/a/u.zip", "/d/") && !Uncompress("/a/u.7z", "/d/"));
         for (const char *tool : {"/compose6", "/compose7"}) {
-            putScript(appPath(tool), "(IFS='|'; echo -n \"${0##*/}|$*\" >\"${0%/*}/arguments\"); exit 1\n");
+            putScript(appPath(tool), "IFS='|'; echo \"${0##*/}|$*\" >>\"${0%/*}/arguments\"; exit 1\n");
         }
-        QVERIFY(UncompressFile("/a b/config"));
-        QCOMPARE(called(), "compose7|-o|/a b/config|-d|" + profileFolder().toUtf8());
-        QVERIFY(Uncompress("/a/u.zip", "/d/"));
-        QCOMPARE(called(), QByteArray("compose7|-o|/a/u.zip|-d|/d/"));
-        QVERIFY(Uncompress("/a/u.7z", "/d e/"));
-        QCOMPARE(called(), QByteArray("compose6|x|-o/d e/|-y|/a/u.7z"));
-        UncompressEx("/a/x", "/d/", "a zip file");
-        QCOMPARE(called(), QByteArray("compose7|-o|/a/x|-d|/d/"));
+        QVERIFY(UncompressFile("/a b/config") && Uncompress("/a/u.zip", "/d/") && Uncompress("/a/u.7z", "/d e/"));
         QVERIFY(!Uncompress("/a/u.ZIP", "/d/") && !Uncompress("/a/u", "/d/"));
-        QCOMPARE(called(), QByteArray());
+        UncompressEx("/a/x", "/d/", "a zip file");
+        QCOMPARE(fileBytes(appPath("/arguments")), "compose7|-o|/a b/config|-d|" + profileFolder().toUtf8() +
+                                                       "\ncompose7|-o|/a/u.zip|-d|/d/\n"
+                                                       "compose6|x|-o/d e/|-y|/a/u.7z\ncompose7|-o|/a/x|-d|/d/\n");
         putFile(appPath("/compose7"), "not executable");
         QVERIFY(UncompressFile("/a/config"));
     }

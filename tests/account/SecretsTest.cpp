@@ -2,11 +2,12 @@
 #include "account/Proxy.h"
 #include "account/SavedLogin.h"
 #include "common/AppPath.h"
-#include "common/StateFile.h"
+#include "common/Digest.h"
 #include "tests/support/Cases.h"
 #include "tests/support/TestFiles.h"
 
 #include <QDir>
+#include <QRegularExpression>
 
 #include <clocale>
 
@@ -29,18 +30,26 @@ private slots:
 
     void scrambling()
     {
+        QString everyByte;
+        for (ushort code = 1; code < 0x800; ++code) { // in UTF-8: all that letters are made of
+            everyByte += QChar(code);
+        }
         for (const QString &text : {QString(), QString("a&b=c+d e%f"), QString("Größe é 名"), QString(255, 'x')}) {
             const QString scrambled = encode(text);
             QCOMPARE(scrambled.size(), 2 * text.toLocal8Bit().size());
             QVERIFY(text.isEmpty() || !scrambled.contains(text));
             QCOMPARE(decode(scrambled), text);
         }
-        for (const QString &tooLong : {QString(256, 'x'), QString(128, QChar(0xe9))}) {
-            QCOMPARE(encode(tooLong), QString());
+        for (int at = 0; at < everyByte.size(); at += 100) {
+            const QString scrambled = encode(everyByte.mid(at, 100));
+            QVERIFY(!scrambled.contains(QRegularExpression("[^ -~]")));
+            QCOMPARE(decode(scrambled), everyByte.mid(at, 100));
         }
+        QCOMPARE(encode(QString(256, 'x')) + encode(QString(128, QChar(0xe9))), QString());
         for (const QString &damaged : {QString("@(]"), QString(512, '@'), QString(100000, '@')}) {
             QCOMPARE(decode(damaged), QString());
         }
+        QCOMPARE(decode("\x7F\x7F"), QString(QChar(ENCODE_KEY[0]))); // a pair that is no code gives the key itself
     }
 
     void savedLogin()
