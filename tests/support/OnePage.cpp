@@ -2,15 +2,6 @@
 
 #include <QTcpSocket>
 
-static bool isWhole(const QByteArray &request)
-{
-    const QByteArray name = "\r\nContent-Length: ";
-    const int head = request.indexOf("\r\n\r\n");
-    const int length = request.indexOf(name);
-    const int body = length < 0 ? 0 : request.mid(length + name.size()).split('\r').first().toInt();
-    return head >= 0 && request.size() == head + 4 + body;
-}
-
 OnePage::OnePage(const QByteArray &bytes, bool isEndless, quint16 port) : answer(bytes), endless(isEndless)
 {
     if (!listen(QHostAddress::LocalHost, port)) {
@@ -21,7 +12,7 @@ OnePage::OnePage(const QByteArray &bytes, bool isEndless, quint16 port) : answer
         request.clear();
         connect(socket, &QTcpSocket::readyRead, this, [this, socket] {
             request += socket->readAll();
-            if (!isWhole(request)) {
+            if (!request.contains("\r\n\r\n")) {
                 return;
             }
             if (request.startsWith("CONNECT ")) {

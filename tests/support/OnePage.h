@@ -2,8 +2,8 @@
 
 #include <QTcpServer>
 
-/// A web server of one page on 127.0.0.1: it keeps the request and sends `answer`; then it closes the connection
-/// unless the answer is to be one that never ends.
+/// A web server of one page on 127.0.0.1: it keeps the request and, once its head is there, sends `answer`; then
+/// it closes the connection unless the answer is to be one that never ends.
 class OnePage : public QTcpServer
 {
 public:

@@ -19,8 +19,7 @@ void putFile(const QString &path, const QByteArray &bytes)
 void putScript(const QString &path, const QByteArray &body)
 {
     putFile(path, "#!/bin/bash\n" + body);
-    QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner | QFile::ReadGroup |
-                                    QFile::ExeGroup | QFile::ReadOther | QFile::ExeOther);
+    QFile::setPermissions(path, QFile::Permissions(0x7755)); // rwx for both kinds of owner, r-x for others
 }
 
 QByteArray fileBytes(const QString &path)

@@ -12,7 +12,7 @@ VirtualScreen::VirtualScreen()
     m_display = ":" + QString::fromLatin1(m_server.readAllStandardOutput().trimmed());
     startOnScreen(m_windowManager, "openbox", {"--sm-disable"});
     startOnScreen(m_tray, "trayer", {"--edge", "bottom", "--width", "10"});
-    if (!QTest::qWaitFor([this] { return !xdotool({"search", "--class", "trayer"}).isEmpty(); }, 30000)) {
+    if (!QTest::qWaitFor([this] { return !output("xdotool", {"search", "--class", "trayer"}).isEmpty(); }, 30000)) {
         qFatal("the tray does not start");
     }
 }
@@ -39,17 +39,18 @@ void VirtualScreen::startOnScreen(QProcess &process, const QString &program, con
     process.start(program, arguments);
 }
 
-QByteArray VirtualScreen::xdotool(const QStringList &arguments) const
+QByteArray VirtualScreen::output(const QString &program, const QStringList &arguments) const
 {
     QProcess process;
-    startOnScreen(process, "xdotool", arguments);
+    startOnScreen(process, program, arguments);
     process.waitForFinished();
     return process.readAllStandardOutput().trimmed();
 }
 
-static QStringList searchFor(const QString &title)
+QString VirtualScreen::windowOf(const QString &title) const
 {
-    return {"search", "--onlyvisible", "--name", "^" + QRegularExpression::escape(title) + "$"};
+    const QString name = "^" + QRegularExpression::escape(title) + "$";
+    return QString::fromLatin1(output("xdotool", {"search", "--onlyvisible", "--name", name}).split('\n').first());
 }
 
 bool VirtualScreen::showsWindow(const QString &title, int limitMs) const
@@ -59,19 +60,15 @@ bool VirtualScreen::showsWindow(const QString &title, int limitMs) const
 
 bool VirtualScreen::hidesWindow(const QString &title) const
 {
-    return xdotool(searchFor(title)).isEmpty();
+    return windowOf(title).isEmpty();
 }
 
 bool VirtualScreen::hasMinimised(const QString &title) const
 {
-    QProcess list;
-    startOnScreen(list, "xwininfo", {"-name", title, "-wm"});
-    list.waitForFinished();
-    return list.readAllStandardOutput().contains("Hidden");
+    return output("xwininfo", {"-name", title, "-wm"}).contains("Hidden");
 }
 
 void VirtualScreen::pressKey(const QString &title, const QString &key) const
 {
-    const QByteArray window = xdotool(searchFor(title)).split('\n').first();
-    xdotool({"windowfocus", "--sync", QString::fromLatin1(window), "key", key});
+    output("xdotool", {"windowfocus", "--sync", windowOf(title), "key", key});
 }

@@ -31,7 +31,8 @@ public:
 
 private:
     void startOnScreen(QProcess &process, const QString &program, const QStringList &arguments) const;
-    QByteArray xdotool(const QStringList &arguments) const;
+    QByteArray output(const QString &program, const QStringList &arguments) const;
+    QString windowOf(const QString &title) const;
 
     QProcess m_server;
     QProcess m_windowManager;
