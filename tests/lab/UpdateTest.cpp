@@ -38,12 +38,10 @@ private slots:
         const QByteArray nothing = "[WARNING]Get nothing from https://portal.korvan.example/update.xml";
         const Description descriptions[] = {
             {"newer", "", entry("99.1"), "New version 99.1 ready, please click \"Update\".", read},
-            {"with a message", "", entry("99", "Read on"), "Read on", read},
             {"this version", nullptr, "", "", read},
-            {"the first entry counts", "", entry("0.9") + entry("99"), "", read},
             {"other system", "", entry("99").replace("macos", "windows"), "", read},
             {"other page", "", "<html>", "", nothing},
-            {"broken off", "break=300", entry("99").repeated(3), "", notLoaded},
+            {"error page", "status=500", entry("99"), "", notLoaded},
         };
         for (const auto &[name, order, body, box, log] : descriptions) {
             LabWindow lab;
