@@ -21,108 +21,104 @@ class PlatformTest : public QObject
 
 private slots:
     void initTestCase() { qputenv("PATH", QFile::encodeName(appPath("/fake")) + ":/usr/bin:/bin"); }
-    void tools();
-    void loginItems();
-    void lockOfTheInstance();
-    void killMatchesTheWholeLine();
-    void browserRunsAsTheUser();
-};
+    void tools()
+    {
+        qputenv("LC_ALL", "de_DE.UTF-8");
+        const std::tuple<const char *, QByteArray, QByteArray> cases[] = {
+            {"speaks English, arguments stay whole", "echo \"$LC_ALL|$1|$2\"", "ended 0 C|a b|$(id)"},
+            {"fails", "echo half; exit 3", "ended 3 half"},
+            {"hangs", "trap '' TERM; echo half; exec sleep 60", "killed -1 half"},
+            {"prints much", "head -c 300000 /dev/zero | tr '\\0' x", "ended 0 " + QByteArray(300000, 'x')},
+        };
+        const QStringList words = {"a b", "$(id)"};
+        for (const auto &[name, body, outcome] : cases) {
+            const int limit = outcome.startsWith("killed") ? 500 : kToolLimitMs;
+            putScript(appPath("/fake/tool"), body);
+            for (const ToolResult &result :
+                 {runTool("tool", words, limit), runToolInEventLoop("tool", words, limit)}) {
+                const QByteArray end = result.finished ? "ended " : "killed ";
+                COMPARE_CASE(name, end + QByteArray::number(result.exitCode) + ' ' + result.output.trimmed(),
+                             outcome);
+            }
+        }
+        QVERIFY(!runTool("no-such-tool", {}).started && !runToolInEventLoop("no-such-tool", {}).started);
+    }
 
-void PlatformTest::tools()
-{
-    qputenv("LC_ALL", "de_DE.UTF-8");
-    const std::tuple<const char *, QByteArray, QByteArray> cases[] = {
-        {"speaks English, arguments stay whole", "echo \"$LC_ALL|$1|$2\"", "ended 0 C|a b|$(id)"},
-        {"fails", "echo half; exit 3", "ended 3 half"},
-        {"hangs", "trap '' TERM; echo half; exec sleep 60", "killed -1 half"},
-        {"prints much", "head -c 300000 /dev/zero | tr '\\0' x", "ended 0 " + QByteArray(300000, 'x')},
-    };
-    const QStringList words = {"a b", "$(id)"};
-    for (const auto &[name, body, outcome] : cases) {
-        const int limit = outcome.startsWith("killed") ? 500 : kToolLimitMs;
-        putScript(appPath("/fake/tool"), body);
-        for (const ToolResult &result : {runTool("tool", words, limit), runToolInEventLoop("tool", words, limit)}) {
-            const QByteArray end = result.finished ? "ended " : "killed ";
-            COMPARE_CASE(name, end + QByteArray::number(result.exitCode) + ' ' + result.output.trimmed(), outcome);
+    /// The "defaults" stand-in keeps its array in a file.
+    void loginItems()
+    {
+        putScript(appPath("/fake/defaults"),
+                  "[ \"$2 $3\" = 'loginwindow AutoLaunchedApplicationDictionary' ] || exit 1\n"
+                  "cd \"${0%/*}/..\"; [ $1 = read ] && cat stored || printf %s \"$4\" >written");
+        const QByteArray missing = "The domain/default pair of (loginwindow, x) does not exist\n";
+        const QByteArray app = "{Hide = 0; Path = \"/opt/Korvan.app\";}";
+        const QByteArray other = "{\n Hide = 1;\n Path = \"/opt/Other.app\";\n}";
+        const std::tuple<const char *, QByteArray, int, QByteArray> cases[] = {
+            {"first", missing, 1, app},
+            {"twice", "(\n" + app + "\n)", 1, app + "," + app},
+            {"empty output", "", 1, app},
+            {"remove only the first", "(" + other + "," + app + "," + app + ")", 0, other + "," + app},
+            {"broken: no end", "(" + other + ", {Path = x", 0, other},
+            {"broken: ends before it begins", "(}" + other + ")", 0, other},
+        };
+        for (const auto &[name, stored, add, written] : cases) {
+            putFile(appPath("/stored"), stored);
+            COMPARE_CASE(name, machelpLaunchStartup("/opt/Korvan.app", add, nullptr), 1);
+            COMPARE_CASE(name, machelpLaunchStartup("/opt/Korvan.app", add, "reserved"), -1);
+            COMPARE_CASE(name, fileBytes(appPath("/written")), "(" + written + ")");
         }
     }
-    QVERIFY(!runTool("no-such-tool", {}).started && !runToolInEventLoop("no-such-tool", {}).started);
-}
 
-/// The "defaults" stand-in keeps its array in a file.
-void PlatformTest::loginItems()
-{
-    putScript(appPath("/fake/defaults"),
-              "[ \"$2 $3\" = 'loginwindow AutoLaunchedApplicationDictionary' ] || exit 1\n"
-              "cd \"${0%/*}/..\"; [ $1 = read ] && cat stored || printf %s \"$4\" >written");
-    const QByteArray missing = "The domain/default pair of (loginwindow, x) does not exist\n";
-    const QByteArray app = "{Hide = 0; Path = \"/opt/Korvan.app\";}";
-    const QByteArray other = "{\n Hide = 1;\n Path = \"/opt/Other.app\";\n}";
-    const std::tuple<const char *, QByteArray, int, QByteArray> cases[] = {
-        {"first", missing, 1, app},
-        {"twice", "(\n" + app + "\n)", 1, app + "," + app},
-        {"empty output", "", 1, app},
-        {"remove only the first", "(" + other + "," + app + "," + app + ")", 0, other + "," + app},
-        {"broken: no end", "(" + other + ", {Path = x", 0, other},
-        {"broken: ends before it begins", "(}" + other + ")", 0, other},
-    };
-    for (const auto &[name, stored, add, written] : cases) {
-        putFile(appPath("/stored"), stored);
-        COMPARE_CASE(name, machelpLaunchStartup("/opt/Korvan.app", add, nullptr), 1);
-        COMPARE_CASE(name, machelpLaunchStartup("/opt/Korvan.app", add, "reserved"), -1);
-        COMPARE_CASE(name, fileBytes(appPath("/written")), "(" + written + ")");
+    void lockOfTheInstance()
+    {
+        QFile::remove(appPath("/instance"));
+        auto first = std::make_unique<SingleInstance>();
+        QVERIFY(first->isFirst() && !SingleInstance().isFirst());
+        first.reset();
+        SingleInstance next;
+        QVERIFY2(next.isFirst(), "the lock goes with its owner");
+        next.release();
+        QVERIFY(SingleInstance().isFirst());
+
+        QFile::remove(appPath("/instance"));
+        putFile(appPath("/elsewhere"), "untouched");
+        QVERIFY(QFile::link(appPath("/elsewhere"), appPath("/instance")));
+        SingleInstance behindALink;
+        QVERIFY(behindALink.isFirst());
+        behindALink.notifyFirst();
+        QCOMPARE(fileBytes(appPath("/elsewhere")), "untouched");
+        QFile::remove(appPath("/instance"));
     }
-}
 
-void PlatformTest::lockOfTheInstance()
-{
-    QFile::remove(appPath("/instance"));
-    auto first = std::make_unique<SingleInstance>();
-    QVERIFY(first->isFirst() && !SingleInstance().isFirst());
-    first.reset();
-    SingleInstance next;
-    QVERIFY2(next.isFirst(), "the lock goes with its owner");
-    next.release();
-    QVERIFY(SingleInstance().isFirst());
-
-    QFile::remove(appPath("/instance"));
-    putFile(appPath("/elsewhere"), "untouched");
-    QVERIFY(QFile::link(appPath("/elsewhere"), appPath("/instance")));
-    SingleInstance behindALink;
-    QVERIFY(behindALink.isFirst());
-    behindALink.notifyFirst();
-    QCOMPARE(fileBytes(appPath("/elsewhere")), "untouched");
-    QFile::remove(appPath("/instance"));
-}
-
-void PlatformTest::killMatchesTheWholeLine()
-{
-    putScript(appPath("/fake/ps"), "echo \"root 4711 1 0 korvan-victim\"; echo \"root 4712 1 0 other\"");
-    putScript(appPath("/fake/kill"), "");
-    putScript(appPath("/fake/xargs"), "cat >\"${0%/*}/killed\"");
-    killProcessByName("korvan-victim");
-    QCOMPARE(fileBytes(appPath("/fake/killed")), "4711\n");
-}
-
-/// xdg-open of the person at the screen: a stand-in that only this namespace of mounts shows.
-void PlatformTest::browserRunsAsTheUser()
-{
-    if (geteuid() != 0) {
-        QSKIP("NEEDS ROOT: the browser's rights were not tested", "");
+    void killMatchesTheWholeLine()
+    {
+        putScript(appPath("/fake/ps"), "echo \"root 4711 1 0 korvan-victim\"; echo \"root 4712 1 0 other\"");
+        putScript(appPath("/fake/kill"), "");
+        putScript(appPath("/fake/xargs"), "cat >\"${0%/*}/killed\"");
+        killProcessByName("korvan-victim");
+        QCOMPARE(fileBytes(appPath("/fake/killed")), "4711\n");
     }
-    QTemporaryDir folder;
-    const QString seen = folder.path() + "/seen";
-    putScript(folder.path() + "/xdg-open", "cd \"${0%/*}\"; { id -u; echo \"$HOME $1\"; } >new; mv new seen");
-    QCOMPARE(QProcess::execute("chmod", {"777", folder.path()}), 0);
-    QCOMPARE(unshare(CLONE_NEWNS), 0);
-    QCOMPARE(mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr), 0);
-    QCOMPARE(mount(folder.path().toUtf8().constData(), "/usr/local/bin", nullptr, MS_BIND, nullptr), 0);
-    qputenv("PKEXEC_UID", "65534");
-    const UserBrowser browser;
-    QVERIFY(QDesktopServices::openUrl(QUrl("https://help.korvan.example/?a=1&b='2")));
-    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(seen), 30000);
-    QCOMPARE(fileBytes(seen), "65534\n/nonexistent https://help.korvan.example/?a=1&b='2\n");
-}
+
+    /// xdg-open of the person at the screen: a stand-in that only this namespace of mounts shows.
+    void browserRunsAsTheUser()
+    {
+        if (geteuid() != 0) {
+            QSKIP("NEEDS ROOT: the browser's rights were not tested", "");
+        }
+        QTemporaryDir folder;
+        const QString seen = folder.path() + "/seen";
+        putScript(folder.path() + "/xdg-open", "cd \"${0%/*}\"; { id -u; echo \"$HOME $1\"; } >new; mv new seen");
+        QCOMPARE(QProcess::execute("chmod", {"777", folder.path()}), 0);
+        QCOMPARE(unshare(CLONE_NEWNS), 0);
+        QCOMPARE(mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr), 0);
+        QCOMPARE(mount(folder.path().toUtf8().constData(), "/usr/local/bin", nullptr, MS_BIND, nullptr), 0);
+        qputenv("PKEXEC_UID", "65534");
+        const UserBrowser browser;
+        QVERIFY(QDesktopServices::openUrl(QUrl("https://help.korvan.example/?a=1&b='2")));
+        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(seen), 30000);
+        QCOMPARE(fileBytes(seen), "65534\n/nonexistent https://help.korvan.example/?a=1&b='2\n");
+    }
+};
 
 QTEST_MAIN(PlatformTest)
 #include "PlatformTest.moc"

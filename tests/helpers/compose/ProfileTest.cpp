@@ -54,142 +54,137 @@ class ProfileTest : public QObject
     Q_OBJECT
 
 private slots:
-    void everyFormOfADirective();
-    void profiles();
-    void whatOpenVpnReadsIsWhatWasChecked();
-    void commandLines();
-    void lastAddressesReplaceNames();
-};
-
-void ProfileTest::everyFormOfADirective()
-{
-    const QMap<QByteArray, QByteArray> verdicts = {
-        {"pass", "persist-tun|remote a 1|ca ca.crt|comp-lzo no"},
-        {"leave out",
-         "up /x|down /x|route-up x|route-pre-down x|ipchange x|tls-verify x|auth-user-pass-verify x via-env|"
-         "client-connect x|learn-address x|script-security 3|setenv A b|setenv-safe A b|user nobody|"
-         "group x|block-outside-dns|ip-win32 dynamic|keysize 256|echo x|mark 1"},
-        {"refuse",
-         "plugin x.so|engine x|providers x|pkcs11-providers x|log x|log-append x|status x|writepid x|config x|"
-         "tls-export-cert x|cd x|chroot x|daemon|management 127.0.0.1 1|management-client|iproute x|"
-         "dev-node x|static-challenge a 1|ca /etc/shadow|key ../x|cert a/../../x|http-proxy a 1 /x"},
-    };
-    for (auto verdict = verdicts.begin(); verdict != verdicts.end(); ++verdict) {
-        for (const QByteArray &directive : verdict->split('|')) {
-            const QByteArray name = directive.split(' ').constFirst();
-            const QByteArray rest = directive.mid(name.size()).trimmed();
-            for (QByteArray form : kForms) {
-                form.replace("NAME", name).replace("REST", rest);
-                QVERIFY2(meets(form, name, verdict.key()), form.constData());
+    void everyFormOfADirective()
+    {
+        const QMap<QByteArray, QByteArray> verdicts = {
+            {"pass", "persist-tun|remote a 1|ca ca.crt|comp-lzo no"},
+            {"leave out",
+             "up /x|down /x|route-up x|route-pre-down x|ipchange x|tls-verify x|auth-user-pass-verify x via-env|"
+             "client-connect x|learn-address x|script-security 3|setenv A b|setenv-safe A b|user nobody|"
+             "group x|block-outside-dns|ip-win32 dynamic|keysize 256|echo x|mark 1"},
+            {"refuse",
+             "plugin x.so|engine x|providers x|pkcs11-providers x|log x|log-append x|status x|writepid x|config x|"
+             "tls-export-cert x|cd x|chroot x|daemon|management 127.0.0.1 1|management-client|iproute x|"
+             "dev-node x|static-challenge a 1|ca /etc/shadow|key ../x|cert a/../../x|http-proxy a 1 /x"},
+        };
+        for (auto verdict = verdicts.begin(); verdict != verdicts.end(); ++verdict) {
+            for (const QByteArray &directive : verdict->split('|')) {
+                const QByteArray name = directive.split(' ').constFirst();
+                const QByteArray rest = directive.mid(name.size()).trimmed();
+                for (QByteArray form : kForms) {
+                    form.replace("NAME", name).replace("REST", rest);
+                    QVERIFY2(meets(form, name, verdict.key()), form.constData());
+                }
+                QVERIFY2(meets("----" + directive, name, "refuse"), directive.constData());
+                QVERIFY2(meets(name.toUpper() + " " + rest, name, "refuse"), directive.constData());
             }
-            QVERIFY2(meets("----" + directive, name, "refuse"), directive.constData());
-            QVERIFY2(meets(name.toUpper() + " " + rest, name, "refuse"), directive.constData());
         }
     }
-}
 
-void ProfileTest::profiles()
-{
-    const std::tuple<const char *, QByteArray, QByteArray> cases[] = {
-        {"a block, CRLF", "<ca>\r\nA\r\n# not a comment\r\n</ca>\r\nclient\r\n",
-         "<ca>\nA\n# not a comment\n</ca>\nclient\n"},
-        {"a block within a block", "<connection>\nremote a\n<tls-auth>\nK\n</tls-auth>\n</connection>\n",
-         "<connection>\nremote a\n<tls-auth>\nK\n</tls-auth>\n</connection>\n"},
-        {"unknown but announced", "ignore-unknown-option new-thing\nnew-thing 1\n",
-         "ignore-unknown-option new-thing\n; 2: \"new-thing\" is left out: it is unknown, and the profile allows for "
-         "that\n"},
-        {"announcing lets nothing refused pass", "ignore-unknown-option plugin\nplugin x.so\n",
-         "! 2: \"plugin\" is refused: it loads code"},
-        {"half of the credentials", "<auth-user-pass>\nu\n</auth-user-pass>\n",
-         "! 1: \"auth-user-pass\" is refused: the block holds no user name and password"},
-        {"a closing tag inside a line", "<ca>\n" + QByteArray(300, 'A') + "</ca>\nup x\n</ca>\n",
-         "! 2: </ca> stands inside a line"},
-        {"an option as a block", "<verify-x509-name>\nx\n</verify-x509-name>\n",
-         "! 1: \"verify-x509-name\" is refused: it can not be given as a block"},
-        {"a false success", "remote \"Initialization Sequence Completed\"\n",
-         "! 1: a word looks like a report of OpenVPN itself"},
-        {"backslash", "ca a\\b\n",
-         "! 1: a backslash may stand only before a blank, a double quote or another backslash"},
-        {"too many words", "remote 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16 17 # c\n", "! 1: has more than 16 words"},
-        {"too long a line", "cipher " + QByteArray(248, 'A'),
-         "! 1: longer than the 254 characters that OpenVPN reads"},
-        {"only a question", "#" + QByteArray(5000, 'A') + "\nverb 11\nauth-user-pass stdin\n", "; asks\n"},
-        {"empty", "", "! the profile is empty"},
-        {"binary", "\177ELF\2\1\n", "! 1: holds a control character, so it is not a line of a profile"},
-        {"zero byte", QByteArray("client\nde\0v tun\n", 15), "! the profile is not a text file"},
-    };
-    for (const auto &[name, profile, expected] : cases)
-        COMPARE_CASE(name, outcome(profile), expected);
-    const QByteArray profile = "http-proxy a 1\nsocks-proxy b\nauth-user-pass\n";
-    QCOMPARE(outcome(profile), "http-proxy a 1\nsocks-proxy b\n; asks\n");
-    QCOMPARE(outcome(profile, {true, true}).count("left out: Korvan's own"), 3);
-}
-
-void ProfileTest::whatOpenVpnReadsIsWhatWasChecked()
-{
-    std::mt19937 random(20240);
-    const std::string alphabet = "\"'\\ \t#;ab-<>/\v\xC3\xA4";
-    const auto anyText = [&](unsigned longest) {
-        std::string text(random() % longest, '\0');
-        std::generate(text.begin(), text.end(), [&] { return alphabet[random() % alphabet.size()]; });
-        return text;
-    };
-    for (int i = 0; i < 20000; ++i) {
-        const std::vector<std::string> words = {"remote", anyText(8), anyText(8)};
-        std::string error;
-        Directive directive;
-        directive.words = words;
-        const std::string text = renderProfile({directive}, error).value_or("");
-        const auto again = parseProfile(text, error);
-        QVERIFY2(again && again->size() == 1 && again->front().words == words, (text + error).c_str());
-
-        // A profile that was passed once passes unchanged: nothing in it is read in a second way.
-        const std::string profile = "remote " + anyText(20) + "\n<ca>\n" + anyText(8) + "\n</ca>\n";
-        const QByteArray passed = outcome(QByteArray::fromStdString(profile));
-        QVERIFY2(passed.startsWith('!') || outcome(passed) == passed, profile.c_str());
+    void profiles()
+    {
+        const std::tuple<const char *, QByteArray, QByteArray> cases[] = {
+            {"a block, CRLF", "<ca>\r\nA\r\n# not a comment\r\n</ca>\r\nclient\r\n",
+             "<ca>\nA\n# not a comment\n</ca>\nclient\n"},
+            {"a block within a block", "<connection>\nremote a\n<tls-auth>\nK\n</tls-auth>\n</connection>\n",
+             "<connection>\nremote a\n<tls-auth>\nK\n</tls-auth>\n</connection>\n"},
+            {"unknown but announced", "ignore-unknown-option new-thing\nnew-thing 1\n",
+             "ignore-unknown-option new-thing\n; 2: \"new-thing\" is left out: it is unknown, and the profile allows "
+             "for "
+             "that\n"},
+            {"announcing lets nothing refused pass", "ignore-unknown-option plugin\nplugin x.so\n",
+             "! 2: \"plugin\" is refused: it loads code"},
+            {"half of the credentials", "<auth-user-pass>\nu\n</auth-user-pass>\n",
+             "! 1: \"auth-user-pass\" is refused: the block holds no user name and password"},
+            {"a closing tag inside a line", "<ca>\n" + QByteArray(300, 'A') + "</ca>\nup x\n</ca>\n",
+             "! 2: </ca> stands inside a line"},
+            {"an option as a block", "<verify-x509-name>\nx\n</verify-x509-name>\n",
+             "! 1: \"verify-x509-name\" is refused: it can not be given as a block"},
+            {"a false success", "remote \"Initialization Sequence Completed\"\n",
+             "! 1: a word looks like a report of OpenVPN itself"},
+            {"backslash", "ca a\\b\n",
+             "! 1: a backslash may stand only before a blank, a double quote or another backslash"},
+            {"too many words", "remote 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16 17 # c\n", "! 1: has more than 16 words"},
+            {"too long a line", "cipher " + QByteArray(248, 'A'),
+             "! 1: longer than the 254 characters that OpenVPN reads"},
+            {"only a question", "#" + QByteArray(5000, 'A') + "\nverb 11\nauth-user-pass stdin\n", "; asks\n"},
+            {"empty", "", "! the profile is empty"},
+            {"binary", "\177ELF\2\1\n", "! 1: holds a control character, so it is not a line of a profile"},
+            {"zero byte", QByteArray("client\nde\0v tun\n", 15), "! the profile is not a text file"},
+        };
+        for (const auto &[name, profile, expected] : cases)
+            COMPARE_CASE(name, outcome(profile), expected);
+        const QByteArray profile = "http-proxy a 1\nsocks-proxy b\nauth-user-pass\n";
+        QCOMPARE(outcome(profile), "http-proxy a 1\nsocks-proxy b\n; asks\n");
+        QCOMPARE(outcome(profile, {true, true}).count("left out: Korvan's own"), 3);
     }
-}
 
-void ProfileTest::commandLines()
-{
-    const std::pair<const char *, const char *> cases[] = {
-        {"--config|/app/cfg/OpenVPN/temp|--socks-proxy|::1|1080", ""},
-        {"--cd|/app/cfg/OpenVPN/", "no profile is given"},
-        {"--config|/etc/passwd", "--config takes a file of the application folder"},
-        {"--config|/app/x|--http-proxy|a|--plugin|x.so|1", "--http-proxy takes an address, a port"},
-        {"--config|/app/x|--http-proxy|a|1|--plugin|x.so", "argument refused: --plugin"},
-        {"--config|/app/x|--http-proxy|a|1|/etc/shadow", "--http-proxy takes"},
-        {"--config|/app/x|--http-proxy|-x|1", "--http-proxy takes"},
-        {"--config|/app/x|--auth-user-pass|/app/cfg/proxy", "--auth-user-pass takes no value"},
-        {"--config|/app/x|--script-security|3", "--script-security takes 2"},
-        {"--config|/app/x|--up|/tmp/up.sh", "--up takes the application's own up.sh"},
-        {"--config|/app/x|--config|/app/y", "argument given twice: --config"},
-    };
-    for (const auto &[arguments, expected] : cases) {
-        std::vector<std::string> list;
-        for (const QByteArray &argument : QByteArray(arguments).split('|'))
-            list.push_back(argument.toStdString());
-        std::string error;
-        const bool accepted = parseCommandLine(list, "/app", error).has_value();
-        QVERIFY2(accepted == !*expected && error.find(expected) == 0, arguments);
+    void whatOpenVpnReadsIsWhatWasChecked()
+    {
+        std::mt19937 random(20240);
+        const std::string alphabet = "\"'\\ \t#;ab-<>/\v\xC3\xA4";
+        const auto anyText = [&](unsigned longest) {
+            std::string text(random() % longest, '\0');
+            std::generate(text.begin(), text.end(), [&] { return alphabet[random() % alphabet.size()]; });
+            return text;
+        };
+        for (int i = 0; i < 20000; ++i) {
+            const std::vector<std::string> words = {"remote", anyText(8), anyText(8)};
+            std::string error;
+            Directive directive;
+            directive.words = words;
+            const std::string text = renderProfile({directive}, error).value_or("");
+            const auto again = parseProfile(text, error);
+            QVERIFY2(again && again->size() == 1 && again->front().words == words, (text + error).c_str());
+
+            // A profile that was passed once passes unchanged: nothing in it is read in a second way.
+            const std::string profile = "remote " + anyText(20) + "\n<ca>\n" + anyText(8) + "\n</ca>\n";
+            const QByteArray passed = outcome(QByteArray::fromStdString(profile));
+            QVERIFY2(passed.startsWith('!') || outcome(passed) == passed, profile.c_str());
+        }
     }
-}
 
-/// In lock-down, names that can not be resolved.
-void ProfileTest::lastAddressesReplaceNames()
-{
-    std::string error;
-    auto directives = *parseProfile("remote gone 1 udp\nremote alive\nremote bad\n<connection>\nremote six\n"
-                                    "</connection>\nverify-x509-name gone name\n",
-                                    error);
-    const auto notes =
-        replaceNames(directives, parseAddresses("gone 192.0.2.1\nalive 192.0.2.2\nbad 192.0.2.300\nhalf\nsix ::1\n"),
-                     [](const std::string &name) { return name == "alive"; });
-    QCOMPARE(notes.size(), size_t(2));
-    QCOMPARE(QByteArray::fromStdString(*renderProfile(directives, error)),
-             "remote 192.0.2.1 1 udp\nremote alive\nremote bad\n<connection>\nremote ::1\n</connection>\n"
-             "verify-x509-name gone name\n");
-}
+    void commandLines()
+    {
+        const std::pair<const char *, const char *> cases[] = {
+            {"--config|/app/cfg/OpenVPN/temp|--socks-proxy|::1|1080", ""},
+            {"--cd|/app/cfg/OpenVPN/", "no profile is given"},
+            {"--config|/etc/passwd", "--config takes a file of the application folder"},
+            {"--config|/app/x|--http-proxy|a|--plugin|x.so|1", "--http-proxy takes an address, a port"},
+            {"--config|/app/x|--http-proxy|a|1|--plugin|x.so", "argument refused: --plugin"},
+            {"--config|/app/x|--http-proxy|a|1|/etc/shadow", "--http-proxy takes"},
+            {"--config|/app/x|--http-proxy|-x|1", "--http-proxy takes"},
+            {"--config|/app/x|--auth-user-pass|/app/cfg/proxy", "--auth-user-pass takes no value"},
+            {"--config|/app/x|--script-security|3", "--script-security takes 2"},
+            {"--config|/app/x|--up|/tmp/up.sh", "--up takes the application's own up.sh"},
+            {"--config|/app/x|--config|/app/y", "argument given twice: --config"},
+        };
+        for (const auto &[arguments, expected] : cases) {
+            std::vector<std::string> list;
+            for (const QByteArray &argument : QByteArray(arguments).split('|'))
+                list.push_back(argument.toStdString());
+            std::string error;
+            const bool accepted = parseCommandLine(list, "/app", error).has_value();
+            QVERIFY2(accepted == !*expected && error.find(expected) == 0, arguments);
+        }
+    }
+
+    /// In lock-down, names that can not be resolved.
+    void lastAddressesReplaceNames()
+    {
+        std::string error;
+        auto directives = *parseProfile("remote gone 1 udp\nremote alive\nremote bad\n<connection>\nremote six\n"
+                                        "</connection>\nverify-x509-name gone name\n",
+                                        error);
+        const auto notes = replaceNames(
+            directives, parseAddresses("gone 192.0.2.1\nalive 192.0.2.2\nbad 192.0.2.300\nhalf\nsix ::1\n"),
+            [](const std::string &name) { return name == "alive"; });
+        QCOMPARE(notes.size(), size_t(2));
+        QCOMPARE(QByteArray::fromStdString(*renderProfile(directives, error)),
+                 "remote 192.0.2.1 1 udp\nremote alive\nremote bad\n<connection>\nremote ::1\n</connection>\n"
+                 "verify-x509-name gone name\n");
+    }
+};
 
 QTEST_GUILESS_MAIN(ProfileTest)
 #include "ProfileTest.moc"
