@@ -30,20 +30,16 @@ private slots:
 
     void scrambling()
     {
-        QString everyByte;
-        for (ushort code = 1; code < 0x800; ++code) { // in UTF-8: all that letters are made of
-            everyByte += QChar(code);
+        QStringList texts{"", "a&b=c+d e%f", "Größe é 名", QString(255, 'x')};
+        for (ushort code = 1; code < 0x800; ++code) { // all bytes of UTF-8 but those of rarer letters
+            texts << QString(5, QChar(code));
         }
-        for (const QString &text : {QString(), QString("a&b=c+d e%f"), QString("Größe é 名"), QString(255, 'x')}) {
+        for (const QString &text : qAsConst(texts)) {
             const QString scrambled = encode(text);
             QCOMPARE(scrambled.size(), 2 * text.toLocal8Bit().size());
-            QVERIFY(text.isEmpty() || !scrambled.contains(text));
+            QVERIFY(!scrambled.contains(QRegularExpression("[^ -~]")) &&
+                    (text.isEmpty() || !scrambled.contains(text)));
             QCOMPARE(decode(scrambled), text);
-        }
-        for (int at = 0; at < everyByte.size(); at += 100) {
-            const QString scrambled = encode(everyByte.mid(at, 100));
-            QVERIFY(!scrambled.contains(QRegularExpression("[^ -~]")));
-            QCOMPARE(decode(scrambled), everyByte.mid(at, 100));
         }
         QCOMPARE(encode(QString(256, 'x')) + encode(QString(128, QChar(0xe9))), QString());
         for (const QString &damaged : {QString("@(]"), QString(512, '@'), QString(100000, '@')}) {

@@ -33,9 +33,12 @@ private slots:
         QTRY_COMPARE(socket->bytesAvailable(), qint64(13));
         QCOMPARE(socket->readAll(), QByteArray("bytecount 1\r\n"));
         const std::pair<QByteArray, const char *> reads[] = {
-            {"SUCCESS: bytecount\r\n>BYTECOUNT:0,2\r\n>BYTECOUNT:10", "0/2"},
-            {"24,20\r\n>BYTECOUNT:3,4", "1024/20"},
-            {QByteArray(300000, 'x') + "\n>BYTECOUNT:5,6\r\n", "5/6"}};
+            {"SUCCESS: bytecount\r\n>BYTECOUNT:0,2\r\n>BYTECOUNT:10", "0/2"}, // ends within a report
+            {"24,20\r\n>BYTECOUNT:3,", "1024/20"},
+            {"4\n>BYTECOUNT:9\r\n>INFO:1,2\r\n", "3/4"}, // a field short, and no report
+            {">BYTECOUNT:1,2\r\n>BYTECOUNT: 5 , 6 ,7\n", "5/6"},
+            {QByteArray(300000, 'x') + "\n>BYTECOUNT:7,8\r\n", "7/8"},
+        };
         for (const auto &[part, counts] : reads) {
             socket->write(part);
             QTRY_COMPARE(m_client->counts(), QString(counts));

@@ -153,10 +153,9 @@ private slots:
         TestClient client;
         client.m_timeout = 1200;
         for (const char *profile : {"/hangs", "/late"}) {
-            QVERIFY(!client.openWith(VPNClient::OPENVPN, profile));
+            QVERIFY(!client.openWith(VPNClient::OPENVPN, profile) && client.isRunning());
             QCOMPARE(client.messages.last(), QString("[ERROR]Connect to server timeout"));
             QCOMPARE(client.state(), VPNClient::VPNERROR);
-            QVERIFY(client.isRunning());
         }
         QVERIFY(client.messages.contains("State is 4, trying to close it."));
     }
@@ -167,8 +166,7 @@ private slots:
         TestClient client;
         bool inner = false;
         QTimer::singleShot(200, &client, [&] { inner = client.openWith(VPNClient::OPENVPN, "/up"); });
-        QVERIFY(!client.openWith(VPNClient::OPENVPN, "/hangs"));
-        QVERIFY(inner);
+        QVERIFY(!client.openWith(VPNClient::OPENVPN, "/hangs") && inner);
         QVERIFY(client.messages.contains("State is 2, trying to close it."));
         QCOMPARE(client.errors(), QStringList());
         QCOMPARE(client.state(), VPNClient::CONNECTED);
@@ -176,9 +174,7 @@ private slots:
         elapsed.start();
         QTimer::singleShot(200, &client,
                            [&] { inner = client.close() || client.openWith(VPNClient::OPENVPN, "/up"); });
-        QVERIFY(client.close());
-        QVERIFY(elapsed.elapsed() >= 3000);
-        QVERIFY(!inner);
+        QVERIFY(client.close() && elapsed.elapsed() >= 3000 && !inner);
         QCOMPARE(client.errors(), QStringList("[ERROR]Close opened connection failed."));
         QCOMPARE(client.state(), VPNClient::DISCONNECTED);
         QCOMPARE(int(client.type()), -1);
@@ -189,9 +185,7 @@ private slots:
         const QList<int> before = owned();
         StuckClient client;
         client.m_timeout = 1200;
-        QVERIFY(!client.openWith(VPNClient::OPENVPN));
-        QVERIFY(client.close());
-        QVERIFY(!client.isRunning());
+        QVERIFY(!client.openWith(VPNClient::OPENVPN) && client.close() && !client.isRunning());
         QVERIFY(client.pid != 0 && !QFile::exists(QString("/proc/%1/stat").arg(client.pid)));
         QCOMPARE(client.messages.last(), QString("worker thread is killed.\n"));
         client.m_agent.reset();
