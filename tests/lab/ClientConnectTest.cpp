@@ -212,8 +212,5 @@ private slots:
     }
 };
 
-int main(int argc, char *argv[])
-{
-    return runLabTest<ClientConnectTest>(argc, argv);
-}
+LAB_TEST_MAIN(ClientConnectTest)
 #include "ClientConnectTest.moc"

@@ -123,8 +123,5 @@ private slots:
     }
 };
 
-int main(int argc, char *argv[])
-{
-    return runLabTest<ClientGuardTest>(argc, argv);
-}
+LAB_TEST_MAIN(ClientGuardTest)
 #include "ClientGuardTest.moc"

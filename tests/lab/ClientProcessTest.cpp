@@ -26,7 +26,12 @@ public:
         return program.waitForStarted();
     }
 
-    bool ends() { return program.waitForFinished(60000) && program.exitCode() == 0; }
+    /// Whether it ends by itself without a complaint.
+    bool ends()
+    {
+        return program.waitForFinished(60000) && program.exitStatus() == QProcess::NormalExit &&
+               program.exitCode() == 0;
+    }
 
     /// Starts the program so that it logs in and connects by itself.
     bool connectsBy(const QStringList &arguments, bool lockDown)
@@ -99,8 +104,5 @@ private slots:
     }
 };
 
-int main(int argc, char *argv[])
-{
-    return runLabTest<ClientProcessTest>(argc, argv);
-}
+LAB_TEST_MAIN(ClientProcessTest)
 #include "ClientProcessTest.moc"

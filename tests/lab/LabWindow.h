@@ -60,3 +60,9 @@ template <typename Test> int runLabTest(int argc, char *argv[])
     Test test;
     return QTest::qExec(&test, argc, argv);
 }
+
+#define LAB_TEST_MAIN(Test)                                                                                          \
+    int main(int argc, char *argv[])                                                                                 \
+    {                                                                                                                \
+        return runLabTest<Test>(argc, argv);                                                                         \
+    }

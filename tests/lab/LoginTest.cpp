@@ -241,8 +241,5 @@ private:
     }
 };
 
-int main(int argc, char *argv[])
-{
-    return runLabTest<LoginTest>(argc, argv);
-}
+LAB_TEST_MAIN(LoginTest)
 #include "LoginTest.moc"

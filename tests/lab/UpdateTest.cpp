@@ -135,8 +135,5 @@ private slots:
     }
 };
 
-int main(int argc, char *argv[])
-{
-    return runLabTest<UpdateTest>(argc, argv);
-}
+LAB_TEST_MAIN(UpdateTest)
 #include "UpdateTest.moc"
