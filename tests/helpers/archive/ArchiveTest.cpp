@@ -1,3 +1,4 @@
+#include "tests/helpers/Shell.h"
 #include "tests/support/Archives.h"
 #include "tests/support/Cases.h"
 #include "tests/support/TestFiles.h"
@@ -21,14 +22,7 @@ class ArchiveTest : public QObject
 
     QString path(const QByteArray &name) const { return m_dir->filePath(QString::fromUtf8(name)); }
 
-    QByteArray shell(const QByteArray &script) const
-    {
-        QProcess process;
-        process.setWorkingDirectory(m_dir->path());
-        process.start("sh", {"-c", QString::fromUtf8(script)});
-        process.waitForFinished();
-        return process.readAll();
-    }
+    QByteArray shell(const QString &script) const { return runShell(m_dir->path(), script); }
 
     /// Puts `bytes` at `offset` of the last record in the directory at the end of a.zip.
     void patchDirectory(int offset, const QByteArray &bytes) const
@@ -83,7 +77,7 @@ private slots:
                 COMPARE_CASE(name, unpack(name, folder), "");
                 COMPARE_CASE(name, fileBytes(path(folder + "/deep/er/file.key")), key);
                 COMPARE_CASE(name, fileBytes(path(folder + "/" + odd)), "remote");
-                COMPARE_CASE(name, shell("cd '" + folder + "'; stat -c %a Korvan.app/* deep/er/file.key"),
+                COMPARE_CASE(name, runShell(path(folder), "stat -c %a Korvan.app/* deep/er/file.key"),
                              "755\n755\n644\n");
             }
         }
