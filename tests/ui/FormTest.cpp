@@ -213,5 +213,5 @@ private:
     }
 };
 
-WINDOW_TEST_MAIN(FormTest)
+QTEST_MAIN(FormTest)
 #include "FormTest.moc"

@@ -140,5 +140,5 @@ private:
     }
 };
 
-WINDOW_TEST_MAIN(ButtonsTest)
+QTEST_MAIN(ButtonsTest)
 #include "ButtonsTest.moc"

@@ -164,12 +164,7 @@ private:
     /// A column of the table, its cells separated by blanks.
     QString column(int number) const
     {
-        QStringList cells;
-        for (int row = 0; row < m_table->rowCount(); ++row) {
-            const QTableWidgetItem *item = m_table->item(row, number);
-            cells += item != nullptr && !item->text().isEmpty() ? item->text() : "-";
-        }
-        return cells.join(' ');
+        return items("tbPing", number).replaceInStrings(QRegularExpression("^$"), "-").join(' ');
     }
 
     /// Which of ping all, detailed ping, speed test and cancel can be pressed, and whether the table sorts.
@@ -200,5 +195,5 @@ private:
     QTableWidget *m_table = nullptr;
 };
 
-WINDOW_TEST_MAIN(DiagnosticsTest)
+QTEST_MAIN(DiagnosticsTest)
 #include "DiagnosticsTest.moc"

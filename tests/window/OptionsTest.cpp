@@ -168,5 +168,5 @@ private:
     bool save() const { return press("cbNoSound") && press("pbSave"); }
 };
 
-WINDOW_TEST_MAIN(OptionsTest)
+QTEST_MAIN(OptionsTest)
 #include "OptionsTest.moc"

@@ -145,5 +145,5 @@ private:
     }
 };
 
-WINDOW_TEST_MAIN(StatusTest)
+QTEST_MAIN(StatusTest)
 #include "StatusTest.moc"

@@ -18,8 +18,6 @@ void WindowFixture::init()
     putScript(appPath("/fake/route"), "echo \"$*\" >> '" + appPath(kRoutes).toUtf8() + "'; echo 'OK!'");
     putScript(appPath("/fake/defaults"), "[ $1 = read ] && echo 'does not exist' || printf %s \"$4\" > '" +
                                              appPath("/fake/items").toUtf8() + "'");
-    putScript(appPath("/down.sh"), "");
-    putScript(appPath("/up.sh"), "");
     qputenv("PATH", QFile::encodeName(appPath("/fake")) + ":/usr/bin:/bin");
     for (const char *scheme : {"http", "https"}) {
         QDesktopServices::setUrlHandler(scheme, this, "noteUrl");
@@ -48,15 +46,16 @@ Korvan &WindowFixture::startLoggedIn(const QStringList &servers)
     button("cbNoSound")->setChecked(true);
     type("edUser", "alice");
     press("pbExist");
-    takeRoutes();
     return *m_window;
 }
 
-QStringList WindowFixture::items(const char *box) const
+QStringList WindowFixture::items(const char *name, int column) const
 {
+    const auto *table = m_window->findChild<QTableWidget *>(name);
+    const QAbstractItemModel *model = table != nullptr ? table->model() : combo(name)->model();
     QStringList texts;
-    for (int item = 0; item < combo(box)->count(); ++item) {
-        texts += combo(box)->itemText(item);
+    for (int row = 0; row < model->rowCount(); ++row) {
+        texts += model->index(row, column).data().toString();
     }
     return texts;
 }
@@ -114,7 +113,7 @@ void WindowFixture::when(const std::function<bool()> &condition, const std::func
 
 QByteArray WindowFixture::takeRoutes()
 {
-    const QByteArray routes = fileBytes(appPath(kRoutes));
+    QByteArray routes = fileBytes(appPath(kRoutes));
     QFile::remove(appPath(kRoutes));
     return routes;
 }

@@ -16,10 +16,15 @@ class WindowFixture : public QObject
 {
     Q_OBJECT
 
+public:
+    /// Qt Test calls it before the application and its threads are there.
+    static void initMain() { enterOwnNetwork(); }
+
 public slots:
     void noteUrl(const QUrl &url) { m_opened += url.toString(); }
 
 protected slots:
+    void initTestCase() { prepareApplication(*qApp); }
     virtual void init();
     virtual void cleanup();
 
@@ -40,7 +45,9 @@ protected:
     QString label(const char *name) const { return find<QLabel>(name)->text(); }
     void type(const char *field, const QString &text) const { find<QLineEdit>(field)->setText(text); }
     QString page() const { return find<QStackedWidget>("stack")->currentWidget()->objectName(); }
-    QStringList items(const char *box) const;
+
+    /// The items of a box, or a column of a table.
+    QStringList items(const char *name, int column = 0) const;
 
     /// For controls as in "c:pbConnect d:pbDisconnect": the letters of those that are enabled, a dash for each other.
     QString enabled(const QString &controls) const;
@@ -67,19 +74,3 @@ protected:
     Korvan *m_window = nullptr;
     QStringList m_opened; ///< addresses that the browser was to show
 };
-
-/// Runs the test in an application set up like the program's own.
-template <typename Test> int runWindowTest(int argc, char *argv[])
-{
-    enterOwnNetwork();
-    QApplication application(argc, argv);
-    prepareApplication(application);
-    Test test;
-    return QTest::qExec(&test, argc, argv);
-}
-
-#define WINDOW_TEST_MAIN(Test)                                                                                       \
-    int main(int argc, char *argv[])                                                                                 \
-    {                                                                                                                \
-        return runWindowTest<Test>(argc, argv);                                                                      \
-    }
