@@ -36,8 +36,10 @@ private slots:
     void speed()
     {
         const std::tuple<qint64, qint64, const char *> cases[] = {
-            {0, 100, "Canceled"},  {999, 1000, "0KB/s"},   {812999, 1000, "812KB/s"},
-            {5000, 0, "5000KB/s"}, {5000, -3, "5000KB/s"}, {Q_INT64_C(1) << 40, 1, "2147483647KB/s"},
+            {0, 100, "Canceled"},
+            {999, 1000, "0KB/s"},
+            {5000, -3, "5000KB/s"},
+            {Q_INT64_C(1) << 40, 1, "2147483647KB/s"},
         };
         for (const auto &[bytes, elapsedMs, cell] : cases) {
             COMPARE_CASE(cell, speedCell(downloadSpeed(bytes, elapsedMs)), cell);

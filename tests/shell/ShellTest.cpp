@@ -1,5 +1,4 @@
 #include "app/shell/DebugLog.h"
-#include "app/shell/Settings.h"
 #include "common/AppPath.h"
 #include "tests/support/Cases.h"
 #include "tests/support/TestFiles.h"
@@ -87,22 +86,6 @@ private slots:
             texts << match.captured(1);
         }
         QTRY_COMPARE_WITH_TIMEOUT(view.toPlainText().split('\n'), texts.mid(3 * kLogViewLines), 30000);
-    }
-
-    void settings()
-    {
-        const std::tuple<const char *, QByteArray, const char *> cases[] = {
-            {"CRLF, other sections", "[A]\r\nENABLE=1\r\n[DEBUG]\r\nENABLE=True\r\n", "True"},
-            {"missing key", "[DEBUG]\n", ""},
-            {"junk", QByteArray("\0\xff[[=\n", 6), ""},
-        };
-        for (const auto &[name, file, value] : cases) {
-            QFile::remove(appPath("/setting.ini"));
-            COMPARE_CASE(name, getSetting("DEBUG/ENABLE"), "");
-            putFile(appPath("/setting.ini"), file);
-            COMPARE_CASE(name, getSetting("DEBUG/ENABLE"), value);
-            COMPARE_CASE(name, fileBytes(appPath("/setting.ini")), file); // never written
-        }
     }
 
 private:

@@ -88,15 +88,6 @@ private slots:
         }
     }
 
-    void serverThatVanishes()
-    {
-        TestClient client;
-        QVERIFY(openTo(client, "Examplia-2-Routed"));
-        run("$LAB ctl vanish Examplia-2-Routed");
-        QTRY_COMPARE_WITH_TIMEOUT(client.errors(), QStringList("[ERROR]openvpn error, please check log"), 30000);
-        run("$LAB ctl appear Examplia-2-Routed");
-    }
-
     void tenInARow()
     {
         TestClient client;
