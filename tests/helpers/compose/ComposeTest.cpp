@@ -1,3 +1,4 @@
+#include "tests/helpers/Shell.h"
 #include "tests/support/Cases.h"
 #include "tests/support/TestFiles.h"
 
@@ -16,11 +17,10 @@ namespace {
 
 const char kBenign[] = "client\nremote a\nca ca.crt\n";
 
-/// Makes the folder $2 with the compose that ships (from the folder $0), the profiles (below $1) and what they name
-/// or hold.
-const char kMakeProfiles[] = R"sh(
-mkdir -p "$2/cfg/OpenVPN"; cp "$0/compose" "$2"; cd "$2/cfg/OpenVPN"; exec >log 2>&1
-cp "$1"/tests/data/profiles/*.ovpn .
+/// Makes the folder "real" with the compose that ships, the profiles and what they name or hold.
+const char kMakeProfiles[] = "mkdir -p real/cfg/OpenVPN; cp " KORVAN_BUNDLE "/compose real; cd real/cfg/OpenVPN\n"
+                             "cp " KORVAN_SOURCE "/tests/data/profiles/*.ovpn ."
+                             R"sh(
 openssl req -x509 -newkey ec -pkeyopt ec_paramgen_curve:prime256v1 -nodes -subj /CN=a -keyout client.key -out client.crt
 openssl x509 -in client.crt -text -out ca.crt
 openssl pkcs12 -export -in client.crt -inkey client.key -passout pass: -out client.p12
@@ -59,19 +59,20 @@ private slots:
     void startsOpenVpnClean()
     {
         putFile(m_profile, "client\nup /bin/evil\nca \"ca.crt\"\n");
-        QStringList arguments = {"--http-proxy", "proxy", "8080", path("/cfg/proxy"), "--auth-user-pass"};
-        QVERIFY(run(arguments).output.contains("credential file can not be opened"));
+        QStringList line = QString("--http-proxy|proxy|8080|%1/cfg/proxy|--auth-user-pass").arg(path("")).split('|');
+        QVERIFY(run(line).output.contains("credential file can not be opened"));
         putFile(path("/cfg/proxy"), "user\r\n\r\n");
-        QVERIFY(run(arguments).output.contains("credential file holds no user name and password"));
+        QVERIFY(run(line).output.contains("credential file holds no user name and password"));
         putFile(path("/cfg/proxy"), "user\r\npass\r\n");
-        arguments += {"--auth-nocache", "--cd",  path("/cfg/OpenVPN/"), "--management",
-                      "127.0.0.1",      "44358", "--script-security",   "2"};
-        arguments += {"--up", path("/up.sh"), "--down", path("/down.sh")};
+        line += QString("--auth-nocache|--cd|%1/cfg/OpenVPN/|--management|127.0.0.1|44358|--script-security|2|"
+                        "--up|%1/up.sh|--down|%1/down.sh")
+                    .arg(path(""))
+                    .split('|');
         qputenv("KORVAN_TEST", "1");
         // Ignored signals pass through exec; so do descriptors.
         std::signal(SIGTERM, SIG_IGN);
         const int inherited = dup(STDERR_FILENO);
-        Run result = run(arguments, {"anna\r\n", "secret\r\n"});
+        Run result = run(line, {"anna\r\n", "secret\r\n"});
         std::signal(SIGTERM, SIG_DFL);
         close(inherited);
         QCOMPARE(result.exitCode, 0);
@@ -79,11 +80,9 @@ private slots:
                                 "Enter Auth Username:Enter Auth Password:");
         QString given = QString::fromUtf8(result.began["argument"].join('|')).remove(path(""));
         QCOMPARE(given.replace(QRegularExpression("/proc/self/fd/\\d+"), "FD").remove(path("").replace('"', "\\\"")),
-                 "--verb|3|--askpass|FD|--persist-tun|--mark|19311|--http-proxy|proxy|8080|FD|--config|FD|--auth-"
-                 "user-pass|FD|"
-                 "--auth-nocache|--cd|/cfg/OpenVPN/|--management|127.0.0.1|44358|--script-security|2|--up|\"/"
-                 "up.sh\"|--down|"
-                 "\"/down.sh\"");
+                 "--verb|3|--askpass|FD|--persist-tun|--mark|19311|--http-proxy|proxy|8080|FD|--config|FD|"
+                 "--auth-user-pass|FD|--auth-nocache|--cd|/cfg/OpenVPN/|--management|127.0.0.1|44358|"
+                 "--script-security|2|--up|\"/up.sh\"|--down|\"/down.sh\"");
         QVERIFY(result.began["--config"].value(0).startsWith("client\n\nca /proc/self/fd/"));
         QCOMPARE(result.began["writable"].join(' '), "no yes no no"); // all but the proxy's file are private copies
         QCOMPARE(result.began["state"].join(' '), "PATH=/usr/sbin:/usr/bin:/sbin:/bin dies-by-15 default");
@@ -97,7 +96,7 @@ private slots:
     /// The files that a profile names come from its folder, and it must be a small file itself.
     void files()
     {
-        const std::tuple<QByteArray, QByteArray, QByteArray> cases[] = {
+        const std::tuple<const char *, QByteArray, QByteArray> cases[] = {
             {"ln -s ca.crt link", "ca link", ""},
             {"mkdir keys", "capath keys", ""},
             {"ln -s ../secret out", "ca out",
@@ -114,7 +113,7 @@ private slots:
         for (const auto &[make, line, reason] : cases) {
             init();
             putFile(m_profile, "client\n" + line + "\n");
-            QProcess::execute("sh", {"-c", "cd \"$0\"; " + make, path("/cfg/OpenVPN")});
+            runShell(path("/cfg/OpenVPN"), make);
             const Run result = run();
             COMPARE_CASE(make + line, result.exitCode, reason.isEmpty() ? 0 : 1);
             QVERIFY2(result.output.contains(reason), result.output.constData());
@@ -178,15 +177,11 @@ private slots:
         QVERIFY2(started > 0 && started < 1000, "the files were not swapped in time");
     }
 
+    /// Whoever started it and reads its output is gone.
     void missingParentEndsIt()
     {
-        // Whoever started it and reads its output is gone.
-        QProcess process;
-        process.start("bash",
-                      {"-c", "exec 3> >(:); wait $!; exec \"$0\" --config \"$1\" >&3", path("/compose"), m_profile});
-        QVERIFY(process.waitForFinished());
-        QCOMPARE(process.exitCode(), 1);
-        QVERIFY(process.readAllStandardError().contains("has ended"));
+        const QByteArray said = runShell(path(""), "exec 3> >(:); wait $!; ./compose 2>&1 >&3; echo $?");
+        QVERIFY2(said.endsWith("has ended\n1\n"), said.constData());
     }
 
     void lockDownIsSeen()
@@ -206,7 +201,7 @@ private slots:
         if (geteuid() != 0)
             QSKIP("NEEDS ROOT: no profile was run in a network of its own", "");
         const QString folder = path("/real/cfg/OpenVPN/");
-        QCOMPARE(QProcess::execute("sh", {"-ec", kMakeProfiles, KORVAN_BUNDLE, KORVAN_SOURCE, path("/real")}), 0);
+        runShell(path(""), kMakeProfiles);
         const QStringList profiles = QDir(folder).entryList({"*.ovpn"});
         QVERIFY(profiles.size() >= 7);
         for (const QString &name : profiles) {

@@ -57,18 +57,20 @@ rm /etc/resolv.conf; (umask 027; echo nameserver 192.0.2.53 >/etc/resolv.conf)
 restores "$renamed"
 mount --bind /run/nowhere /etc/resolv.conf
 restores $'# Korvan\'s tunnel; the file before: /run/korvan/resolv.conf\n'"$lines"
+# What somebody else wrote meanwhile stays.
+umount /etc/resolv.conf; tunnel
+echo 'nameserver 192.0.2.99' >/run/new; mv /run/new /etc/resolv.conf
+kill $pid; down
+is $'nameserver 192.0.2.99\n/etc/resolv.conf' cat /etc/resolv.conf <(ls /etc/resolv.conf*)
 )sh"},
                 {"name servers through resolvconf and resolved", R"sh(
-# program NAME: a program in /usr/bin that notes its arguments and its input
-program() {
-    printf '#!/bin/bash\n{ echo "%s $*"; [[ $1 != -a ]] || cat; } >>/run/calls\n' "$1" >"/usr/bin/$1"
-    chmod 755 "/usr/bin/$1"
-}
+# Programs in /usr/bin that note their arguments and their input.
 mkdir /run/upper /run/work
 mount -t overlay overlay -o lowerdir=/usr/bin,upperdir=/run/upper,workdir=/run/work /usr/bin
-program resolvconf
+printf '#!/bin/bash\n{ echo "${0##*/} $*"; [[ $1 != -a ]] || cat; } >>/run/calls\n' >/usr/bin/resolvconf
+chmod 755 /usr/bin/resolvconf
 restores $'nameserver 192.0.2.53\nresolvconf -a tun0.openvpn\n'"$lines" /run/calls
-program resolvectl; rm /run/calls
+cp /usr/bin/resolvconf /usr/bin/resolvectl; rm /run/calls
 mkdir -p /run/systemd/resolve; echo nameserver 192.0.2.53 >/run/systemd/resolve/stub
 ln -sf /run/systemd/resolve/stub /etc/resolv.conf
 restores $'nameserver 192.0.2.53\nresolvectl status\nresolvectl dns tun0 198.18.0.1\nresolvectl domain tun0 corp.example ~.' \
@@ -82,24 +84,14 @@ while IFS='|' read -r option expected; do
 done <<'END'
 DNS6 fd00::53|nameserver fd00::53
 DOMAIN-SEARCH b.example|search b.example
-NTP 198.18.0.1|
 DNS 300.18.0.1|
 DNS 198.18.0.1;reboot|
 DNS $(touch${IFS}/run/ran)|
-DNS -x|
 DOMAIN `touch${IFS}/run/ran`|
-DOMAIN a..b|
 DOMAIN ../../etc|
 DOMAIN *|
 END
 ls /run | grep ran
-)sh"},
-                {"a file that somebody else wrote meanwhile stays", R"sh(
-tunnel
-echo 'nameserver 192.0.2.99' >/run/new; mv /run/new /etc/resolv.conf
-kill $pid; down
-is 'nameserver 192.0.2.99' cat /etc/resolv.conf
-is resolv.conf grep resolv <(ls /etc)
 )sh"},
                 {"IPv6 is blocked while the tunnel carries none", R"sh(
 ip -6 route add default via fd51:1::1 dev e1
@@ -139,7 +131,6 @@ attempt() {
 }
 is '> vpn.example 203.0.113.9' attempt remote_1=vpn.example remote_2=vpn.example
 is '> known.example 203.0.113.9' attempt remote_1=vpn.example remote_2=known.example
-is '' attempt remote_1=203.0.113.9 remote_2=vpn.example
 is '' attempt remote_1=vpn.example http_proxy_server_1=proxy.example
 is '' attempt 'remote_1=vpn.example;reboot'
 )sh"},
