@@ -3,6 +3,7 @@
 #include "common/AppPath.h"
 #include "tests/support/Archives.h"
 #include "tests/support/Cases.h"
+#include "ui/KvRetinaTabBar.h"
 
 #include <QDir>
 #include <QProgressBar>
@@ -25,18 +26,10 @@ class UpdateTest : public QObject
 private slots:
     void announcements()
     {
-        struct Description
-        {
-            QByteArray name;
-            const char *order;
-            QByteArray body;
-            QString box;
-            QByteArray log;
-        };
         const QByteArray read = "bytes update information to local.";
         const QByteArray notLoaded = "[WARNING]Can not load from https://portal.korvan.example/update.xml";
         const QByteArray nothing = "[WARNING]Get nothing from https://portal.korvan.example/update.xml";
-        const Description descriptions[] = {
+        const std::tuple<QByteArray, const char *, QByteArray, QString, QByteArray> descriptions[] = {
             {"newer", "", entry("99.1"), "New version 99.1 ready, please click \"Update\".", read},
             {"this version", nullptr, "", "", read},
             {"other system", "", entry("99").replace("macos", "windows"), "", read},
@@ -54,6 +47,7 @@ private slots:
             lab.start();
             COMPARE_CASE(name, LabWindow::logHas(log), true);
             COMPARE_CASE(name, lab.isOn("pbUpApp"), !box.isEmpty());
+            COMPARE_CASE(name, lab.find<KvRetinaTabBar>("tab")->currentIndex(), box.isEmpty() ? 0 : 2);
             COMPARE_CASE(name, lab.find<QStackedWidget>("tabPage")->currentIndex(), box.isEmpty() ? 0 : 2);
         }
     }
