@@ -31,8 +31,7 @@ private slots:
     {
         const std::pair<QString, QString> cases[] = {
             {GetStringBetween(";key=abc;", "key=", ";"), "abc"},
-            {GetStringBetween("ab;c", "zz", ";"),
-             "b"}, // without the opening text it starts at that text's length - 1
+            {GetStringBetween("ab;c", "zz", ";"), "b"}, // no opening text: starts at that text's length - 1
             {GetStringBetween("a;c;", "zz", ";"), ""},
             {GetStringBetween("key=abc", "key=", ";"), ""},
             {QDir_clearPath("a/b/../c"), "a/c"},
