@@ -167,7 +167,7 @@ private slots:
         for (int i = 0; i < 1000; ++i) {
             const Run result = run();
             started += result.exitCode == 0 ? 1 : 0;
-            if (result.exitCode > 1 || result.began["--config"].value(0).contains("plugin") ||
+            if (result.exitCode < 0 || result.exitCode > 1 || result.began["--config"].value(0).contains("plugin") ||
                 result.began["descriptor"].contains(path("/cfg/secret").toLocal8Bit()))
                 ++failed;
         }
@@ -182,17 +182,6 @@ private slots:
     {
         const QByteArray said = runShell(path(""), "exec 3> >(:); wait $!; ./compose 2>&1 >&3; echo $?");
         QVERIFY2(said.endsWith("has ended\n1\n"), said.constData());
-    }
-
-    void lockDownIsSeen()
-    {
-        if (geteuid() != 0)
-            QSKIP("NEEDS ROOT: lock-down was not seen in a network of its own", "");
-        const QString script = "ip link set lo up; ip route add default dev lo table 19311; %1 exec \"$0\" \"$@\"";
-        m_starter = QStringList{"unshare", "--net", "sh", "-c", script.arg("")};
-        QVERIFY(run().began["argument"].join('|').contains("--redirect-gateway|def1|local"));
-        m_starter.last() = script.arg("ip route add default dev lo;");
-        QVERIFY(!run().began["argument"].contains("--redirect-gateway"));
     }
 
     /// Profiles as they are found in the wild go through the compose that ships into the installed OpenVPN.
@@ -231,7 +220,7 @@ private:
     {
         QProcess process;
         process.setProcessChannelMode(QProcess::MergedChannels);
-        process.start(m_starter[0], m_starter.mid(1) + QStringList{path("/compose"), "--config", m_profile} + more);
+        process.start(path("/compose"), QStringList{"--config", m_profile} + more);
         QByteArray output;
         for (const QByteArray &answer : answers) {
             const char *prompt = output.isEmpty() ? "Enter Auth Username:" : "Enter Auth Password:";
@@ -254,7 +243,6 @@ private:
     /// OpenVPN takes blanks and quotes in the path of a script for its own.
     static QString path(const QString &name) { return QCoreApplication::applicationDirPath() + "/a \"b\"" + name; }
     const QString m_profile = path("/cfg/OpenVPN/temp");
-    QStringList m_starter{"env"};
 };
 
 QTEST_GUILESS_MAIN(ComposeTest)
