@@ -139,18 +139,16 @@ private slots:
         QCOMPARE(tab->currentIndex(), 0);
     }
 
+    /// However full the bar is.
     void statusColoursTextAndBar()
     {
         showPage(0);
         for (const auto &[status, text, bar] :
              {std::tuple(STATUS_CONNECTING, palette::kInk, palette::kAction),
               std::tuple(STATUS_CONNECTED, palette::kConnected, palette::kConnected),
-              // The bar is still full, but nothing is connected.
               std::tuple(STATUS_RECONNECTING, palette::kInk, palette::kAction)}) {
             m_window->setStatus(status);
-            if (status == STATUS_CONNECTING) {
-                find<QProgressBar>("pgLinkState")->setValue(34);
-            }
+            find<QProgressBar>("pgLinkState")->setValue(100);
             QCOMPARE(find("lbStatusT")->palette().color(QPalette::WindowText).rgb(), text);
             QCOMPARE(find("pgLinkState")->grab().toImage().pixelColor(10, 3).rgb(), bar);
         }

@@ -26,7 +26,7 @@ public slots:
 protected slots:
     void initTestCase() { prepareApplication(*qApp); }
     virtual void init();
-    virtual void cleanup();
+    void cleanup();
 
 protected:
     /// Puts a profile with these servers and a valid certificate of "alice" on disk.
