@@ -10,9 +10,8 @@ application=/opt/korvan/Korvan.app/Contents/MacOS
 log=$root$application/log.txt
 export LC_ALL=C.UTF-8
 
-say() { echo "life: $*"; }
 fail() {
-    say "FAILED: $*"
+    echo "life: FAILED: $*"
     tail -n 20 "$log" 2>/dev/null || true
     exit 1
 }
@@ -111,11 +110,8 @@ start_by_user() {
     answer=$(as_user env -u DISPLAY korvan 2>&1) || status=$?
     [ "$status" -eq 127 ] && [[ $answer == *"korvan: Korvan needs root's rights"* ]] ||
         fail "the launcher without polkit's leave: $status $answer"
-    cat >"$root/etc/polkit-1/rules.d/10-ada.rules" <<-END
-	polkit.addRule(function (action, subject) {
-	    if (action.id == "example.korvan.start" && subject.user == "ada") { return polkit.Result.YES; }
-	});
-	END
+    echo 'polkit.addRule(function (action, subject) { return action.id == "example.korvan.start" &&
+        subject.user == "ada" ? polkit.Result.YES : null; });' >"$root/etc/polkit-1/rules.d/10-ada.rules"
     start as_user
 }
 
@@ -180,14 +176,14 @@ inside sh -c "cd $application && ./prepare_state alice wonderland-7 Examplia-1; 
 start_by_user
 kill "$polkit" "$bus"
 wait "$polkit" "$bus" || true
-say "an ordinary user is connected: $country_before before, $(country) now"
 
+# Upgraded while connected.
 running=$(processes "$application/Korvan")
 install
 [ -s "$root$application/cfg/login" ] || fail "the upgrade has lost the login"
 [ "$running" = "$(processes "$application/Korvan")" ] && in_tunnel || fail "the upgrade has ended the connection"
-say "upgraded while connected"
 
+# Removed after a crash in lock-down: the login is kept.
 cp "$root$application/compose9" "$root$application/compose10" # as of a newer version that an update has installed
 crash_in_lock_down STOP
 quietly dpkg -r korvan
@@ -195,20 +191,17 @@ expect_state "removed after a crash"
 expect_login_items
 [ -s "$root$application/cfg/login" ] || fail "removing has lost the login"
 [ -z "$(find "$root/opt/korvan" -type f -perm /111)" ] || fail "programs are left in /opt"
-say "removed after a crash in lock-down: all as before, the login is kept"
 
+# Installed again, with the login that was kept, and repaired after a crash, without a screen.
 install
 start inside
-say "installed again: connected with the login that was kept"
-
 crash_in_lock_down KILL
 quietly env -u DISPLAY korvan -reset
 [ "$(country)" = "$country_before" ] || fail "korvan -reset does not repair the network"
 start inside
-say "repaired after a crash, without a screen: connected again"
 
+# Purged while connected.
 quietly dpkg -P korvan
 expect_state "purged while connected"
 [ ! -e "$root/opt/korvan" ] || fail "purging leaves $(find "$root/opt/korvan")"
 [ "$(country)" = "$country_before" ] || fail "no way into the network"
-say "purged while connected: all as before, nothing is left"
