@@ -163,6 +163,10 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(soundingBytes() > 10000, 60000); // a tenth of a second at the least
         QCOMPARE(quit(), 0);
         qunsetenv("PULSE_SERVER");
+        recorder.kill();
+        recorder.waitForFinished();
+        server.terminate();
+        server.waitForFinished();
     }
 
     /// An ordinary user starts a copy that runs as root, with an environment and arguments that would load code.
@@ -193,6 +197,7 @@ private slots:
             QVERIFY2(QProcess::execute(starter.first(), before + QStringList(hostile + "/plain")) == 42,
                      "the plug-in does load in a program that is not on its guard");
             QFile::remove(inBundle("/log.txt"));
+            QFile::remove(inBundle("/tools/seen"));
             m_program = std::make_unique<QProcess>();
             m_program->start(starter.first(),
                              before + QStringList{inBundle("/Korvan"), "-platformpluginpath", hostile});
