@@ -13,7 +13,7 @@ private slots:
     void initTestCase()
     {
         if (!canUseLab()) {
-            QSKIP("");
+            QSKIP("NEEDS ROOT", "");
         }
     }
 

@@ -65,6 +65,7 @@ private slots:
         const std::pair<const char *, const char *> cases[] = {
             {"PPTP|Korvan-PPTP|a.example", "install the package network-manager-pptp"},
             {"SSTP|Korvan-SSTP|a.example", "without NetworkManager"},
+            {"L2TP|Korvan-L2TP|-x|key", "neither a host name nor an address"},
             {"IKEV2|Korvan-IKEv2|a\nid=b", "neither a host name nor an address"},
             {"L2TP|Korvan-L2TP|a.example", "needs a pre-shared key"},
             {"L2TP|Korvan-L2TP|a.example|k\n[x]", "on one line"},
