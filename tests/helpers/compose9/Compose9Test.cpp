@@ -28,20 +28,20 @@ class Compose9Test : public QObject
 
     QByteArray shell(const QString &script) const { return runShell(m_dir->path(), script); }
 
-    void makeBundle(const QString &folder, const QString &version) const
+    /// The command that makes a bundle below the folder.
+    QString bundle(const QString &folder, const QString &version) const
     {
-        shell("mkdir -p " + folder + "/Korvan.app/Contents/MacOS/tools; cd " + folder + "; " + m_enter + "echo " +
-              version + " | tee version compose9 " + m_helpers + R"(
-              echo '#!/bin/bash' >Korvan; echo 'echo $(<${0%/*}/version) $* >>')" +
-              path("started") + " >>Korvan; chmod +x Korvan compose9 " + m_helpers);
+        return "(mkdir -p " + folder + "/Korvan.app/Contents/MacOS/tools; cd " + folder + "; " + m_enter + "echo " +
+               version + " | tee version compose9 " + m_helpers + R"(
+               echo '#!/bin/bash' >Korvan; echo 'echo $(<${0%/*}/version) $* >>')" +
+               path("started") + " >>Korvan; chmod +x Korvan compose9 " + m_helpers + "); ";
     }
 
     /// Unpacks 2.5.0 and moves the helper out of the installed bundle.
     void stage() const
     {
-        shell("rm -rf update.temp");
-        makeBundle("update.temp", "2.5.0");
-        shell("rm Korvan.app/Contents/MacOS/compose9; cp " KORVAN_BUNDLE "/compose9 update.temp");
+        shell("rm -rf update.temp; " + bundle("update.temp", "2.5.0") +
+              "cp " KORVAN_BUNDLE "/compose9 update.temp; " + m_enter + "rm compose9");
     }
 
     /// Runs the helper, under a tracer that injects the fault where one is given. Returns its exit status, the
@@ -60,10 +60,9 @@ private slots:
     {
         qputenv("ASAN_OPTIONS", "detect_leaks=0"); // impossible when traced
         m_dir.reset(new QTemporaryDir);
-        makeBundle(".", "2.4.1");
-        for (const QString name : {"cfg/login", "cfg/OpenVPN/a.ovpn", "setting.ini", "l2tp", "defgate", "log.txt"}) {
-            putFile(installed(name), name.section('/', -1).toUtf8() + ' ');
-        }
+        shell(bundle(".", "2.4.1") + m_enter +
+              "mkdir -p cfg/OpenVPN\n"
+              "for f in cfg/login cfg/OpenVPN/a.ovpn setting.ini l2tp defgate log.txt; do echo ${f##*/} >$f; done");
         stage();
     }
 
@@ -76,9 +75,9 @@ private slots:
         qunsetenv("KORVAN_RESTART_ARGUMENT");
         QCOMPARE(started(), "2.5.0 -hide\n2.5.0 -check\n");
         QCOMPARE(shell(m_enter + "cat cfg/OpenVPN/a.ovpn setting.ini l2tp defgate; stat -c '%a %n' .. cfg/login"),
-                 "a.ovpn setting.ini l2tp defgate 755 ..\n600 cfg/login\n");
+                 "a.ovpn\nsetting.ini\nl2tp\ndefgate\n755 ..\n600 cfg/login\n");
         QCOMPARE(shell(m_enter + "stat -c '%a %U' Korvan"), "4755 " + shell("[ $UID = 0 ] && echo nobody || id -un"));
-        QVERIFY(log().startsWith("log.txt ") && log().endsWith("SUCCESS: updated from 2.4.1 to 2.5.0\r\n"));
+        QVERIFY(log().startsWith("log.txt\n") && log().endsWith("SUCCESS: updated from 2.4.1 to 2.5.0\r\n"));
     }
 
     void keepsTheOldVersion()
