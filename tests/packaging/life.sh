@@ -44,7 +44,7 @@ enter_system() {
 
 # A screen without a person; the machine's, because the lab shares /tmp.
 start_screen() {
-    exec {number}< <(exec Xvfb -displayfd 1 -screen 0 1280x800x24 -nolisten tcp 2>/dev/null)
+    exec {number}< <(exec Xvfb -noreset -displayfd 1 -screen 0 1280x800x24 -nolisten tcp 2>/dev/null)
     read -r -t 30 display <&"$number" || fail "Xvfb does not start"
     export DISPLAY=:$display
     enter=(chroot "$root" /usr/bin/env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin HOME=/root LANG=C.UTF-8

@@ -5,7 +5,8 @@
 
 VirtualScreen::VirtualScreen()
 {
-    m_server.start("Xvfb", {"-displayfd", "1", "-screen", "0", "1280x800x24", "-nolisten", "tcp"});
+    // A server that resets after its first client would cut off the next one.
+    m_server.start("Xvfb", {"-noreset", "-displayfd", "1", "-screen", "0", "1280x800x24", "-nolisten", "tcp"});
     if (!m_server.waitForStarted() || !m_server.waitForReadyRead(30000)) {
         qFatal("Xvfb does not start");
     }
