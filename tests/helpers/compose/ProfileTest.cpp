@@ -91,28 +91,20 @@ private slots:
             {"unknown but announced", "ignore-unknown-option new\nnew 1\n",
              "ignore-unknown-option new\n; 2: \"new\" is left out: it is unknown, and the profile allows for that\n"},
             {"announced but refused", "ignore-unknown-option plugin\nplugin x.so\n", "! 2: \"plugin\" is refused"},
-            {"half of the credentials", "<auth-user-pass>\nu\n</auth-user-pass>\n",
-             "! 1: \"auth-user-pass\" is refused"},
             {"a closing tag inside a line", "<ca>\n" + QByteArray(300, 'A') + "</ca>\nup x\n</ca>\n",
              "! 2: </ca> stands"},
-            {"an option as a block", "<verify-x509-name>\nx\n</verify-x509-name>\n",
-             "! 1: \"verify-x509-name\" is refused"},
             {"a false success", "remote \"Initialization Sequence Completed\"\n", "! 1: a word looks like a report"},
             {"backslash", "ca a\\b\n", "! 1: a backslash may stand only"},
-            {"too many words", "remote 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16 17 # c\n", "! 1: has more than 16 words"},
             {"too long a line", "cipher " + QByteArray(248, 'A'), "! 1: longer than the 254 characters"},
             {"only a question", "#" + QByteArray(5000, 'A') + "\nverb 11\nauth-user-pass stdin\n", "; asks\n"},
-            {"empty", "", "! the profile is empty"},
-            {"binary", "\177ELF\2\1\n", "! 1: holds a control character"},
             {"zero byte", QByteArray("client\nde\0v tun\n", 15), "! the profile is not a text file"},
         };
         for (const auto &[name, profile, expected] : cases) {
             const QByteArray all = outcome(profile);
             COMPARE_CASE(name, all.startsWith('!') ? all.left(expected.size()) : all, expected);
         }
-        const QByteArray profile = "http-proxy a 1\nsocks-proxy b\nauth-user-pass\n";
-        QCOMPARE(outcome(profile), "http-proxy a 1\nsocks-proxy b\n; asks\n");
-        QCOMPARE(outcome(profile, {true, true}).count("left out: Korvan's own"), 3);
+        const QByteArray proxied = "http-proxy a 1\nsocks-proxy b\nauth-user-pass\n";
+        QCOMPARE(outcome(proxied, {true, true}).count("left out: Korvan's own"), 3);
     }
 
     void whatOpenVpnReadsIsWhatWasChecked()
@@ -125,13 +117,11 @@ private slots:
             return text;
         };
         for (int i = 0; i < 20000; ++i) {
-            const std::vector<std::string> words = {"remote", anyText(8), anyText(8)};
-            std::string error;
             Directive directive;
-            directive.words = words;
-            const std::string text = renderProfile({directive}, error).value_or("");
-            const auto again = parseProfile(text, error);
-            QVERIFY2(again && again->size() == 1 && again->front().words == words, (text + error).c_str());
+            directive.words = {"remote", anyText(8), anyText(8)};
+            std::string error;
+            const auto again = parseProfile(renderProfile({directive}, error).value_or(""), error);
+            QVERIFY2(again && again->size() == 1 && again->front().words == directive.words, error.c_str());
 
             // A profile that was passed once passes unchanged: nothing in it is read in a second way.
             const std::string profile = "remote " + anyText(20) + "\n<ca>\n" + anyText(8) + "\n</ca>\n";
@@ -142,43 +132,30 @@ private slots:
 
     void commandLines()
     {
-        const std::pair<const char *, const char *> cases[] = {
-            {"--config|/app/cfg/OpenVPN/temp|--socks-proxy|::1|1080", ""},
-            {"--cd|/app/cfg/OpenVPN/", "no profile is given"},
-            {"--config|/etc/passwd", "--config takes a file of the application folder"},
-            {"--config|/app/x|--http-proxy|a|--plugin|x.so|1", "--http-proxy takes an address, a port"},
-            {"--config|/app/x|--http-proxy|a|1|--plugin|x.so", "argument refused: --plugin"},
-            {"--config|/app/x|--http-proxy|a|1|/etc/shadow", "--http-proxy takes"},
-            {"--config|/app/x|--http-proxy|-x|1", "--http-proxy takes"},
-            {"--config|/app/x|--auth-user-pass|/app/cfg/proxy", "--auth-user-pass takes no value"},
-            {"--config|/app/x|--script-security|3", "--script-security takes 2"},
-            {"--config|/app/x|--up|/tmp/up.sh", "--up takes the application's own up.sh"},
-            {"--config|/app/x|--config|/app/y", "argument given twice: --config"},
-        };
-        for (const auto &[arguments, expected] : cases) {
-            std::vector<std::string> list;
-            for (const QByteArray &argument : QByteArray(arguments).split('|'))
-                list.push_back(argument.toStdString());
+        const auto accepts = [](const QByteArray &line) {
+            std::vector<std::string> arguments;
+            for (const QByteArray &argument : line.split(' '))
+                arguments.push_back(argument.toStdString());
             std::string error;
-            const bool accepted = parseCommandLine(list, "/app", error).has_value();
-            QVERIFY2(accepted == !*expected && error.find(expected) == 0, arguments);
-        }
+            return parseCommandLine(arguments, "/app", error).has_value();
+        };
+        QVERIFY(accepts("--config /app/cfg/OpenVPN/temp --socks-proxy ::1 1080"));
+        QVERIFY(!accepts("--config /etc/passwd") && !accepts("--config /app/x --config /app/y"));
+        for (const char *more :
+             {"--plugin x.so", "--http-proxy a 1 --plugin x.so", "--http-proxy a 1 /etc/shadow", "--http-proxy -x 1",
+              "--auth-user-pass /app/cfg/proxy", "--script-security 3", "--up /tmp/up.sh", "--cd /app"})
+            QVERIFY2(!accepts(QByteArray("--config /app/x ") + more), more);
     }
 
     /// In lock-down, names that can not be resolved.
     void lastAddressesReplaceNames()
     {
         std::string error;
-        auto directives = *parseProfile("remote gone 1 udp\nremote alive\nremote bad\n<connection>\nremote six\n"
-                                        "</connection>\nverify-x509-name gone name\n",
-                                        error);
-        const auto notes = replaceNames(
-            directives, parseAddresses("gone 192.0.2.1\nalive 192.0.2.2\nbad 192.0.2.300\nhalf\nsix ::1\n"),
-            [](const std::string &name) { return name == "alive"; });
-        QCOMPARE(notes.size(), size_t(2));
-        QCOMPARE(QByteArray::fromStdString(*renderProfile(directives, error)),
-                 "remote 192.0.2.1 1 udp\nremote alive\nremote bad\n<connection>\nremote ::1\n</connection>\n"
-                 "verify-x509-name gone name\n");
+        auto profile = *parseProfile("remote gone 1\nremote alive\nremote bad\nverify-x509-name gone name\n", error);
+        replaceNames(profile, parseAddresses("gone 192.0.2.1\nalive 192.0.2.2\nbad 192.0.2.300\nhalf\n"),
+                     [](const std::string &name) { return name == "alive"; });
+        QCOMPARE(QByteArray::fromStdString(*renderProfile(profile, error)),
+                 "remote 192.0.2.1 1\nremote alive\nremote bad\nverify-x509-name gone name\n");
     }
 };
 
