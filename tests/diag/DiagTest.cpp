@@ -1,8 +1,8 @@
 #include "diag/Ping.h"
-#include "diag/SpeedTest.h"
 #include "tests/support/Cases.h"
 #include "tests/support/TestFiles.h"
 
+/// What the table shows of a ping.
 class DiagTest : public QObject
 {
     Q_OBJECT
@@ -14,13 +14,10 @@ private slots:
             return fileBytes(KORVAN_SOURCE "/tests/data/diag/" + QString(name));
         };
         const std::pair<QByteArray, const char *> cases[] = {
-            {real("ping-20.txt"), "23ms 25%"},
             {real("ping-20.txt").replace("\n", "\r\n"), "23ms 25%"},
             {real("ping-dead.txt"), "N/A 100%"},
             {"2 received, 12.5% packet loss\nstddev = 1.0/2.0/3", "N/A 12.5%"}, // cut in the times
             {"stddev = 1/2/3 ms", "N/A 0%"},
-            {"stddev = 1/2/3/4/5 ms", "N/A 0%"},
-            {"stddev = 9//9/9 ms", "N/A 0%"},
             {"stddev = 0/0.99/1/0 ms", "N/A 0%"}, // below a millisecond
             {"stddev = 1/nan/1/1 ms", "N/A 0%"},
             {"stddev = 1/1e300/1/1 ms", "N/A 0%"},
@@ -30,19 +27,6 @@ private slots:
         for (const auto &[output, cells] : cases) {
             const PingSummary summary = parsePing(output);
             COMPARE_CASE(output, pingCell(summary.averageMs) + ' ' + lossCell(summary.loss), cells);
-        }
-    }
-
-    void speed()
-    {
-        const std::tuple<qint64, qint64, const char *> cases[] = {
-            {0, 100, "Canceled"},
-            {999, 1000, "0KB/s"},
-            {5000, -3, "5000KB/s"},
-            {Q_INT64_C(1) << 40, 1, "2147483647KB/s"},
-        };
-        for (const auto &[bytes, elapsedMs, cell] : cases) {
-            COMPARE_CASE(cell, speedCell(downloadSpeed(bytes, elapsedMs)), cell);
         }
     }
 };
