@@ -10,24 +10,18 @@ class NetworkScriptsTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase()
-    {
-        if (!canUseLab()) {
-            QSKIP("NEEDS ROOT", "");
-        }
-    }
-
     void behaves_data()
     {
         QTest::addColumn<QByteArray>("script");
-        for (const auto &[name, script] : networkScripts().scripts) {
+        for (const auto &[name, script] : networkScripts().scripts)
             QTest::newRow(name) << QByteArray(script);
-        }
     }
 
     void behaves()
     {
-        QFETCH(QByteArray, script);
+        QFETCH(const QByteArray, script);
+        if (!canUseLab())
+            QSKIP("NEEDS ROOT", "");
         QCOMPARE(runNetworkScript("bundle=" KORVAN_BUNDLE + QByteArray(networkScripts().setUp) + script),
                  QByteArray());
     }

@@ -28,8 +28,7 @@ restores() {
 }
 plain='ip route add default via 198.51.1.1 dev e1 proto dhcp src 198.51.1.2 metric 100'
 restores "$plain"
-restores 'ip route add default via 198.51.1.1 metric 7 mtu lock 1400 initcwnd 20 advmss 1300'
-restores "$plain; ip route add default via 198.51.2.1 dev e2 metric 600 onlink"
+restores "$plain; ip route add default via 198.51.2.1 dev e2 metric 600 onlink mtu lock 1400 initcwnd 20"
 restores 'ip route add default nexthop via 198.51.1.1 weight 2 nexthop via 198.51.2.1 weight 1'
 restores 'ip nexthop add id 5 via 198.51.1.1 dev e1; ip route add default nhid 5 metric 9'
 restores 'ip route add default dev e1 scope link metric 3'
@@ -41,16 +40,12 @@ restores "$plain; ip tuntap add t1 mode tun; ip link set t1 up; ip route add def
                 {"only marked packets find a way, IPv6 too", R"sh(
 ip route add default via 198.51.1.1 dev e1
 ip -6 route add default via fd51:1::1 dev e1
-before=$(ip -6 route | sed 's/ *$//')
 echo 1 >/proc/sys/net/ipv4/conf/e1/rp_filter # the kernel's check of the sender must not drop the answers
 is yes answers 2001:db8::9
 is 'OK!' lockdown 198.51.1.1
 for host in 203.0.113.9 2001:db8::9 fd51:1::1; do is no answers $host; done
 ip neighbour flush dev e1
 for host in 203.0.113.9 2001:db8::9; do is yes answers $host -m 19311; done
-is yes answers ::1
-is '198.51.1.77 dev e1 table 19311 src 198.51.1.2 mark 0x4b6f uid 0' grep -v cache <(ip route get 198.51.1.77 mark 0x4b6f)
-is "$before" ip -6 route
 is 'OK!' release 198.51.1.1
 is yes answers 2001:db8::9
 is 0 cat /proc/sys/net/ipv4/conf/e1/src_valid_mark
@@ -88,7 +83,6 @@ guarded() {
     is "$4" ip route show default
 }
 original='default via 198.51.1.1 dev e1 metric 7'
-guarded Korvan '' '' "$original"
 guarded Korvan "$route add 0.0.0.0 mask 0.0.0.0 198.51.1.1;" '' "$original"
 # Meanwhile a lease is renewed.
 guarded Korvan '' 'ip route add default via 198.51.1.1 dev e1 metric 9
@@ -101,10 +95,8 @@ guarded bash '' '' ''
 ip route add default via 198.51.1.1 dev e1 metric 100
 is 'OK!' lockdown 198.51.1.1
 ip link del e1
-gone='route: can not restore "default via 198.51.1.1 dev e1 metric 100": interface e1 is gone'
-is "$gone"$'\nroute: can not add "default via 198.51.1.1": Nexthop has invalid gateway.' release 198.51.1.1
 ip address add 198.51.1.2/24 dev e2
-is "$gone"$'\nOK!' release 198.51.1.1
+is $'route: can not restore "default via 198.51.1.1 dev e1 metric 100": interface e1 is gone\nOK!' release 198.51.1.1
 is 'default via 198.51.1.1 dev e2' ip route show default
 is '' leftovers
 )sh"},
@@ -121,19 +113,11 @@ for plant in 'ln -s /run/victim /run/korvan/route.journal' 'install -o 4711 /run
 done
 )sh"},
                 {"other requests", R"sh(
-is '' route print 0.0.0.0 mask 0.0.0.0
 is 'route: there is no default route to delete' lockdown 198.51.1.1
-is 'route: no deleted route to restore, and "" is no gateway address' release ''
 for gateway in 198.51.1.1 198.51.1.1 198.51.2.1; do is 'OK!' release $gateway; done
-ip route add default via 198.51.2.1 dev e2 metric 50
-is '0.0.0.0 0.0.0.0 198.51.1.1 e1 0 0.0.0.0 0.0.0.0 198.51.2.1 e2 50' echo $(route print 0.0.0.0 mask 0.0.0.0)
+is '0.0.0.0 0.0.0.0 198.51.1.1 e1 0' echo $(route print 0.0.0.0 mask 0.0.0.0)
 is 'OK!' route change 0.0.0.0 mask 0.0.0.0 198.51.1.7
-is 'OK!' route add 203.0.113.0 mask 255.255.255.0 198.51.1.1
-is $'default via 198.51.1.7 dev e1\ndefault via 198.51.2.1 dev e2 metric 50\n203.0.113.0/24 via 198.51.1.1 dev e1' \
-    grep via <(ip route)
-is 'route: can not add 203.0.113.0/24 via 198.51.1.1: File exists' route add 203.0.113.0 mask 255.255.255.0 198.51.1.1
-is 'OK!' route delete 203.0.113.0 mask 255.255.255.0
-is 'route: use add|delete|change|print DESTINATION mask MASK [GATEWAY]' route flush 0.0.0.0 mask 0.0.0.0
+is 'default via 198.51.1.7 dev e1' ip route show default
 is 'route: "--help" is no gateway address' lockdown --help
 is 'route: only root can change routes' setpriv --reuid 4711 --clear-groups $tools/route delete 0.0.0.0 mask 0.0.0.0
 )sh"},
