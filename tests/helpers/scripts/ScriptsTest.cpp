@@ -51,11 +51,9 @@ rm -f /etc/resolv.conf
 restores $'# Korvan\'s tunnel; there was no file before\n'"$lines"
 ln -s /run/nowhere /etc/resolv.conf
 restores "$renamed"
-echo nameserver 192.0.2.53 >/run/nowhere
-restores "$renamed"
 rm /etc/resolv.conf; (umask 027; echo nameserver 192.0.2.53 >/etc/resolv.conf)
 restores "$renamed"
-mount --bind /run/nowhere /etc/resolv.conf
+cp /etc/resolv.conf /run; mount --bind /run/resolv.conf /etc/resolv.conf
 restores $'# Korvan\'s tunnel; the file before: /run/korvan/resolv.conf\n'"$lines"
 # What somebody else wrote meanwhile stays.
 umount /etc/resolv.conf; tunnel
@@ -84,11 +82,8 @@ while IFS='|' read -r option expected; do
 done <<'END'
 DNS6 fd00::53|nameserver fd00::53
 DOMAIN-SEARCH b.example|search b.example
-DNS 300.18.0.1|
 DNS 198.18.0.1;reboot|
 DNS $(touch${IFS}/run/ran)|
-DOMAIN `touch${IFS}/run/ran`|
-DOMAIN ../../etc|
 DOMAIN *|
 END
 ls /run | grep ran
@@ -100,8 +95,6 @@ tunnel ifconfig_ipv6_local=fd00::2; is yes answers fd51:1::1; kill $pid; down
 tunnel trusted_ip6=2001:db8::9; is yes answers 2001:db8::9; is no answers fd51:1::1
 )sh"},
                 {"a tunnel that can not be guarded ends", R"sh(
-tunnel dev=../etc
-is $'up.sh: no interface name: \'../etc\'\n1' cat /run/errors /run/status
 mount --bind /dev/null /usr/sbin/nft
 tunnel
 is $'up.sh: IPv6 can not be blocked; nft is in the package nftables\n1' tail -qn1 /run/errors /run/status
@@ -114,9 +107,8 @@ ip route add 203.0.113.9 via 198.51.1.1
 tunnel foreign_option_1='dhcp-option DNS 198.18.0.2'
 is '' ip route add 203.0.113.9 via 198.51.1.1
 down
-is 'nameserver 198.18.0.2' grep nameserver /etc/resolv.conf
-is '203.0.113.9 via 198.51.1.1 dev e1' ip route show 203.0.113.9
-is 'table ip6 korvan_tunnel' nft list tables
+is $'nameserver 198.18.0.2\n203.0.113.9 via 198.51.1.1 dev e1\ntable ip6 korvan_tunnel' \
+    eval 'grep nameserver /etc/resolv.conf; ip route show 203.0.113.9; nft list tables'
 kill -9 $pid; down
 is '' diff /run/before <(state)
 )sh"},
@@ -124,13 +116,12 @@ is '' diff /run/before <(state)
 record=/run/korvan/last-remote
 echo 203.0.113.9 known.example >>/etc/hosts
 attempt() {
-    printf '%s\n' 'vpn.example 203.0.113.2' 'known.example 203.0.113.3' >$record
-    cp $record /run/old
+    echo 'vpn.example 203.0.113.2' >$record
     tunnel "$@"; kill $pid
-    diff /run/old $record | grep '>'
+    grep -v 203.0.113.2 $record
 }
-is '> vpn.example 203.0.113.9' attempt remote_1=vpn.example remote_2=vpn.example
-is '> known.example 203.0.113.9' attempt remote_1=vpn.example remote_2=known.example
+is 'vpn.example 203.0.113.9' attempt remote_1=vpn.example remote_2=vpn.example
+is 'known.example 203.0.113.9' attempt remote_1=vpn.example remote_2=known.example
 is '' attempt remote_1=vpn.example http_proxy_server_1=proxy.example
 is '' attempt 'remote_1=vpn.example;reboot'
 )sh"},
