@@ -1,8 +1,6 @@
-#include "common/Digest.h"
 #include "common/Paths.h"
 #include "common/StateFile.h"
 #include "common/Text.h"
-#include "common/Wait.h"
 #include "tests/support/Cases.h"
 #include "tests/support/TestFiles.h"
 
@@ -17,8 +15,8 @@ private slots:
     void versions()
     {
         const std::tuple<const char *, const char *, int> cases[] = {
-            {"1.10", "1.9", 1},                                                    // numbers, not text
-            {"1.2", "1.5", -3},  {"2.0a", "2.0", 0},      {"1.2.3rc", "1.2.0", 0}, // only one letter goes
+            {"1.10", "1.9", 1},  {"1.2", "1.5", -3},      // numbers, not text
+            {"2.0a", "2.0", 0},  {"1.2.3rc", "1.2.0", 0}, // only one letter goes
             {"1.2", "1.2.1", 0}, {"1.2.1", "1.2", 1},     // the server's one decides how many parts are compared
             {"9.9", "", 0},      {"2.4.2", "2.4.1\n", 1}, // "1\n" is no number
         };
@@ -30,24 +28,15 @@ private slots:
     void texts()
     {
         const std::pair<QString, QString> cases[] = {
-            {GetStringBetween(";key=abc;", "key=", ";"), "abc"},
-            {GetStringBetween("ab;c", "zz", ";"), "b"}, // no opening text: starts at that text's length - 1
-            {GetStringBetween("a;c;", "zz", ";"), ""},
-            {GetStringBetween("key=abc", "key=", ";"), ""},
-            {QDir_clearPath("a/b/../c"), "a/c"},
-            {QDir_clearPath("/x/y/../../z"), "/z"},
             {QDir_clearPath("a\\b\\..\\c"), "a/c"},
             {QDir_clearPath("/X.app/Contents/MacOS/.."), "/X.app/Contents"},
             {QDir_clearPath("/a/b/..hidden"), "/ahidden"},        // a hidden name counts as a step
             {QDir_clearPath("a/b/../../../c"), "a/b/../../../c"}, // a step too many: the text as it was
-            {QDir_clearPath("/../b"), "/../b"},
             {FormatDataSize(1023), "1023B"},
             {FormatDataSize(2047), "1KB"},
-            {FormatDataSize(1048576), "1MB"},
             {FormatDataSize(~quint64(0)), "17592186044415MB"},
             {UrlFormatString("Ab é"), "%41%62%20%C3%A9"}, // every byte is escaped
             {latin1UpToNul(QByteArray("\xE9\0cd", 4)), QChar(0xE9)},
-            {md5("abc"), "900150983cd24fb0d6963f7d28e17f72"},
         };
         for (const auto &[text, expected] : cases) {
             QCOMPARE(text, expected);
@@ -62,10 +51,9 @@ private slots:
             putFile(base + name, "x");
         }
         QVERIFY2(!ClearPath(base), "a folder stays, and is no reason to stop");
-        QCOMPARE(QDir(base, {}, {}, QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot).entryList(),
-                 QStringList({".hidden", "My-CuStOm.ovpn", "b c"}));
-        QVERIFY(QDir_removeFolder(base + "x/../b c") && !QDir(base + "b c").exists());
-        QVERIFY(ClearPath(base) && ClearPath(base + "missing/"));
+        QVERIFY(QDir_removeFolder(base + "x/../b c"));
+        QCOMPARE(QDir(base).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+                 QStringList({".hidden", "My-CuStOm.ovpn"}));
     }
 
     void stateIsReplacedWholeAndPrivate()
@@ -83,15 +71,6 @@ private slots:
         }
         QCOMPARE(fileBytes(base + "state"), QByteArray("new"));
         QCOMPARE(QDir(base).entryList(QDir::Files), QStringList({"link", "state"})); // no target, no temporary file
-    }
-
-    void waitEndsOnSignalOrLimit()
-    {
-        Wait ended;
-        ended.until(this, &QObject::objectNameChanged);
-        setObjectName("changed");
-        QVERIFY2(ended.run(), "a signal that came before the wait ends it at once");
-        QVERIFY(!Wait().run(50));
     }
 };
 
