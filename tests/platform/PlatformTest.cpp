@@ -25,8 +25,7 @@ private slots:
     {
         qputenv("LC_ALL", "de_DE.UTF-8");
         const std::tuple<const char *, QByteArray, QByteArray> cases[] = {
-            {"speaks English, arguments stay whole", "echo \"$LC_ALL|$1|$2\"", "ended 0 C|a b|$(id)"},
-            {"fails", "echo half; exit 3", "ended 3 half"},
+            {"speaks English, arguments stay whole", "echo \"$LC_ALL|$1|$2\"; exit 3", "ended 3 C|a b|$(id)"},
             {"hangs", "trap '' TERM; echo half; exec sleep 60", "killed -1 half"},
             {"prints much", "head -c 300000 /dev/zero | tr '\\0' x", "ended 0 " + QByteArray(300000, 'x')},
         };
@@ -56,7 +55,6 @@ private slots:
         const std::tuple<const char *, QByteArray, int, QByteArray> cases[] = {
             {"first", missing, 1, app},
             {"twice", "(\n" + app + "\n)", 1, app + "," + app},
-            {"empty output", "", 1, app},
             {"remove only the first", "(" + other + "," + app + "," + app + ")", 0, other + "," + app},
             {"broken: no end", "(" + other + ", {Path = x", 0, other},
             {"broken: ends before it begins", "(}" + other + ")", 0, other},
@@ -72,20 +70,14 @@ private slots:
     void lockOfTheInstance()
     {
         QFile::remove(appPath("/instance"));
-        auto first = std::make_unique<SingleInstance>();
-        QVERIFY(first->isFirst() && !SingleInstance().isFirst());
-        first.reset();
-        SingleInstance next;
-        QVERIFY2(next.isFirst(), "the lock goes with its owner");
-        next.release();
+        SingleInstance first;
+        QVERIFY(first.isFirst() && !SingleInstance().isFirst());
+        first.release();
         QVERIFY(SingleInstance().isFirst());
-
         QFile::remove(appPath("/instance"));
         putFile(appPath("/elsewhere"), "untouched");
         QVERIFY(QFile::link(appPath("/elsewhere"), appPath("/instance")));
-        SingleInstance behindALink;
-        QVERIFY(behindALink.isFirst());
-        behindALink.notifyFirst();
+        SingleInstance().notifyFirst();
         QCOMPARE(fileBytes(appPath("/elsewhere")), "untouched");
         QFile::remove(appPath("/instance"));
     }

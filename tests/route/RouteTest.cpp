@@ -14,19 +14,16 @@ private slots:
     void init() { qputenv("PATH", QFile::encodeName(appPath("/fake")) + ":/usr/bin:/bin"); }
     void gateway()
     {
-        const std::tuple<const char *, QByteArray, const char *> cases[] = {
-            {"one", "Routing tables\n\nDestination Gateway\ndefault      198.51.100.1   UGSc\n", "198.51.100.1"},
-            {"interface first", "default link#4 UCS utun0\ndefault 10.0.0.1 UGSc en0\n", "10.0.0.1"},
-            {"IPv6 first", "default fe80::1 UGc\ndefault 10.0.0.2 UG\n", "10.0.0.2"},
-            {"last token", "x\ndefault 10.0.0.1", "10.0.0.1"},
-            {"not at the line's start", "x\n default 10.0.0.1 UG\n", ""},
-            {"capital letter", "Default 10.0.0.1 UG\n", ""},
-            {"keyword alone", "default\n", ""},
-            {"after a NUL", QByteArray("x\n\0default 10.0.0.1 UG\n", 25), ""},
+        const std::pair<QByteArray, const char *> cases[] = {
+            {"Routing tables\n\ndefault link#4 UCS utun0\ndefault fe80::1 UGc\ndefault      10.0.0.1   UGSc\n",
+             "10.0.0.1"},
+            {"x\ndefault 10.0.0.1", "10.0.0.1"},
+            {"x\n default 10.0.0.1 UG\nDefault 10.0.0.1 UG\ndefault\n", ""},
+            {QByteArray("x\n\0default 10.0.0.1 UG\n", 25), ""},
         };
-        for (const auto &[name, table, found] : cases) {
+        for (const auto &[table, found] : cases) {
             toolPrints("netstat", table);
-            COMPARE_CASE(name, GetDefaultGateway(), found);
+            COMPARE_CASE(table, GetDefaultGateway(), found);
         }
         QCOMPARE(fileBytes(appPath("/calls")), "C -r\n");
     }
@@ -34,31 +31,26 @@ private slots:
     void primitives()
     {
         toolPrints("route", " OK! (but: error)\n");
-        AddGateway("0.0.0.0", "0.0.0.0", "10.0.0.1");
-        DeleteGateway("0.0.0.0", "0.0.0.0", "10.0.0.1");
-        QCOMPARE(routeAddDefaultRoute("10.0.0.1"), 1);
-        QCOMPARE(routeSetDefaultRoute(nullptr), 1);
-        QCOMPARE(routeDelDefaultRoute(), 1);
+        AddGateway("10.1.0.0", "255.255.0.0", "10.0.0.1");
+        DeleteGateway("10.1.0.0", "255.255.0.0", "10.0.0.1");
+        QVERIFY(routeAddDefaultRoute("10.0.0.1") == 1 && routeSetDefaultRoute(nullptr) == 1 &&
+                routeDelDefaultRoute() == 1);
         QCOMPARE(
             fileBytes(appPath("/calls")),
-            "C add 0.0.0.0 mask 0.0.0.0 10.0.0.1\nC delete 0.0.0.0 mask 0.0.0.0 10.0.0.1\n"
+            "C add 10.1.0.0 mask 255.255.0.0 10.0.0.1\nC delete 10.1.0.0 mask 255.255.0.0 10.0.0.1\n"
             "C add 0.0.0.0 mask 0.0.0.0 10.0.0.1\nC change 0.0.0.0 mask 0.0.0.0 \nC delete 0.0.0.0 mask 0.0.0.0\n");
-
         toolPrints("route", "ok! Network is unreachable\n");
         QCOMPARE(routeAddDefaultRoute("10.0.0.1"), -1);
         qputenv("PATH", "/nowhere");
-        QCOMPARE(GetDefaultGateway(), QString());
-        QCOMPARE(routeDelDefaultRoute(), -1);
+        QVERIFY(GetDefaultGateway().isEmpty() && routeDelDefaultRoute() == -1);
     }
 
     void readsTheGatewayColumn()
     {
         const std::tuple<QByteArray, QByteArray, int> cases[] = {
             {"Network Mask Gateway\n 0.0.0.0   0.0.0.0   10.0.0.1  eth0\n", "10.0.0.1", 1},
-            {"0.0.0.0 0.0.0.0 10.0.0.1", "10.0.0.1", 1},
             {"0.0.0.0 0.0.0.0 ", "", -1},
             {"abcdefgh ijklmnopq rs", "nopq", 1}, // no such address: cut at 7 twice
-            {"", "", -1},
             {"0.0.0.0 0.0.0.0 " + QByteArray(1000, '9'), QByteArray(kGatewayBufferSize - 1, '9'), 1},
         };
         for (const auto &[output, gateway, status] : cases) {
