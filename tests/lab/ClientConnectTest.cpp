@@ -2,61 +2,41 @@
 
 #include "common/AppPath.h"
 #include "stats/TransferTotals.h"
-#include "ui/KvL2TPBox.h"
 
 #include <QCheckBox>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QTimer>
 
 #include <algorithm>
 #include <cstdio>
 
-static TransferCounters storedTotals()
+/// The command line of Korvan's own OpenVPN, with files for what it gets in open descriptors.
+static QByteArray openVPNCommand()
 {
-    TransferCounters stored;
-    GetTotalDataTransfer(stored.totalReceived, stored.totalSent, stored.day, stored.dayReceived, stored.daySent,
-                         stored.month, stored.monthReceived, stored.monthSent);
-    return stored;
+    QString line = inHome("xargs -0 printf '%q ' </proc/" + QByteArray::number(openVPN()) + "/cmdline");
+    line.replace(QRegularExpression("^\\S+"), "/usr/sbin/openvpn");
+    line.replace(QRegularExpression("--config \\S+"), "--config '" + appPath("/cfg/OpenVPN/temp") + "'");
+    return line.replace(QRegularExpression("--askpass \\S+"), "--askpass <(echo -)").toUtf8();
 }
 
-/// How many milliseconds OpenVPN takes from its start to the tunnel.
-static qint64 connectByHand(const QStringList &arguments)
+/// How many milliseconds the command takes to the tunnel.
+static qint64 timeByHand(const QByteArray &command)
 {
-    QProcess process;
-    QElapsedTimer timer;
-    timer.start();
-    process.start("/usr/sbin/openvpn", arguments);
-    QByteArray output;
-    while (!output.contains("Initialization Sequence Completed") && process.waitForReadyRead(60000)) {
-        output += process.readAll();
-    }
-    const qint64 elapsed = timer.elapsed();
-    process.terminate();
-    process.waitForFinished();
-    return elapsed;
+    return inHome("start=${EPOCHREALTIME/./}; exec 3< <(exec " + command + "); " +
+                  "grep -q -m 1 'Initialization Sequence Completed' <&3; "
+                  "echo $(((${EPOCHREALTIME/./} - start) / 1000)); kill $!; wait $!")
+        .toLongLong();
 }
 
 static qint64 medianOf(const char *what, QVector<qint64> times)
 {
     std::sort(times.begin(), times.end());
-    const qint64 median = times.at(times.size() / 2);
-    std::printf("%s: %lld ms, the median of %d (%lld to %lld)\n", what, median, times.size(), times.first(),
-                times.last());
-    return median;
-}
-
-/// The command line of Korvan's own OpenVPN, with files for what it gets in open descriptors.
-static QStringList openVPNCommandLine()
-{
-    putFile(appPath("/no-password"), "-\n");
-    QStringList arguments =
-        QString::fromUtf8(inHome("tr '\\0' '\n' </proc/" + QByteArray::number(openVPN()) + "/cmdline")).split('\n');
-    arguments.removeFirst(); // the program
-    arguments[arguments.indexOf("--config") + 1] = appPath("/cfg/OpenVPN/temp");
-    arguments[arguments.indexOf("--askpass") + 1] = appPath("/no-password");
-    return arguments;
+    std::printf("%s: %lld ms, the median of %d (%lld to %lld)\n", what, times.at(times.size() / 2), times.size(),
+                times.first(), times.last());
+    return times.at(times.size() / 2);
 }
 
 /// Login and connection through the real buttons, against the service and the servers of the lab.
@@ -89,14 +69,13 @@ private slots:
         QFile::remove(asked);
         putScript(appPath("/compose4"),
                   "echo \"$*\" >>'" + asked.toUtf8() + "'; echo Recv 5; echo Send 6; echo Success");
-        client.startLoggedIn("Examplia-1");
+        client.start();
         client.find<QComboBox>("cmProto")->setCurrentText("L2TP");
+        client.logInTo("Samplonia-L2TP-1");
         QCOMPARE(client.items("cmServer"), QStringList({"Examplia-L2TP-1", "Samplonia-L2TP-1"}));
-        client.find<QComboBox>("cmServer")->setCurrentText("Samplonia-L2TP-1");
-
         QTimer answer;
         connect(&answer, &QTimer::timeout, [] {
-            if (auto *box = qobject_cast<KvL2TPBox *>(QApplication::activeModalWidget())) {
+            if (QWidget *box = QApplication::activeModalWidget()) {
                 QTest::keyClicks(box->findChild<QLineEdit *>("edPass"), "pass word");
                 box->findChild<QCheckBox *>("ckRem")->click();
                 box->findChild<QPushButton *>("btnOK")->click();
@@ -142,60 +121,50 @@ private slots:
         }
     }
 
+    /// Into another day and another month; quitting while connected adds the bytes to the file.
     void totalsRollOver()
     {
         constexpr quint64 kBefore = 5 << 20;
         constexpr quint64 kLoaded = 3 << 20;
         const QDate today = QDate::currentDate();
-        for (const bool newMonth : {false, true}) {
-            ClientLab client;
-            QDir().mkpath(appPath("/cfg"));
-            UpdateTotalDataTransfer(kBefore, kBefore,
-                                    newMonth ? QDate(today.year(), today.month() == 1 ? 3 : 1, today.day())
-                                             : QDate(today.year(), today.month(), today.day() == 1 ? 2 : 1));
-            client.startLoggedIn("Examplia-1");
-            QVERIFY(client.connects());
-            // Rolled over before anything comes: the file counts twice what comes with the roll-over.
-            QVERIFY(client.shows("lbTotalRecv", "5MB"));
-            load(kLoaded);
-            QVERIFY(client.shows("lbSessionRecv", "3MB"));
-            QCOMPARE(client.label("lbTotalRecv"), QString("8MB"));
-            QCOMPARE(client.label("lbTotalRD"), QString(newMonth ? "3MB" : "8MB")); // the month's
-            QCOMPARE(storedTotals().totalReceived, kBefore);
-
-            client.end(); // quit while connected
-            const TransferCounters stored = storedTotals();
-            const quint64 received = stored.totalReceived - kBefore;
-            QVERIFY2(received > kLoaded && received < 2 * kLoaded, "with what TCP adds");
-            QCOMPARE(stored.dayReceived, newMonth ? kBefore + received : received);
-            QCOMPARE(stored.monthReceived, newMonth ? received : kBefore + received);
-            QCOMPARE(QDate(today.year(), stored.month, stored.day), today);
-            QVERIFY(stored.totalSent > kBefore);
-        }
+        ClientLab client;
+        QDir().mkpath(appPath("/cfg"));
+        UpdateTotalDataTransfer(kBefore, kBefore, QDate(2020, today.month() % 12 + 1, today.day() == 1 ? 2 : 1));
+        client.startLoggedIn("Examplia-1");
+        QVERIFY(client.connects());
+        // Rolled over before anything comes: the file counts twice what comes with the roll-over.
+        QVERIFY(client.shows("lbTotalRecv", "5MB"));
+        LabWindow::order("/archives/load", "rate=1500000", QByteArray(kLoaded, 'x'));
+        inHome("curl -sk -m 30 https://portal.korvan.example/archives/load >/dev/null");
+        QVERIFY(client.shows("lbSessionRecv", "3MB"));
+        QCOMPARE(client.label("lbTotalRecv") + client.label("lbTotalRD"), QString("8MB3MB")); // the month's is 3 MB
+        client.end();
+        TransferCounters stored;
+        GetTotalDataTransfer(stored.totalReceived, stored.totalSent, stored.day, stored.dayReceived, stored.daySent,
+                             stored.month, stored.monthReceived, stored.monthSent);
+        const quint64 received = stored.totalReceived - kBefore;
+        QVERIFY2(received > kLoaded && received < 2 * kLoaded, "with what TCP adds");
+        QVERIFY(stored.dayReceived == received && stored.monthReceived == received && stored.totalSent > kBefore);
     }
 
     /// From the press of the button to "CONNECTED", against the same OpenVPN started by hand. A machine with other
     /// work to do gets three tries.
     void addsLittleToOpenVPNsTime()
     {
-        constexpr int kRounds = 10;
         ClientLab client;
         client.startLoggedIn("Examplia-1");
         for (int tries = 3; tries > 0; --tries) {
-            QVector<qint64> pressed;
-            QVector<qint64> byHand;
-            for (int round = 0; round < kRounds; ++round) {
+            QVector<qint64> pressed, byHand;
+            for (int round = 0; round < 10; ++round) {
                 QElapsedTimer timer;
                 timer.start();
                 QVERIFY(client.connects());
                 pressed += timer.elapsed();
-                const QStringList arguments = openVPNCommandLine();
+                const QByteArray command = openVPNCommand();
                 QVERIFY(client.breakTunnel());
-                byHand += connectByHand(arguments);
+                byHand += timeByHand(command);
             }
-            const qint64 own =
-                medianOf("from the button to CONNECTED", pressed) - medianOf("OpenVPN by hand", byHand);
-            if (own <= 50) {
+            if (medianOf("from the button to CONNECTED", pressed) - medianOf("OpenVPN by hand", byHand) <= 50) {
                 return;
             }
         }

@@ -94,12 +94,6 @@ bool hasDefaultRoute()
     return !inHome("ip route show default").isEmpty();
 }
 
-void load(int bytes)
-{
-    LabWindow::order("/archives/load", "rate=1500000", QByteArray(bytes, 'x'));
-    inHome("curl -sk -m 30 https://portal.korvan.example/archives/load >/dev/null");
-}
-
 pid_t openVPN()
 {
     // The servers' machines have network namespaces of their own.
@@ -109,20 +103,14 @@ pid_t openVPN()
 
 LeakWatch::LeakWatch()
 {
-    inHome("ip netns exec world nft 'table inet leaks { counter outside {}; chain input { "
+    inHome("ip netns exec world nft 'table inet leaks; delete table inet leaks; table inet leaks { counter outside "
+           "{}; chain input { "
            "type filter hook input priority 0; "
            "iifname home ip daddr { 203.0.113.10, 203.0.113.30 } counter name outside; "
            "iifname home ip6 daddr 2001:db8:113::10 counter name outside; }; }'");
     m_senders.start("bash", {"-c", "while :; do for host in 203.0.113.10 203.0.113.30 2001:db8:113::10; do "
                                    "echo x >/dev/udp/$host/9; done; read -t .002 <> <(:); done 2>/dev/null"});
     m_senders.waitForStarted();
-}
-
-LeakWatch::~LeakWatch()
-{
-    m_senders.kill();
-    m_senders.waitForFinished();
-    inHome("ip netns exec world nft delete table inet leaks");
 }
 
 int LeakWatch::packets()

@@ -54,19 +54,15 @@ bool ipv6IsOpen();
 /// Whether there is a default route in the main table.
 bool hasDefaultRoute();
 
-/// Loads so many bytes from the service by whatever way is open, within some seconds.
-void load(int bytes);
-
 /// The process that is OpenVPN on the subscriber's machine, or 0.
 pid_t openVPN();
 
 /// Packets that reach the world from the subscriber's machine outside any tunnel, IPv4 and IPv6, while other programs
-/// of his keep sending.
+/// of his keep sending for as long as it lives.
 class LeakWatch
 {
 public:
     LeakWatch();
-    ~LeakWatch();
 
     /// How many have come so far.
     static int packets();
