@@ -60,34 +60,19 @@ private slots:
             QVERIFY2(routes.contains("0.0.0.0/1 via " + subnet) && routes.contains("128.0.0.0/1 via "),
                      qPrintable(routes));
             QVERIFY(run("curl -s -m 10 http://ip.korvan.example/testip.php").contains("Your IP: " + subnet));
-            const double size = 8 << 20;
-            const QString other = "http://vpn2.korvan.example:8080/";
-            QCOMPARE(run("curl -s -m 50 " + other + "korvantest.dat | wc -c").toDouble(), size);
-            run("head -c 8388608 /dev/zero | curl -s -m 50 -T - " + other + "upload");
+            run("curl -s -m 50 http://vpn2.korvan.example:8080/korvantest.dat"
+                " | curl -s -m 50 -T - http://vpn2.korvan.example:8080/upload");
             const auto isRight = [&](int field, const char *direction) {
                 const double counted = client.counts().section('/', field, field).toDouble();
                 const double carried = run(QString("cat /sys/class/net/tun*/statistics/") + direction).toDouble();
-                return counted > size && carried > size && qAbs(counted / carried - 1) < 0.1;
+                return carried > (8 << 20) && qAbs(counted / carried - 1) < 0.1;
             };
             QTRY_VERIFY_WITH_TIMEOUT(isRight(0, "rx_bytes") && isRight(1, "tx_bytes"), 10000);
             QVERIFY(client.close());
         }
     }
 
-    void failsToConnect()
-    {
-        const std::tuple<const char *, const char *, const char *> cases[] = {
-            {"Rejecting-1", "", "[ERROR]vpn connect error, please check log"}, // the certificate
-            {"Password-1", "wrong", "[ERROR]username or password is not matched."},
-        };
-        for (const auto &[server, password, error] : cases) {
-            TestClient client;
-            QVERIFY(!openTo(client, server, *password == '\0' ? "" : "alice", password));
-            QTRY_COMPARE_WITH_TIMEOUT(client.errors(), QStringList(error), 20000);
-            QVERIFY(client.state() == VPNClient::VPNERROR && !client.close());
-        }
-    }
-
+    /// And a last one, of which OpenVPN is killed.
     void tenInARow()
     {
         TestClient client;
@@ -101,7 +86,10 @@ private slots:
             QVERIFY(client.close());
         }
         qInfo("connected in%s ms", qPrintable(times));
-        QCOMPARE(client.errors(), QStringList());
+        QVERIFY(client.errors().isEmpty() && openTo(client, "Examplia-1"));
+        kill(static_cast<pid_t>(client.m_process->processId()), SIGKILL);
+        QTRY_COMPARE_WITH_TIMEOUT(client.errors(), QStringList("[ERROR]openvpn error, please check log"), 1000);
+        QTRY_VERIFY(client.isFinished());
     }
 
     /// A client of its own process, which main() makes.
@@ -114,38 +102,19 @@ private slots:
         QVERIFY(openVPN > 0 && kill(openVPN, 0) == 0);
         QVERIFY(network() != m_before);
         other.kill();
-        QElapsedTimer elapsed;
-        elapsed.start();
         const QString lives = QString("grep -sE '^State:\\s+[^ZX]' /proc/%1/status").arg(openVPN);
-        QTRY_COMPARE_WITH_TIMEOUT(run(lives), QString(), 10000);
-        qInfo("OpenVPN was gone after %lld ms", elapsed.elapsed());
-        QVERIFY(elapsed.elapsed() < 2000);
+        QTRY_COMPARE_WITH_TIMEOUT(run(lives), QString(), 2000);
     }
 
-    void killedTunnel()
-    {
-        TestClient client;
-        QVERIFY(openTo(client, "Examplia-1"));
-        QElapsedTimer elapsed;
-        elapsed.start();
-        kill(static_cast<pid_t>(client.m_process->processId()), SIGKILL);
-        QTRY_COMPARE_WITH_TIMEOUT(client.errors(), QStringList("[ERROR]openvpn error, please check log"), 10000);
-        qInfo("reported after %lld ms", elapsed.elapsed());
-        QVERIFY(elapsed.elapsed() < 200);
-        QCOMPARE(client.state(), VPNClient::VPNERROR);
-        QTRY_VERIFY(client.isFinished());
-    }
-
-    /// The server takes them as they were typed, and nobody else sees them.
+    /// The server refuses them until it knows them, takes them as they were typed, and nobody else sees them.
     void promptedCredentials()
     {
         const QString user = "a-name-like-no-other";
         const QString password = "pass \"wörd\" like\\no other";
-        QFile users(qEnvironmentVariable("LAB_DIR") + "/users");
-        QVERIFY(users.open(QIODevice::Append));
-        users.write((user + '\t' + password + '\n').toUtf8());
-        users.close();
         TestClient client;
+        QVERIFY(!openTo(client, "Password-1", user, password));
+        QTRY_COMPARE(client.errors(), QStringList("[ERROR]username or password is not matched."));
+        run("echo '" + user + '\t' + password + "' >> $LAB_DIR/users");
         QVERIFY2(openTo(client, "Password-1", user, password), qPrintable(client.messages.join('\n')));
         const QString seen =
             client.messages.join('\n') + run("cat /proc/[0-9]*/cmdline 2>/dev/null | tr '\\0' '\\n'");
