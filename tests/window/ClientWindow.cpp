@@ -4,6 +4,7 @@
 #include "common/AppPath.h"
 #include "tests/support/TestFiles.h"
 #include "ui/Look.h"
+#include "ui_Korvan.h"
 
 #include <QDir>
 #include <QTextCodec>
@@ -15,7 +16,7 @@ void prepareApplication(QApplication &application)
     applyLook(application);
 }
 
-ClientWindow::ClientWindow()
+void ClientWindow::clear()
 {
     qInstallMessageHandler(debugFilter); // the test runner has put its own in place
     for (const char *state : {"/cfg", "/l2tp", "/defgate", "/log.txt", "/update", "/setting.ini"}) {
@@ -24,7 +25,7 @@ ClientWindow::ClientWindow()
     }
 }
 
-Korvan &ClientWindow::start()
+void ClientWindow::start()
 {
     end();
     const int before = fileBytes(appPath("/log.txt")).size();
@@ -38,12 +39,34 @@ Korvan &ClientWindow::start()
     if (!QTest::qWaitFor(isDone, 30000)) {
         qFatal("the start did not end");
     }
-    return *m_window;
+}
+
+QString ClientWindow::label(const char *name) const
+{
+    return find<QLabel>(name)->text();
+}
+
+QStringList ClientWindow::items(const char *name, int column) const
+{
+    const auto *table = m_window->findChild<QTableWidget *>(name);
+    const QAbstractItemModel *model = table != nullptr ? table->model() : find<QComboBox>(name)->model();
+    QStringList texts;
+    for (int row = 0; row < model->rowCount(); ++row) {
+        texts += model->index(row, column).data().toString();
+    }
+    return texts;
 }
 
 bool ClientWindow::press(const char *button) const
 {
     auto *widget = find<QAbstractButton>(button);
+    auto *tab = find<KvRetinaTabBar>("tab");
+    const auto *pages = find<QStackedWidget>("tabPage");
+    for (int page = 0; page < pages->count(); ++page) {
+        if (page != pages->currentIndex() && pages->widget(page)->isAncestorOf(widget)) {
+            QTest::mouseClick(tab, Qt::LeftButton, {}, tab->tabRect(page).center());
+        }
+    }
     if (!widget->isVisibleTo(m_window.get()) || !widget->isEnabled()) {
         return false;
     }

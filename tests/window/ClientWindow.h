@@ -16,17 +16,19 @@ void prepareApplication(QApplication &application);
 class ClientWindow
 {
 public:
-    /// Empties the application folder's state.
-    ClientWindow();
+    ClientWindow() { clear(); }
 
-    /// Creates the window, in place of one that is there, waits until its start is done, and returns it.
-    Korvan &start();
+    /// Empties the application folder's state.
+    static void clear();
+
+    /// Creates the window, in place of one that is there, and waits until its start is done.
+    void start();
 
     /// Destroys the window, as the end of the program does.
     void end() { m_window.reset(); }
 
     /// The widget of that object name; the test fails without it.
-    template <typename Widget> Widget *find(const char *name) const
+    template <typename Widget = QWidget> Widget *find(const char *name) const
     {
         auto *widget = m_window->findChild<Widget *>(QString::fromLatin1(name));
         if (widget == nullptr) {
@@ -35,7 +37,12 @@ public:
         return widget;
     }
 
-    /// Presses a button as the user does: only when it is shown and enabled.
+    QString label(const char *name) const;
+
+    /// The items of a box, or a column of a table.
+    QStringList items(const char *name, int column = 0) const;
+
+    /// Presses a button as the user does, who opens its page first and presses only what is shown and enabled.
     bool press(const char *button) const;
 
     BoxAnswers boxes;

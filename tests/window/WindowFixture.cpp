@@ -3,22 +3,19 @@
 #include <QDesktopServices>
 #include <QDir>
 
-static const char kRoutes[] = "/routes";
-
 void WindowFixture::init()
 {
-    m_client = std::make_unique<ClientWindow>();
-    m_opened.clear();
+    clear();
     QDir(appPath("/fake")).removeRecursively();
-    takeRoutes();
     // Nothing answers on port 1, so that every request of the start-up ends at once.
     putFile(appPath("/setting.ini"),
             "[LOGIN]\nVER=http://127.0.0.1:1/api\n[UPDATE]\nURL=http://127.0.0.1:1/update.xml\n");
+    const QByteArray fake = appPath("/fake").toUtf8();
     putScript(appPath("/fake/netstat"), "echo 'default 198.51.100.1 UG eth0'");
-    putScript(appPath("/fake/route"), "echo \"$*\" >> '" + appPath(kRoutes).toUtf8() + "'; echo 'OK!'");
-    putScript(appPath("/fake/defaults"), "[ $1 = read ] && echo 'does not exist' || printf %s \"$4\" > '" +
-                                             appPath("/fake/items").toUtf8() + "'");
-    qputenv("PATH", QFile::encodeName(appPath("/fake")) + ":/usr/bin:/bin");
+    putScript(appPath("/fake/route"), "echo \"$*\" >> '" + fake + "/routes'; echo 'OK!'");
+    putScript(appPath("/fake/defaults"),
+              "[ $1 = read ] && echo 'does not exist' || printf %s \"$4\" > '" + fake + "/items'");
+    qputenv("PATH", fake + ":/usr/bin:/bin");
     for (const char *scheme : {"http", "https"}) {
         QDesktopServices::setUrlHandler(scheme, this, "noteUrl");
     }
@@ -26,38 +23,21 @@ void WindowFixture::init()
 
 void WindowFixture::cleanup()
 {
-    QCOMPARE(boxes().takeFailures(), QString());
-    QCOMPARE(boxes().left(), 0);
-    m_client.reset();
+    QCOMPARE(boxes.takeFailures(), QString());
+    QCOMPARE(boxes.left(), 0);
+    end();
 }
 
-void WindowFixture::putProfile(const QStringList &servers)
+void WindowFixture::startLoggedIn(const QStringList &servers)
 {
     for (const QString &server : servers) {
         putFile(appPath("/cfg/OpenVPN/") + server + ".ovpn", "client\nremote 203.0.113.21 1194\n");
     }
     putFile(appPath("/cfg/OpenVPN/alice.crt"), "            Not After : Dec 31 23:59:59 2099 GMT\n");
-}
-
-Korvan &WindowFixture::startLoggedIn(const QStringList &servers)
-{
-    putProfile(servers);
     start();
     button("cbNoSound")->setChecked(true);
     type("edUser", "alice");
     press("pbExist");
-    return *m_window;
-}
-
-QStringList WindowFixture::items(const char *name, int column) const
-{
-    const auto *table = m_window->findChild<QTableWidget *>(name);
-    const QAbstractItemModel *model = table != nullptr ? table->model() : combo(name)->model();
-    QStringList texts;
-    for (int row = 0; row < model->rowCount(); ++row) {
-        texts += model->index(row, column).data().toString();
-    }
-    return texts;
 }
 
 QString WindowFixture::enabled(const QString &controls) const
@@ -71,7 +51,7 @@ QString WindowFixture::enabled(const QString &controls) const
 
 QAction *WindowFixture::trayEntry(const QString &text) const
 {
-    for (QMenu *menu : m_window->findChildren<QMenu *>()) {
+    for (const QMenu *menu : m_window->findChildren<QMenu *>()) {
         for (QAction *action : menu->actions()) {
             if (action->text() == text) {
                 return action;
@@ -88,19 +68,12 @@ bool WindowFixture::press(const char *button) const
         entry->trigger();
         return enabled;
     }
-    auto *tab = find<KvRetinaTabBar>("tab");
-    const auto *pages = find<QStackedWidget>("tabPage");
-    for (int page = 0; page < pages->count(); ++page) {
-        if (pages->widget(page)->isAncestorOf(find(button))) {
-            QTest::mouseClick(tab, Qt::LeftButton, {}, tab->tabRect(page).center());
-        }
-    }
-    return m_client->press(button);
+    return ClientWindow::press(button);
 }
 
 void WindowFixture::when(const std::function<bool()> &condition, const std::function<void()> &action) const
 {
-    auto *timer = new QTimer(m_window);
+    auto *timer = new QTimer(m_window.get());
     connect(timer, &QTimer::timeout, this, [=] {
         if (condition()) {
             timer->stop();
@@ -113,7 +86,7 @@ void WindowFixture::when(const std::function<bool()> &condition, const std::func
 
 QByteArray WindowFixture::takeRoutes()
 {
-    QByteArray routes = fileBytes(appPath(kRoutes));
-    QFile::remove(appPath(kRoutes));
+    const QByteArray routes = fileBytes(appPath("/fake/routes"));
+    QFile::remove(appPath("/fake/routes"));
     return routes;
 }

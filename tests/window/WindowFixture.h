@@ -12,7 +12,7 @@
 /// A test of the window. Each of its functions begins without state, with stand-ins for the system tools first in
 /// PATH, and fails unless exactly the boxes come that it expects. The machine's gateway is 198.51.100.1, nothing
 /// answers in the network, and route commands are noted.
-class WindowFixture : public QObject
+class WindowFixture : public QObject, protected ClientWindow
 {
     Q_OBJECT
 
@@ -29,25 +29,14 @@ protected slots:
     void cleanup();
 
 protected:
-    /// Puts a profile with these servers and a valid certificate of "alice" on disk.
-    static void putProfile(const QStringList &servers);
-
-    Korvan &start() { return *(m_window = &m_client->start()); }
-
-    /// The window of a user who has these servers and has logged in. It plays no sounds.
-    Korvan &startLoggedIn(const QStringList &servers);
+    /// The window of a user who has these servers and has logged in as "alice". It plays no sounds.
+    void startLoggedIn(const QStringList &servers);
 
     VPNClient &engine() const { return *m_window->m_engine; }
-    BoxAnswers &boxes() const { return m_client->boxes; }
-    template <typename Widget = QWidget> Widget *find(const char *name) const { return m_client->find<Widget>(name); }
     QAbstractButton *button(const char *name) const { return find<QAbstractButton>(name); }
     QComboBox *combo(const char *name) const { return find<QComboBox>(name); }
-    QString label(const char *name) const { return find<QLabel>(name)->text(); }
     void type(const char *field, const QString &text) const { find<QLineEdit>(field)->setText(text); }
     QString page() const { return find<QStackedWidget>("stack")->currentWidget()->objectName(); }
-
-    /// The items of a box, or a column of a table.
-    QStringList items(const char *name, int column = 0) const;
 
     /// For controls as in "c:pbConnect d:pbDisconnect": the letters of those that are enabled, a dash for each other.
     QString enabled(const QString &controls) const;
@@ -55,8 +44,7 @@ protected:
     /// An entry of the tray's menu or of its list of servers; null when there is none of that text.
     QAction *trayEntry(const QString &text) const;
 
-    /// Presses a button as the user does, who opens its page first and presses only what is shown and enabled; or
-    /// chooses an entry of the tray's menu by its text.
+    /// Presses a button or chooses an entry of the tray's menu by its text.
     bool press(const char *button) const;
 
     /// Runs the action as soon as the condition holds, also while a slot of the window waits.
@@ -70,7 +58,5 @@ protected:
 
     static QByteArray log() { return fileBytes(appPath("/log.txt")); }
 
-    std::unique_ptr<ClientWindow> m_client;
-    Korvan *m_window = nullptr;
     QStringList m_opened; ///< addresses that the browser was to show
 };
