@@ -47,10 +47,9 @@ private:
     {
         const auto data = qdbus_cast<Texts>(vpn.value("data"));
         const auto secrets = qdbus_cast<Texts>(vpn.value("secrets"));
-        const QString server = data.value("gateway") + data.value("address"); // L2TP, IKEv2
-        putFile("/run/given", QStringList{data.value("user"), secrets.value("password"), secrets.value("ipsec-psk")}
-                                  .join('\n')
-                                  .toUtf8());
+        const QString server = data.value("gateway");
+        const QStringList given = {data.value("user"), secrets.value("password"), secrets.value("ipsec-psk")};
+        putFile("/run/given", given.join('\n').toUtf8());
         if (server.startsWith("reject")) {
             emitSignal("Failure", 0u);
             emitSignal("StateChanged", 6u);

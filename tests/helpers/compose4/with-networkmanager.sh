@@ -12,24 +12,13 @@ for name in l2tp strongswan; do
         $name $name "$1" >/usr/lib/NetworkManager/VPN/nm-$name-service.name
 done
 cat >/run/bus.conf <<'END'
-<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
- "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
 <busconfig>
-  <type>system</type>
-  <listen>unix:path=/run/dbus/system_bus_socket</listen>
+  <type>system</type><listen>unix:path=/run/dbus/system_bus_socket</listen>
   <policy context="default"><allow send_destination="*"/><allow own="*"/><allow eavesdrop="true"/></policy>
 </busconfig>
 END
-cat >/etc/NetworkManager/NetworkManager.conf <<'END'
-[main]
-plugins=keyfile
-auth-polkit=false
-dns=none
-rc-manager=unmanaged
-no-auto-default=*
-[keyfile]
-unmanaged-devices=interface-name:peer*,interface-name:tunnel
-END
+printf '%s\n' '[main]' plugins=keyfile auth-polkit=false dns=none 'no-auto-default=*' \
+    '[keyfile]' 'unmanaged-devices=interface-name:peer*,interface-name:tunnel' >/etc/NetworkManager/NetworkManager.conf
 exec 3>&1 >/run/log 2>&1
 ip link add uplink type veth peer name peer0
 ip link add tunnel type veth peer name peer1
