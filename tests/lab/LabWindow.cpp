@@ -1,7 +1,6 @@
 #include "tests/lab/LabWindow.h"
 
 #include "common/AppPath.h"
-#include "ui/KvRetinaTabBar.h"
 
 #include <QComboBox>
 #include <QLabel>
@@ -35,33 +34,9 @@ void LabWindow::login(const QString &user, const QString &password) const
     QVERIFY(press("pbLogin"));
 }
 
-void LabWindow::openPage(const QString &name) const
-{
-    auto *tab = find<KvRetinaTabBar>("tab");
-    int index = 0;
-    while (index < tab->count() && tab->tabText(index) != name) {
-        ++index;
-    }
-    tab->setCurrentIndex(index);
-}
-
-QString LabWindow::label(const char *name) const
-{
-    return find<QLabel>(name)->text();
-}
-
 bool LabWindow::shows(const char *name, const QString &text) const
 {
     return QTest::qWaitFor([&] { return label(name) == text; }, kLimitMs);
-}
-
-QStringList LabWindow::items(const char *box) const
-{
-    QStringList texts;
-    for (int i = 0; i < find<QComboBox>(box)->count(); ++i) {
-        texts += find<QComboBox>(box)->itemText(i);
-    }
-    return texts;
 }
 
 bool LabWindow::isLoggedIn() const

@@ -17,20 +17,13 @@ public:
     /// Fills in the login page and presses pbLogin; returns when the login has come to its end.
     void login(const QString &user = "alice", const QString &password = "wonderland-7") const;
 
-    /// Opens the page of that tab.
-    void openPage(const QString &name) const;
-
-    /// What a label shows, and whether it comes to show this within a minute.
-    QString label(const char *name) const;
+    /// Whether a label comes to show this within a minute.
     bool shows(const char *name, const QString &text) const;
-
-    /// The entries of a box.
-    QStringList items(const char *box) const;
 
     /// Whether the main page is shown, not that of the login.
     bool isLoggedIn() const;
 
-    bool isOn(const char *name) const { return find<QWidget>(name)->isEnabled(); }
+    bool isOn(const char *name) const { return find(name)->isEnabled(); }
 
     /// Whether the log has this text.
     static bool logHas(const QByteArray &text);
