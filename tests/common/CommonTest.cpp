@@ -63,12 +63,9 @@ private slots:
         putFile(base + "state", "a longer old content");
         QVERIFY(QFile::setPermissions(base + "state", QFile::ReadOwner | QFile::ReadOther));
         QVERIFY(writeWhole(base + "state", "new"));
-        QCOMPARE(fileBytes(base + "state"), QByteArray("new"));
         QCOMPARE(QFile::permissions(base + "state") & (QFile::ReadGroup | QFile::ReadOther | QFile::ExeOwner), 0);
-        QVERIFY(QFile::link(base + "state", base + "link") && QFile::link(base + "nowhere", base + "dangling"));
-        for (const char *path : {"link", "dangling", "", "missing/state"}) {
-            QVERIFY2(!writeWhole(base + path, "x"), path);
-        }
+        QVERIFY(QFile::link(base + "state", base + "link") && !writeWhole(base + "link", "x"));
+        QVERIFY(QFile::link(base + "nowhere", base + "dangling") && !writeWhole(base + "dangling", "x"));
         QCOMPARE(fileBytes(base + "state"), QByteArray("new"));
         QCOMPARE(QDir(base).entryList(QDir::Files), QStringList({"link", "state"})); // no target, no temporary file
     }
