@@ -1,5 +1,4 @@
 #include "common/AppPath.h"
-#include "platform/KillProcess.h"
 #include "platform/LoginItems.h"
 #include "platform/SingleInstance.h"
 #include "platform/Tool.h"
@@ -80,15 +79,6 @@ private slots:
         SingleInstance().notifyFirst();
         QCOMPARE(fileBytes(appPath("/elsewhere")), "untouched");
         QFile::remove(appPath("/instance"));
-    }
-
-    void killMatchesTheWholeLine()
-    {
-        putScript(appPath("/fake/ps"), "echo \"root 4711 1 0 korvan-victim\"; echo \"root 4712 1 0 other\"");
-        putScript(appPath("/fake/kill"), "");
-        putScript(appPath("/fake/xargs"), "cat >\"${0%/*}/killed\"");
-        killProcessByName("korvan-victim");
-        QCOMPARE(fileBytes(appPath("/fake/killed")), "4711\n");
     }
 
     /// xdg-open of the person at the screen: a stand-in that only this namespace of mounts shows.

@@ -155,13 +155,6 @@ private slots:
         QVERIFY2(started > 0 && started < 1000, "the files were not swapped in time");
     }
 
-    /// Whoever started it and reads its output is gone.
-    void missingParentEndsIt()
-    {
-        const QByteArray said = runShell(path(""), "exec 3> >(:); wait $!; ./compose 2>&1 >&3; echo $?");
-        QVERIFY2(said.endsWith("has ended\n1\n"), said.constData());
-    }
-
     /// Profiles as they are found in the wild go through the compose that ships into the installed OpenVPN.
     void realOpenVpnTakesRealProfiles()
     {

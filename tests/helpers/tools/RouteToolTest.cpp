@@ -32,8 +32,7 @@ restores "$plain; ip route add default via 198.51.2.1 dev e2 metric 600 onlink m
 restores 'ip route add default nexthop via 198.51.1.1 weight 2 nexthop via 198.51.2.1 weight 1'
 restores 'ip nexthop add id 5 via 198.51.1.1 dev e1; ip route add default nhid 5 metric 9'
 restores 'ip route add default dev e1 scope link metric 3'
-# A tunnel's own route and a rejecting one stay.
-restores "$plain; ip route add unreachable default metric 90000" 'unreachable default metric 90000'
+# A tunnel's own route stays.
 restores "$plain; ip tuntap add t1 mode tun; ip link set t1 up; ip route add default dev t1 metric 5000" \
     'default dev t1 scope link metric 5000 linkdown'
 )sh"},
@@ -114,10 +113,9 @@ done
 )sh"},
                 {"other requests", R"sh(
 is 'route: there is no default route to delete' lockdown 198.51.1.1
-for gateway in 198.51.1.1 198.51.1.1 198.51.2.1; do is 'OK!' release $gateway; done
+is 'OK!' release 198.51.2.1
+is 'OK!' route change 0.0.0.0 mask 0.0.0.0 198.51.1.1
 is '0.0.0.0 0.0.0.0 198.51.1.1 e1 0' echo $(route print 0.0.0.0 mask 0.0.0.0)
-is 'OK!' route change 0.0.0.0 mask 0.0.0.0 198.51.1.7
-is 'default via 198.51.1.7 dev e1' ip route show default
 is 'route: "--help" is no gateway address' lockdown --help
 is 'route: only root can change routes' setpriv --reuid 4711 --clear-groups $tools/route delete 0.0.0.0 mask 0.0.0.0
 )sh"},
@@ -125,7 +123,6 @@ is 'route: only root can change routes' setpriv --reuid 4711 --clear-groups $too
 ip route add default dev e1 scope link metric 3
 ip route add default via 198.51.2.1 dev e2 metric 600
 ip route add default via 198.51.1.1 dev e1 metric 100
-ip route add unreachable default metric 1
 from=${EPOCHREALTIME/./}
 netstat -r >/run/table
 took=$((${EPOCHREALTIME/./} - from))
