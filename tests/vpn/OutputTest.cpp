@@ -1,9 +1,15 @@
 #include "common/AppPath.h"
 #include "tests/support/Cases.h"
+#include "tests/vpn/TestClient.h"
 #include "vpn/HelperArguments.h"
 #include "vpn/HelperOutput.h"
+#include "vpn/ManagementPort.h"
 
-/// What goes to the helpers and what comes back, without running any.
+#include <QNetworkProxy>
+#include <QTcpServer>
+#include <QTcpSocket>
+
+/// What the helpers say, printed or over OpenVPN's management port, without running any.
 class OutputTest : public QObject
 {
     Q_OBJECT
@@ -32,6 +38,57 @@ private slots:
         const ByteCount count = parseServiceCounts("Send 7\nRecv  18446744073709551615 \r\nSuccess\n");
         QVERIFY(count.received == ~quint64(0) && count.sent == 7);
     }
+
+    void initTestCase()
+    {
+        // Not for the loopback: the agent must pass it by.
+        QNetworkProxy::setApplicationProxy(QNetworkProxy(QNetworkProxy::Socks5Proxy, "127.0.0.1", 1));
+        m_server.setProxy(QNetworkProxy::NoProxy);
+    }
+
+    void readsReports()
+    {
+        QVERIFY(m_server.listen(QHostAddress::LocalHost));
+        VPNMGRPORT = QString::number(m_server.serverPort());
+        TestClient client;
+        client.m_option.type = VPNClient::OPENVPN;
+        client.m_agent = std::make_unique<VPNAgent>();
+        client.m_agent->setClient(&client);
+        client.setState(VPNClient::CONNECTED);
+        QVERIFY(m_server.waitForNewConnection(10000));
+        QTcpSocket *socket = m_server.nextPendingConnection();
+        socket->write(">INFO:OpenVPN Management Interface Version 5 -- type 'help' for more info\r\n");
+        QTRY_COMPARE(socket->bytesAvailable(), qint64(13));
+        QCOMPARE(socket->readAll(), QByteArray("bytecount 1\r\n"));
+        const std::pair<QByteArray, const char *> reads[] = {
+            {"SUCCESS: bytecount\r\n>BYTECOUNT:0,2\r\n>BYTECOUNT:10", "0/2"}, // ends within a report
+            {"24,20\r\n>BYTECOUNT:3,", "1024/20"},
+            {"4\n>BYTECOUNT:9\r\n>INFO:1,2\r\n", "3/4"}, // a field short, and no report
+            {">BYTECOUNT:1,2\r\n>BYTECOUNT: 5 , 6 ,7\n", "5/6"},
+            {QByteArray(300000, 'x') + "\n>BYTECOUNT:7,8\r\n", "7/8"},
+        };
+        for (const auto &[part, counts] : reads) {
+            socket->write(part);
+            QTRY_COMPARE(client.counts(), QString(counts));
+        }
+        client.setState(VPNClient::DISCONNECTING);
+        QVERIFY(client.m_agent->wait(2000)); // close() has three seconds
+    }
+
+    void managementPortSearch()
+    {
+        VPNMGRPORT = "44358";
+        QVERIFY(UpdateValidManagementPort());
+        m_server.close();
+        QVERIFY(m_server.listen(QHostAddress::LocalHost, VPNMGRPORT.toUShort()));
+        QVERIFY(UpdateValidManagementPort());
+        QVERIFY(VPNMGRPORT.toInt() > m_server.serverPort());
+        VPNMGRPORT = VPNMGRPORTMAX;
+        QVERIFY(!UpdateValidManagementPort() && VPNMGRPORT == VPNMGRPORTMAX);
+    }
+
+private:
+    QTcpServer m_server;
 };
 
 QTEST_GUILESS_MAIN(OutputTest)
