@@ -86,8 +86,6 @@ private slots:
         const std::tuple<const char *, QByteArray, QByteArray> cases[] = {
             {"a block, CRLF", "<ca>\r\nA\r\n# no comment\r\n</ca>\r\nclient\r\n",
              "<ca>\nA\n# no comment\n</ca>\nclient\n"},
-            {"a block within a block", "<connection>\nremote a\n<tls-auth>\nK\n</tls-auth>\n</connection>\n",
-             "<connection>\nremote a\n<tls-auth>\nK\n</tls-auth>\n</connection>\n"},
             {"unknown but announced", "ignore-unknown-option new\nnew 1\n",
              "ignore-unknown-option new\n; 2: \"new\" is left out: it is unknown, and the profile allows for that\n"},
             {"announced but refused", "ignore-unknown-option plugin\nplugin x.so\n", "! 2: \"plugin\" is refused"},
