@@ -69,26 +69,23 @@ for request in lockdown release; do
 done
 )sh"},
                 {"the routes come back when the program dies", R"sh(
-mkdir -p /run/b/tools; cp $tools/route /run/b/tools/; cp /bin/bash /run/b/Korvan; cp /bin/bash /run/b/
+mkdir -p /run/b/tools; cp $tools/route /run/b/tools/; cp /bin/bash /run/b/Korvan
 route=/run/b/tools/route
-# guarded PROGRAM INSIDE OUTSIDE LEFT: what the shell of that name does, and what happens before it is killed
+# guarded INSIDE OUTSIDE LEFT: what a program of that name does while locked down, and what happens before it is killed
 guarded() {
     ip route replace default via 198.51.1.1 dev e1 metric 7
-    "/run/b/$1" -c "for n in 1 2; do $route delete 0.0.0.0 mask 0.0.0.0 198.51.1.1; done; $2 touch /run/ready; sleep 60; :" \
+    /run/b/Korvan -c "for n in 1 2; do $route delete 0.0.0.0 mask 0.0.0.0 198.51.1.1; done; $1 touch /run/ready; sleep 60; :" \
         >/run/said &
     until [[ -e /run/ready ]]; do sleep 0.01; done
-    eval "$3"; rm /run/ready; disown; kill -KILL $!
+    eval "$2"; rm /run/ready; disown; kill -KILL $!
     while pidof $route >/run/guardian; do sleep 0.01; done
-    is "$4" ip route show default
+    is "$3" ip route show default
 }
 original='default via 198.51.1.1 dev e1 metric 7'
-guarded Korvan "$route add 0.0.0.0 mask 0.0.0.0 198.51.1.1;" '' "$original"
+guarded "$route add 0.0.0.0 mask 0.0.0.0 198.51.1.1;" '' "$original"
 # Meanwhile a lease is renewed.
-guarded Korvan '' 'ip route add default via 198.51.1.1 dev e1 metric 9
+guarded '' 'ip route add default via 198.51.1.1 dev e1 metric 9
     while [[ -n $(ip route show default) ]]; do sleep 0.01; done' "$original"$'\ndefault via 198.51.1.1 dev e1 metric 9'
-# A shell that a person uses is not watched.
-ip route del default; ip route del default
-guarded bash '' '' ''
 )sh"},
                 {"the interface is lost", R"sh(
 ip route add default via 198.51.1.1 dev e1 metric 100
