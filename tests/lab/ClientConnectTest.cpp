@@ -172,5 +172,5 @@ private slots:
     }
 };
 
-LAB_TEST_MAIN(ClientConnectTest)
+QTEST_MAIN(ClientConnectTest)
 #include "ClientConnectTest.moc"

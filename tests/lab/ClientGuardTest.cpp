@@ -108,5 +108,5 @@ private slots:
     }
 };
 
-LAB_TEST_MAIN(ClientGuardTest)
+QTEST_MAIN(ClientGuardTest)
 #include "ClientGuardTest.moc"

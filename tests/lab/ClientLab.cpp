@@ -84,16 +84,6 @@ QByteArray whereabouts(const QByteArray &curlOptions)
         " http://ip.korvan.example/testip.php | sed -n 's/.*in \\(.*\\)? .*: \\([0-9a-f.:]*\\)<.*/\\2, \\1/p'");
 }
 
-bool ipv6IsOpen()
-{
-    return !inHome("curl -s -m 1 http://[2001:db8:113::10]/testip.php").isEmpty();
-}
-
-bool hasDefaultRoute()
-{
-    return !inHome("ip route show default").isEmpty();
-}
-
 pid_t openVPN()
 {
     // The servers' machines have network namespaces of their own.
@@ -111,9 +101,4 @@ LeakWatch::LeakWatch()
     m_senders.start("bash", {"-c", "while :; do for host in 203.0.113.10 203.0.113.30 2001:db8:113::10; do "
                                    "echo x >/dev/udp/$host/9; done; read -t .002 <> <(:); done 2>/dev/null"});
     m_senders.waitForStarted();
-}
-
-int LeakWatch::packets()
-{
-    return inHome("ip netns exec world nft list counter inet leaks outside | grep -oP 'packets \\K\\d+'").toInt();
 }

@@ -27,6 +27,13 @@ class LabTest : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase()
+    {
+        if (!canUseLab()) {
+            QSKIP("NEEDS ROOT", "");
+        }
+    }
+
     void refusesMalformedLogins()
     {
         QCOMPARE(shell(kLab.toUtf8() + " run --build " KORVAN_BUILD R"sh( -- bash <<'END'
@@ -71,14 +78,5 @@ END
     }
 };
 
-int main(int argc, char **argv)
-{
-    if (!canUseLab()) {
-        return 0;
-    }
-    QCoreApplication application(argc, argv);
-    LabTest test;
-    return QTest::qExec(&test, argc, argv);
-}
-
+QTEST_GUILESS_MAIN(LabTest)
 #include "LabTest.moc"

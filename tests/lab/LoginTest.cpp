@@ -141,5 +141,5 @@ private slots:
     }
 };
 
-LAB_TEST_MAIN(LoginTest)
+QTEST_MAIN(LoginTest)
 #include "LoginTest.moc"

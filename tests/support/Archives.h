@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QByteArray>
-#include <QMetaType>
 #include <QString>
 #include <QVector>
 
@@ -16,7 +15,6 @@ struct Item
     int copies = 1; ///< how often `bytes` are written
 };
 using Items = QVector<Item>;
-Q_DECLARE_METATYPE(Items)
 
 /// Writes the items without any check of their names: as 7z when the path ends so, else as ZIP.
 void buildArchive(const QString &path, const Items &items);

@@ -2,9 +2,7 @@
 
 #include <QProcess>
 
-namespace {
-
-constexpr char kPrelude[] = R"sh(
+static constexpr char kPrelude[] = R"sh(
 mount -t tmpfs tmpfs /run && mkdir /run/netns && mount -t sysfs sysfs /sys || exit 1
 echo 'nameserver 192.0.2.53' >/run/resolv.conf && mount --bind /run/resolv.conf /etc/resolv.conf || exit 1
 export LC_ALL=C
@@ -32,22 +30,13 @@ is() {
 }
 )sh";
 
-} // namespace
-
 QByteArray runNetworkScript(const QByteArray &script)
 {
     QProcess shell;
     shell.setProcessChannelMode(QProcess::MergedChannels);
-    shell.start(QStringLiteral("unshare"),
-                {QStringLiteral("--net"), QStringLiteral("--mount"), QStringLiteral("--pid"),
-                 QStringLiteral("--fork"), QStringLiteral("--kill-child"), QStringLiteral("--mount-proc"),
-                 QStringLiteral("/bin/bash"), QStringLiteral("-s")});
+    shell.start("unshare", QString("--net --mount --pid --fork --kill-child --mount-proc /bin/bash -s").split(' '));
     shell.write(kPrelude + script);
     shell.closeWriteChannel();
-    if (!shell.waitForFinished(60000)) {
-        shell.kill();
-        shell.waitForFinished();
-        return shell.readAll() + "\nTIMED OUT";
-    }
-    return shell.readAll().trimmed();
+    const bool ends = shell.waitForFinished(60000);
+    return shell.readAll().trimmed() + (ends ? "" : "\nTIMED OUT");
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QTcpServer>
+#include <QTcpSocket>
 
 /// A web server of one page on 127.0.0.1: it keeps the request and, once its head is there, sends `answer`; then
 /// it closes the connection unless the answer is to be one that never ends.
@@ -8,7 +9,27 @@ class OnePage : public QTcpServer
 {
 public:
     /// Any port that is free, unless one is named.
-    explicit OnePage(const QByteArray &answer, bool endless = false, quint16 port = 0);
+    explicit OnePage(const QByteArray &bytes, bool isEndless = false, quint16 port = 0)
+        : answer(bytes), endless(isEndless)
+    {
+        if (!listen(QHostAddress::LocalHost, port)) {
+            qFatal("no web server on port %d: %s", port, qPrintable(errorString()));
+        }
+        connect(this, &QTcpServer::newConnection, this, [this] {
+            QTcpSocket *socket = nextPendingConnection();
+            request.clear();
+            connect(socket, &QTcpSocket::readyRead, this, [this, socket] {
+                request += socket->readAll();
+                if (!request.contains("\r\n\r\n")) {
+                    return;
+                }
+                socket->write(answer);
+                if (!endless) {
+                    socket->disconnectFromHost();
+                }
+            });
+        });
+    }
 
     QString url() const { return QStringLiteral("http://127.0.0.1:%1/api").arg(serverPort()); }
 
@@ -18,4 +39,7 @@ public:
 };
 
 /// A page of HTTP with this body.
-QByteArray ok(const QByteArray &body);
+inline QByteArray ok(const QByteArray &body)
+{
+    return "HTTP/1.1 200 OK\r\nContent-Length: " + QByteArray::number(body.size()) + "\r\n\r\n" + body;
+}

@@ -10,16 +10,6 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
-/// The helpers keep their journals there.
-static void hideRunFolder()
-{
-    if (mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
-        mount("tmpfs", "/run", "tmpfs", 0, nullptr) != 0) {
-        std::perror("/run");
-        std::_Exit(1);
-    }
-}
-
 void enterOwnNetwork()
 {
     const bool isRoot = geteuid() == 0;
@@ -27,8 +17,11 @@ void enterOwnNetwork()
         std::puts("NOTE: no network namespace of its own for this test");
         return;
     }
-    if (isRoot) {
-        hideRunFolder();
+    // The helpers keep their journals in /run.
+    if (isRoot && (mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
+                   mount("tmpfs", "/run", "tmpfs", 0, nullptr) != 0)) {
+        std::perror("/run");
+        std::_Exit(1);
     }
     const int socketFd = socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);
     ifreq request = {};
