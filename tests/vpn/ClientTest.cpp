@@ -85,16 +85,14 @@ private slots:
         QTimer::singleShot(200, &client, [&] { inner = client.openWith(VPNClient::OPENVPN, "/up"); });
         QVERIFY(!client.openWith(VPNClient::OPENVPN, "/hangs") && inner);
         QVERIFY(client.messages.contains("State is 2, trying to close it."));
-        QCOMPARE(client.errors(), QStringList());
-        QCOMPARE(client.state(), VPNClient::CONNECTED);
+        QVERIFY(client.errors().isEmpty() && client.state() == VPNClient::CONNECTED);
         QElapsedTimer elapsed;
         elapsed.start();
         QTimer::singleShot(200, &client,
                            [&] { inner = client.close() || client.openWith(VPNClient::OPENVPN, "/up"); });
         QVERIFY(client.close() && elapsed.elapsed() >= 3000 && !inner);
         QCOMPARE(client.errors(), QStringList("[ERROR]Close opened connection failed."));
-        QCOMPARE(client.state(), VPNClient::DISCONNECTED);
-        QCOMPARE(int(client.type()), -1);
+        QVERIFY(client.state() == VPNClient::DISCONNECTED && client.type() == -1);
     }
 
     /// 100 connections, of which a third is closed: all at once, each close() in the event loop of the one before.

@@ -49,7 +49,6 @@ static const struct
     {"ends", VPNClient::IKEV2, {kDialled, "echo Recv 5; echo Send x"}, "2 3 4|!unexpected vpn disconnected.|5/0"},
     {"cancel", kL2TP, {kHang, {}, "kill $(head -1 \"$app/pids\")"}, "2 1 0|Connection canceled."},
     {"cancel, the stop hangs", kL2TP, {kHang, {}, kHang}, "2 1 0" + kKilled},
-    {"close", kL2TP, {kDialled, kCounts, "exit 0"}, "2 3 1 0|5/7"},
     {"close, the stop hangs", kL2TP, {kDialled, kCounts, kHang}, "2 3 1 0" + kKilled + "|5/7"},
     {"close, no stop", kL2TP, {kDialled, kCounts + "chmod a-x \"$0\""}, "2 3 1 4 0|" + kStartError + "|5/7"},
 
