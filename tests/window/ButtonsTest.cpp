@@ -87,14 +87,12 @@ private slots:
     void clicksOnTheTray()
     {
         start();
-        QByteArray shows;
         for (int reason = QSystemTrayIcon::Unknown; reason <= QSystemTrayIcon::MiddleClick; ++reason) {
             m_window->hide();
             emit m_window->findChild<QSystemTrayIcon *>()->activated(QSystemTrayIcon::ActivationReason(reason));
             QCoreApplication::processEvents();
-            shows += m_window->isVisible() ? '+' : '-';
+            QCOMPARE(m_window->isVisible(), reason >= QSystemTrayIcon::Trigger);
         }
-        QCOMPARE(shows, QByteArray("---++")); // Trigger and MiddleClick
     }
 };
 

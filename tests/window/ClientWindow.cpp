@@ -41,11 +41,6 @@ void ClientWindow::start()
     }
 }
 
-QString ClientWindow::label(const char *name) const
-{
-    return find<QLabel>(name)->text();
-}
-
 QStringList ClientWindow::items(const char *name, int column) const
 {
     const auto *model = find(name)->findChild<QAbstractItemModel *>();

@@ -5,6 +5,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QLabel>
 #include <QTest>
 
 #include <memory>
@@ -37,7 +38,7 @@ public:
         return widget;
     }
 
-    QString label(const char *name) const;
+    QString label(const char *name) const { return find<QLabel>(name)->text(); }
 
     /// The items of a box, or a column of a table.
     QStringList items(const char *name, int column = 0) const;

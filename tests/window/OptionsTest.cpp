@@ -64,12 +64,11 @@ private slots:
 
         // What no click can set stays over a save.
         Options options = optionsOf(bytes);
-        options.noSound = options.runOnBoot = true;
+        options.runOnBoot = true;
         options.connectOnBoot = false;
         options.server = 1; // the boot server
         putFile(optionPath(), optionBytes(options));
         open();
-        button("cbNoSound")->click();
         QVERIFY(save());
         QCOMPARE(fileBytes(optionPath()), optionBytes(options));
         const QByteArray bundle = appPath("").remove("/Contents/MacOS").toUtf8();
