@@ -13,9 +13,9 @@ private slots:
     {
         if (!canUseLab())
             QSKIP("NEEDS ROOT", "");
+        const QByteArray setUp = QByteArray("bundle=" KORVAN_BUNDLE) + networkScripts().setUp;
         for (const auto &[name, script] : networkScripts().scripts)
-            COMPARE_CASE(name,
-                         runNetworkScript("bundle=" KORVAN_BUNDLE + QByteArray(networkScripts().setUp) + script), "");
+            COMPARE_CASE(name, runNetworkScript(setUp + script), "");
     }
 };
 

@@ -7,7 +7,9 @@
 #include <QRegularExpression>
 
 #include <algorithm>
+#include <iterator>
 #include <random>
+#include <sstream>
 
 namespace {
 
@@ -130,19 +132,17 @@ private slots:
 
     void commandLines()
     {
-        const auto accepts = [](const QByteArray &line) {
-            std::vector<std::string> arguments;
-            for (const QByteArray &argument : line.split(' '))
-                arguments.push_back(argument.toStdString());
+        const auto accepts = [](const std::string &line) {
+            std::istringstream words(line);
             std::string error;
-            return parseCommandLine(arguments, "/app", error).has_value();
+            return parseCommandLine({std::istream_iterator<std::string>(words), {}}, "/app", error).has_value();
         };
         QVERIFY(accepts("--config /app/cfg/OpenVPN/temp --socks-proxy ::1 1080"));
         QVERIFY(!accepts("--config /etc/passwd") && !accepts("--config /app/x --config /app/y"));
         for (const char *more :
              {"--plugin x.so", "--http-proxy a 1 --plugin x.so", "--http-proxy a 1 /etc/shadow", "--http-proxy -x 1",
               "--auth-user-pass /app/cfg/proxy", "--script-security 3", "--up /tmp/up.sh", "--cd /app"})
-            QVERIFY2(!accepts(QByteArray("--config /app/x ") + more), more);
+            QVERIFY2(!accepts(std::string("--config /app/x ") + more), more);
     }
 
     /// In lock-down, names that can not be resolved.
