@@ -16,7 +16,6 @@ private slots:
     {
         WindowFixture::init();
         startLoggedIn({"Examplia-Long-Distance-Server-Number-040"});
-        showPage(kLoginPage);
         QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
     }
 

@@ -43,7 +43,9 @@ private slots:
         };
         const auto login = [] { return QFile::exists(appPath("/cfg/login")) ? "kept" : "gone"; };
         const auto asked = [this] { return QString("%1 boxes left").arg(boxes.left()); };
-        const auto window = [this] { return m_window->isVisible() ? "visible" : "hidden"; };
+        const auto window = [this] {
+            return m_window->isHidden() ? "hidden" : m_window->isMinimized() ? "minimised" : "shown";
+        };
         const std::tuple<QString, std::function<QString()>, QString> steps[] = {
             {"pbHelp", opened, "https://help.korvan.example/"},
             {"pbHelpSupport", opened, "https://help.korvan.example/anonymous_requests/new"},
@@ -71,8 +73,8 @@ private slots:
             {"pbExist", shown, "pageMain pageDash"},
             {"pbUpApp", asked, "1 boxes left"},
             {"pbClose", asked, "0 boxes left"},
-            {"pbMinimize", window, "visible"}, // without a tray there would be no way back
-            {"Open Korvan", window, "visible"},
+            {"pbMinimize", window, "minimised"}, // without a tray there would be no way back
+            {"Open Korvan", window, "shown"},
             {"cbLockDown", shown, "pageMain pageSet"}, // a change that can be saved
             // Outside of a bundle the login item is the beginning of the folder's path.
             {"pbSave", loginItems, "({Hide = 0; Path = \"" + appPath("").left(9) + "\";})"},

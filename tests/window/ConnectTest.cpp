@@ -92,7 +92,7 @@ private slots:
         whenUp([this] { press("pbClose"); });
         QTimer::singleShot(0, m_window.get(), [this] { press("pbConnect"); });
         QApplication::exec();
-        QCOMPARE(takeRoutes() + label("lbStatusT").toUtf8(), QByteArray("NOT CONNECTED"));
+        QCOMPARE(routes() + label("lbStatusT").toUtf8(), QByteArray("NOT CONNECTED"));
     }
 
     void messages()

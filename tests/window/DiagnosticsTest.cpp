@@ -22,7 +22,6 @@ private slots:
     near) echo 'received, 12.5% packet loss'; echo 'stddev = 10.9/23.7/40.1/5.2 ms' ;;
     dead) echo 'received, 100.0% packet loss'; exit 1 ;;
     slow | gone) exec sleep 600 ;;
-    *) exit 2 ;;
     esac)sh");
         startLoggedIn({});
         m_table = find<QTableWidget>("tbPing");
@@ -100,15 +99,13 @@ private slots:
     void refusals()
     {
         serve({"near"});
-        const std::tuple<KORVANSTATUS, const char *, const char *> cases[] = {
-            {STATUS_READY, "pbPingDet", "Error Please select one server."},
-            {STATUS_READY, "pbSpeedTest", "Error Please select one server."},
-            {STATUS_CONNECTING, "pbPingAll", "Notify Please disconnect first."},
-            {STATUS_CONNECTED, "pbPingDet", "Notify Please disconnect first."},
-            {STATUS_CONNECTED, "pbSpeedTest", "Notify Please disconnect first."}};
-        for (const auto &[status, name, box] : cases) {
-            m_window->setStatus(status);
-            boxes.expect(QString(box).section(' ', 0, 0), QString(box).section(' ', 1));
+        for (const char *name : {"pbPingDet", "pbSpeedTest"}) {
+            boxes.expect("Error", "Please select one server.");
+            QVERIFY2(press(name) && boxes.left() == 0, name);
+        }
+        m_window->setStatus(STATUS_CONNECTING);
+        for (const char *name : {"pbPingAll", "pbPingDet", "pbSpeedTest"}) {
+            boxes.expect("Notify", "Please disconnect first.");
             QVERIFY2(press(name) && boxes.left() == 0, name);
         }
         QCOMPARE(column(1) + column(3) + pings(), QString("--"));

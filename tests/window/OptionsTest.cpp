@@ -5,22 +5,19 @@
 
 #include <QNetworkProxy>
 
-static QString optionPath()
-{
-    return appPath("/cfg/option");
-}
-
 /// The settings and proxy pages and what they leave on disk.
 class OptionsTest : public WindowFixture
 {
     Q_OBJECT
+
+    const QString m_path = appPath("/cfg/option");
 
 private slots:
     void firstStarts()
     {
         for (const char *refresh : {"Every Startup", "Never"}) { // the second one reads the empty file of the first
             start();
-            QVERIFY(QFile::exists(optionPath()) && fileBytes(optionPath()).isEmpty() && !canSave());
+            QVERIFY(QFile::exists(m_path) && fileBytes(m_path).isEmpty() && !canSave());
             QCOMPARE(combo("cmUpdate")->currentText(), QString(refresh));
         }
     }
@@ -53,7 +50,7 @@ private slots:
             COMPARE_CASE(name, press(name[0] == 'e' ? "pbSaveProxy" : "pbSave"), true);
             COMPARE_CASE(name, enabled("s:pbSave p:pbSaveProxy"), "--");
         }
-        const QByteArray bytes = fileBytes(optionPath());
+        const QByteArray bytes = fileBytes(m_path);
         // clang-format off
         QCOMPARE(bytes.toHex(), QByteArray(
             "00000000" "00000002" "00000008" "0041006400640072" "00000008" "0050006f00720074" "01" // Addr, Port
@@ -67,10 +64,10 @@ private slots:
         options.runOnBoot = true;
         options.connectOnBoot = false;
         options.server = 1; // the boot server
-        putFile(optionPath(), optionBytes(options));
+        putFile(m_path, optionBytes(options));
         open();
         QVERIFY(save());
-        QCOMPARE(fileBytes(optionPath()), optionBytes(options));
+        QCOMPARE(fileBytes(m_path), optionBytes(options));
         const QByteArray bundle = appPath("").remove("/Contents/MacOS").toUtf8();
         QCOMPARE(loginItems(), "({Hide = 0; Path = \"" + bundle + "\";})");
     }
@@ -84,7 +81,7 @@ private slots:
         const QByteArray whole = optionBytes(options);
         open();
         for (int length = whole.size(); length >= 0; --length) {
-            putFile(optionPath(), whole.left(length));
+            putFile(m_path, whole.left(length));
             m_window->updateOption(false);
             const QByteArray name = QByteArray::number(length) + " bytes";
             COMPARE_CASE(name, button("cbLockDown")->isChecked(), length == whole.size());

@@ -44,14 +44,14 @@ protected:
     /// An entry of the tray's menu or of its list of servers; null when there is none of that text.
     QAction *trayEntry(const QString &text) const;
 
-    /// Presses a button or chooses an entry of the tray's menu by its text.
+    /// Presses a button, or chooses an entry of the tray's menu by its text.
     bool press(const char *button) const;
 
     /// Runs the action as soon as the condition holds, also while a slot of the window waits.
     void when(const std::function<bool()> &condition, const std::function<void()> &action) const;
 
-    /// What the route command was asked so far, a line a call; forgets it.
-    static QByteArray takeRoutes();
+    /// What the route command was asked so far, a line a call.
+    static QByteArray routes() { return fileBytes(appPath("/fake/routes")); }
 
     /// The login items as they were written.
     static QByteArray loginItems() { return fileBytes(appPath("/fake/items")); }
