@@ -7,27 +7,20 @@ here=$(dirname "$(realpath "$0")")
 source=$(realpath "$here/../..")
 build=$(realpath "$1")
 store=$source/build/debootstrap
-suite=bookworm
 
 # shellcheck disable=SC2015
 [ "$(id -u)" -eq 0 ] && [ -c /dev/net/tun ] || { echo "SKIPPED WHOLE TEST: it needs root and /dev/net/tun"; exit 0; }
 
-# From where this machine gets that suite.
+# The system comes from where this machine gets that suite. This machine's apt chooses and downloads what the package
+# needs beyond it, which becomes the system's one source.
 make_system() {
-    local from
+    local from packages=$store/system/var/local/packages
     # shellcheck disable=SC2016
     from=$(apt-get indextargets --format '$(RELEASE) $(COMPONENT) $(REPO_URI)' "Created-By: Packages" |
-        awk -v suite=$suite '$1 == suite && $2 == "main" { print $3; exit }')
-    rm -rf "$store/system.new"
-    debootstrap --variant=minbase "$suite" "$store/system.new" "$from" >"$store/log" 2>&1
-    rm -f "$store/system.new/var/cache/apt/archives/"*.deb "$store/system.new/etc/resolv.conf"
-    mv -T "$store/system.new" "$store/system"
-}
-
-# This machine's apt chooses and downloads what the package needs beyond that system, which gets it as its one source.
-fill_store() {
-    local packages=$store/system/var/local/packages
-    rm -rf "$packages"
+        awk '$1 == "bookworm" && $2 == "main" { print $3; exit }')
+    rm -rf "$store/depends" "$store/system"
+    debootstrap --variant=minbase bookworm "$store/system" "$from"
+    rm -f "$store/system/var/cache/apt/archives/"*.deb "$store/system/etc/resolv.conf"
     mkdir -p "$packages/partial"
     apt-get -q update
     apt-get -q -y --no-install-recommends --download-only -o Dir::State::status="$store/system/var/lib/dpkg/status" \
@@ -36,6 +29,7 @@ fill_store() {
     (cd "$packages" && dpkg-scanpackages --multiversion . >Packages)
     echo "deb [trusted=yes] file:/var/local/packages ./" >"$store/system/etc/apt/sources.list"
     chroot "$store/system" apt-get -q update
+    echo "$depends" >"$store/depends"
 }
 
 mkdir -p "$store"
@@ -43,10 +37,6 @@ trap 'tail -n 20 "$store/log"; echo "clean-system: no package, or no system to i
 package=$(ls "$build"/korvan_*.deb)
 exec 9>"$store/lock"
 flock 9
-[ -d "$store/system" ] || make_system
 depends=$(dpkg-deb -f "$package" Depends)
-if [ "$(cat "$store/depends" 2>/dev/null)" != "$depends" ]; then
-    fill_store >"$store/log" 2>&1
-    echo "$depends" >"$store/depends"
-fi
+[ "$(cat "$store/depends" 2>/dev/null)" = "$depends" ] || make_system >"$store/log" 2>&1
 exec "$source/lab/lab" run --build "$build" -- "$here/life.sh" "$store/system" "$package" "$build"
