@@ -4,8 +4,6 @@
 
 #include <cstdio>
 
-static constexpr int kLimitMs = 60000;
-
 /// All that a connection may change: routes, rules, packet filter, name servers, links.
 static QByteArray networkState()
 {
@@ -27,50 +25,17 @@ ClientLab::~ClientLab()
     QVERIFY(networkIsAsBefore());
 }
 
-void ClientLab::startLoggedIn(const QString &server)
-{
-    start();
-    logInTo(server);
-}
-
-void ClientLab::logInTo(const QString &server)
-{
-    tick("cbNoSound");
-    login();
-    find<QComboBox>("cmServer")->setCurrentText(server);
-    QCOMPARE(find<QComboBox>("cmServer")->currentText(), server);
-}
-
-void ClientLab::tick(const char *box, bool on) const
-{
-    auto *widget = find<QAbstractButton>(box);
-    if (widget->isChecked() != on) {
-        widget->click();
-    }
-}
-
-bool ClientLab::isDisconnected() const
-{
-    return QTest::qWaitFor([this] { return isOn("cmServer"); }, kLimitMs) && label("lbStatusT") == "NOT CONNECTED";
-}
-
-void ClientLab::expectKillSwitch()
-{
-    boxes.expect("Error", "Internet connection has been terminated for your security.\nPlease press OK to resume "
-                          "your regular internet connection and reconnect to the VPN if needed.");
-}
-
 bool ClientLab::breakTunnel()
 {
     find<QAbstractButton>("cbAutoReconn")->setChecked(false);
     expectKillSwitch();
     kill(openVPN(), SIGTERM);
-    return QTest::qWaitFor([this] { return boxes.left() == 0; }, kLimitMs) && isDisconnected();
+    return QTest::qWaitFor([this] { return boxes.left() == 0; }, 60000) && isDisconnected();
 }
 
 bool ClientLab::networkIsAsBefore() const
 {
-    if (QTest::qWaitFor([this] { return networkState() == m_network; }, kLimitMs)) {
+    if (QTest::qWaitFor([this] { return networkState() == m_network; }, 60000)) {
         return true;
     }
     std::printf("the network is now\n%s\nand was\n%s\n", networkState().constData(), m_network.constData());
@@ -93,9 +58,8 @@ pid_t openVPN()
 
 LeakWatch::LeakWatch()
 {
-    inHome("ip netns exec world nft 'table inet leaks; delete table inet leaks; table inet leaks { counter outside "
-           "{}; chain input { "
-           "type filter hook input priority 0; "
+    inHome("ip netns exec world nft 'table inet leaks; delete table inet leaks; table inet leaks { "
+           "counter outside {}; chain input { type filter hook input priority 0; "
            "iifname home ip daddr { 203.0.113.10, 203.0.113.30 } counter name outside; "
            "iifname home ip6 daddr 2001:db8:113::10 counter name outside; }; }'");
     m_senders.start("bash", {"-c", "while :; do for host in 203.0.113.10 203.0.113.30 2001:db8:113::10; do "

@@ -18,22 +18,45 @@ public:
     ~ClientLab();
 
     /// Logs alice in, in a window that plays no sounds, and selects the server. Starts a window unless told not to.
-    void startLoggedIn(const QString &server);
-    void logInTo(const QString &server);
+    void startLoggedIn(const QString &server)
+    {
+        start();
+        logInTo(server);
+    }
+    void logInTo(const QString &server)
+    {
+        tick("cbNoSound");
+        login();
+        find<QComboBox>("cmServer")->setCurrentText(server);
+        QCOMPARE(find<QComboBox>("cmServer")->currentText(), server);
+    }
 
     /// Ticks or unticks a box of the settings page as the user does.
-    void tick(const char *box, bool on = true) const;
+    void tick(const char *box, bool on = true) const
+    {
+        auto *widget = find<QAbstractButton>(box);
+        if (widget->isChecked() != on) {
+            widget->click();
+        }
+    }
 
     /// Whether the status text comes to be this one, and the window is done with it.
-    bool isConnected() const { return shows("lbStatusT", QStringLiteral(" CONNECTED")); }
-    bool isDisconnected() const;
+    bool isConnected() const { return shows("lbStatusT", " CONNECTED"); }
+    bool isDisconnected() const
+    {
+        return QTest::qWaitFor([this] { return isOn("cmServer"); }, 60000) && label("lbStatusT") == "NOT CONNECTED";
+    }
 
     /// The same after the button for it was pressed.
     bool connects() const { return press("pbConnect") && isConnected(); }
     bool disconnects() const { return press("pbDisconnect") && isDisconnected(); }
 
     /// The box of the kill switch must come next; it is answered with OK.
-    void expectKillSwitch();
+    void expectKillSwitch()
+    {
+        boxes.expect("Error", "Internet connection has been terminated for your security.\nPlease press OK to resume "
+                              "your regular internet connection and reconnect to the VPN if needed.");
+    }
 
     /// Ends OpenVPN and answers the kill switch: a way to disconnect without the engine's three seconds.
     bool breakTunnel();
