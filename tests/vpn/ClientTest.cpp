@@ -39,10 +39,13 @@ private slots:
             QCOMPARE(client.messages.takeLast(), QString("[ERROR]Type is not valid."));
         }
         for (const char *text : {"a\nb", "a\r"}) { // the rest would answer the next prompt
-            QVERIFY(!client.openWith(VPNClient::OPENVPN, "/up", text));
-            QVERIFY(!client.openWith(VPNClient::OPENVPN, "/up", "user", text));
+            QVERIFY(!client.openWith(VPNClient::OPENVPN, "/up", text) &&
+                    !client.openWith(VPNClient::OPENVPN, "/up", "user", text));
             QCOMPARE(client.messages.last(), QString("[ERROR]username or password is not matched."));
         }
+        QFile::remove(appPath("/compose"));
+        QVERIFY(!client.openWith(VPNClient::OPENVPN) && client.state() == VPNClient::VPNERROR);
+        QCOMPARE(client.messages.last(), QString("[ERROR]openvpn compose is missed."));
     }
 
     /// The key is never the caller's.
@@ -70,9 +73,8 @@ private slots:
         TestClient client;
         client.m_timeout = 1200;
         for (const char *profile : {"/hangs", "/late"}) {
-            QVERIFY(!client.openWith(VPNClient::OPENVPN, profile) && client.isRunning());
+            QVERIFY(!client.openWith(VPNClient::OPENVPN, profile) && client.state() == VPNClient::VPNERROR);
             QCOMPARE(client.messages.last(), QString("[ERROR]Connect to server timeout"));
-            QCOMPARE(client.state(), VPNClient::VPNERROR);
         }
         QVERIFY(client.messages.contains("State is 4, trying to close it."));
     }
