@@ -4,8 +4,8 @@
 #include <QClipboard>
 #include <QDir>
 
-/// Every button and every entry of the tray's menu does what it is for. Those of the options and of the servers'
-/// tests have tests of their own.
+/// Every button, every entry of the tray's menu and a click on the tray do what they are for. Those of the options
+/// and of the servers' tests have tests of their own.
 class ButtonsTest : public WindowFixture
 {
     Q_OBJECT

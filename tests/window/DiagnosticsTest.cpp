@@ -86,7 +86,7 @@ private slots:
             m_table->setCurrentCell(1, 0);
             const auto isSent = [&server] {
                 return server.request.startsWith("GET /korvantest.dat HTTP/1.1\r\n") &&
-                       server.findChild<QTcpSocket *>()->bytesToWrite() == 0;
+                       server.request.endsWith("\r\n\r\n") && server.findChild<QTcpSocket *>()->bytesToWrite() == 0;
             };
             if (hangs) {
                 when(isSent, [this] { press("pbTestCancel"); });

@@ -60,12 +60,6 @@ private slots:
         }
         m_window->setStatus(STATUS_DISCONNECTED);
         QCOMPARE(bar->value(), 0);
-
-        for (const qlonglong size : {3, 0, -1}) { // a download's progress moves only when its size is known
-            QMetaObject::invokeMethod(m_window.get(), "onUpdateProgress", Q_ARG(qlonglong, 1),
-                                      Q_ARG(qlonglong, size));
-            QCOMPARE(find<QProgressBar>("pgUpdate")->value(), 33);
-        }
     }
 
     /// Takes the default route away while connected, and puts it back whatever is chosen by then.

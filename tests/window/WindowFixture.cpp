@@ -72,13 +72,5 @@ bool WindowFixture::press(const char *button) const
 
 void WindowFixture::when(const std::function<bool()> &condition, const std::function<void()> &action) const
 {
-    auto *timer = new QTimer(m_window.get());
-    connect(timer, &QTimer::timeout, this, [=] {
-        if (condition()) {
-            timer->stop();
-            timer->deleteLater();
-            action();
-        }
-    });
-    timer->start(5);
+    QTimer::singleShot(5, m_window.get(), [=] { condition() ? action() : when(condition, action); });
 }
