@@ -49,14 +49,11 @@ private slots:
     {
         ClientLab client;
         client.startLoggedIn("Examplia-1");
-        QVERIFY(client.shows("lbCountry", "Homeland"));
-        QVERIFY(client.connects());
+        QVERIFY(client.shows("lbCountry", "Homeland") && client.connects());
         QVERIFY(client.shows("lbCountry", "Examplia") && client.shows("lbPublicIP", "198.18.1.2"));
         QVERIFY(client.shows("lbServerIP", "203.0.113.21"));
         QCOMPARE(whereabouts(), QByteArray("198.18.1.2, Examplia"));
-        QVERIFY(fileBytes("/etc/resolv.conf").contains("nameserver 198.18.1.1"));
-        QVERIFY(!ipv6IsOpen());
-
+        QVERIFY(fileBytes("/etc/resolv.conf").contains("nameserver 198.18.1.1") && !ipv6IsOpen());
         QVERIFY(client.disconnects());
         QVERIFY(client.shows("lbCountry", "Homeland") && client.label("lbServerIP").isEmpty());
     }
@@ -109,8 +106,7 @@ private slots:
             client.find<QAbstractButton>("pbSaveProxy")->click();
             client.logInTo("Examplia-1-TCP");
             client.tick("cbProxyAuth", asksForPassword); // which is about the tunnel only
-            QVERIFY(client.connects());
-            QVERIFY(!QFile::exists(appPath("/cfg/proxy")));
+            QVERIFY(client.connects() && !QFile::exists(appPath("/cfg/proxy")));
             QCOMPARE(whereabouts(), QByteArray("198.18.11.2, Examplia"));
             QVERIFY(client.shows("lbCountry", "Proxyland"));
             const QByteArray logged = fileBytes(qEnvironmentVariable("LAB_DIR") + log);

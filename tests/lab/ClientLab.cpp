@@ -62,7 +62,7 @@ LeakWatch::LeakWatch()
            "counter outside {}; chain input { type filter hook input priority 0; "
            "iifname home ip daddr { 203.0.113.10, 203.0.113.30 } counter name outside; "
            "iifname home ip6 daddr 2001:db8:113::10 counter name outside; }; }'");
-    m_senders.start("bash", {"-c", "while :; do for host in 203.0.113.10 203.0.113.30 2001:db8:113::10; do "
-                                   "echo x >/dev/udp/$host/9; done; read -t .002 <> <(:); done 2>/dev/null"});
-    m_senders.waitForStarted();
+    senders.start("bash", {"-c", "while :; do for host in 203.0.113.10 203.0.113.30 2001:db8:113::10; do "
+                                 "echo x >/dev/udp/$host/9; done; read -t .002 <> <(:); done 2>/dev/null"});
+    senders.waitForStarted();
 }

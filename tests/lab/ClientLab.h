@@ -88,9 +88,8 @@ pid_t openVPN();
 
 /// Packets that reach the world from the subscriber's machine outside any tunnel, IPv4 and IPv6, while other programs
 /// of his keep sending for as long as it lives.
-class LeakWatch
+struct LeakWatch
 {
-public:
     LeakWatch();
 
     /// How many have come so far.
@@ -99,6 +98,5 @@ public:
         return inHome("ip netns exec world nft list counter inet leaks outside | grep -oP 'packets \\K\\d+'").toInt();
     }
 
-private:
-    QProcess m_senders;
+    QProcess senders;
 };
