@@ -9,16 +9,15 @@ class OnePage : public QTcpServer
 {
 public:
     /// Any port that is free, unless one is named.
-    explicit OnePage(const QByteArray &bytes, bool isEndless = false, quint16 port = 0)
-        : answer(bytes), endless(isEndless)
+    explicit OnePage(const QByteArray &answer, bool endless = false, quint16 port = 0)
     {
         if (!listen(QHostAddress::LocalHost, port)) {
             qFatal("no web server on port %d: %s", port, qPrintable(errorString()));
         }
-        connect(this, &QTcpServer::newConnection, this, [this] {
+        connect(this, &QTcpServer::newConnection, this, [this, answer, endless] {
             QTcpSocket *socket = nextPendingConnection();
             request.clear();
-            connect(socket, &QTcpSocket::readyRead, this, [this, socket] {
+            connect(socket, &QTcpSocket::readyRead, this, [this, socket, answer, endless] {
                 request += socket->readAll();
                 if (!request.contains("\r\n\r\n")) {
                     return;
@@ -33,8 +32,6 @@ public:
 
     QString url() const { return QStringLiteral("http://127.0.0.1:%1/api").arg(serverPort()); }
 
-    QByteArray answer;
-    bool endless;
     QByteArray request; ///< the last one
 };
 
