@@ -103,6 +103,7 @@ is 'nameserver 192.0.2.53' cat /etc/resolv.conf
                 {"down.sh comes late, when a second tunnel to the same server is up", R"sh(
 state >/run/before
 tunnel; kill -9 $pid
+while kill -0 $pid; do sleep 0.01; done 2>/dev/null
 ip route add 203.0.113.9 via 198.51.1.1
 tunnel foreign_option_1='dhcp-option DNS 198.18.0.2'
 is '' ip route add 203.0.113.9 via 198.51.1.1
