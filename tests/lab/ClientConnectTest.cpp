@@ -62,8 +62,7 @@ private slots:
     void l2tpAsksForThePassword()
     {
         ClientLab client;
-        const QString asked = appPath("/asked");
-        QFile::remove(asked);
+        const QString asked = appPath("/cfg/asked");
         putScript(appPath("/compose4"),
                   "echo \"$*\" >>'" + asked.toUtf8() + "'; echo Recv 5; echo Send 6; echo Success");
         client.start();
