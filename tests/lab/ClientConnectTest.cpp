@@ -67,7 +67,10 @@ private slots:
                   "echo \"$*\" >>'" + asked.toUtf8() + "'; echo Recv 5; echo Send 6; echo Success");
         client.start();
         client.find<QComboBox>("cmProto")->setCurrentText("L2TP");
-        client.logInTo("Samplonia-L2TP-1");
+        client.logInTo("Examplia-L2TP-1");
+        client.boxes.expect("Notify", "Update Successful.");
+        QVERIFY(client.press("pbUpAccount"));
+        client.find<QComboBox>("cmServer")->setCurrentText("Samplonia-L2TP-1");
         QCOMPARE(client.items("cmServer"), QStringList({"Examplia-L2TP-1", "Samplonia-L2TP-1"}));
         QTimer answer;
         connect(&answer, &QTimer::timeout, [] {
