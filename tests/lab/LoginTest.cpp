@@ -46,6 +46,7 @@ private slots:
         QCOMPARE(lab.label("lbName") + ' ' + lab.label("lbExpired").right(4).left(2), QString("bob 20"));
         QVERIFY(lab.shows("lbCountry", "Homeland") && lab.shows("lbPublicIP", "198.51.100.2"));
         QVERIFY(!QFile::exists(appPath("/cfg/OpenVPN/config")) && !QFile::exists(savedLoginPath()));
+        QCOMPARE(inHome("stat -c %a '" + appPath("/cfg/OpenVPN").toUtf8() + "'"), "700"); // it holds private keys
 
         // In debug mode what came is shown up to a zero byte, and kept; without the tool nothing can be unpacked.
         const QByteArray archive("PK\3\4\0 and so on", 14);
