@@ -11,7 +11,6 @@
 #include <QHeaderView>
 #include <QMenu>
 #include <QSet>
-#include <QStandardItemModel>
 
 static constexpr int kPingRowHeight = 20;
 
@@ -26,21 +25,6 @@ static void selectServer(Ui::Korvan &form, const QString &name)
         form.cmServer->setCurrentIndex(index);
         form.cmBootServer->setCurrentIndex(index);
     }
-}
-
-/// Replaces a box's items in one go. `addresses` become their data, where there are any.
-static void fillBox(QComboBox &box, const QStringList &names, const QStringList &addresses = {})
-{
-    QList<QStandardItem *> items;
-    items.reserve(names.size());
-    for (int index = 0; index < names.size(); ++index) {
-        items.append(new QStandardItem(names.at(index)));
-        if (index < addresses.size()) {
-            items.last()->setData(addresses.at(index), Qt::UserRole);
-        }
-    }
-    box.clear();
-    qobject_cast<QStandardItemModel *>(box.model())->invisibleRootItem()->appendRows(items);
 }
 
 static void fillPingTable(QTableWidget &table, const QStringList &names, const QSet<QString> &skipped)
@@ -67,8 +51,8 @@ void Korvan::updateOpenVPNServerList()
     const QString bootServer = m_form->cmBootServer->currentText();
     const QStringList names = openVPNServerNames();
     fillServerMenu(names);
-    fillBox(*m_form->cmServer, names);
-    fillBox(*m_form->cmBootServer, names);
+    m_form->cmServer->setItems(names);
+    m_form->cmBootServer->setItems(names);
     fillPingTable(*m_form->tbPing, names, QSet<QString>(m_skipList.cbegin(), m_skipList.cend()));
     selectServer(*m_form, bootServer);
 }
@@ -82,15 +66,24 @@ void Korvan::fillServerMenu(const QStringList &names)
     for (QMenu *group : m_connectMenu->findChildren<QMenu *>(QString(), Qt::FindDirectChildrenOnly)) {
         group->deleteLater();
     }
-    // Qt searches a whole menu for every entry that it gains, and nobody finds a server among thousands.
-    const bool grouped = names.size() > kMenuEntries;
-    QMenu *menu = m_connectMenu;
-    for (int index = 0; index < names.size(); ++index) {
-        if (grouped && index % kMenuEntries == 0) {
-            const int last = qMin(index + kMenuEntries, names.size()) - 1;
-            menu = m_connectMenu->addMenu(names.at(index) + QStringLiteral(" \u2013 ") + names.at(last));
+    const auto addServers = [this](QMenu *menu, const QStringList &servers) {
+        for (const QString &server : servers) {
+            menu->addAction(server, this, &Korvan::onMenuConnect);
         }
-        menu->addAction(names.at(index), this, &Korvan::onMenuConnect);
+    };
+    if (names.size() <= kMenuEntries) {
+        addServers(m_connectMenu, names);
+        return;
+    }
+    // Qt searches a whole menu for every entry that it gains, and nobody finds a server among thousands.
+    for (int index = 0; index < names.size(); index += kMenuEntries) {
+        const QStringList servers = names.mid(index, kMenuEntries);
+        QMenu *group = m_connectMenu->addMenu(servers.first() + QStringLiteral(" \u2013 ") + servers.last());
+        connect(group, &QMenu::aboutToShow, this, [=] {
+            if (group->isEmpty()) {
+                addServers(group, servers);
+            }
+        });
     }
 }
 
@@ -103,8 +96,8 @@ void Korvan::updateL2TPServerList()
         names.append(server.name);
         addresses.append(server.address);
     }
-    fillBox(*m_form->cmServer, names, addresses);
-    fillBox(*m_form->cmBootServer, names);
+    m_form->cmServer->setItems(names, addresses);
+    m_form->cmBootServer->setItems(names);
     selectServer(*m_form, bootServer);
 }
 

@@ -2,6 +2,7 @@
 
 #include <QHelpEvent>
 #include <QListView>
+#include <QStringListModel>
 #include <QStyleOptionComboBox>
 #include <QStylePainter>
 #include <QStyledItemDelegate>
@@ -12,6 +13,23 @@ namespace {
 constexpr int kSmallText = 12;
 constexpr int kListMargins = 48; // round a text of the list, the scroll bar included
 constexpr int kWidestList = 480;
+
+/// Shares the lists that it is given: no object an item.
+class ItemModel : public QStringListModel
+{
+public:
+    ItemModel(const QStringList &texts, const QStringList &userData, QObject *parent)
+        : QStringListModel(texts, parent), m_userData(userData)
+    {}
+
+    QVariant data(const QModelIndex &index, int role) const override
+    {
+        return role == Qt::UserRole ? m_userData.value(index.row()) : QStringListModel::data(index, role);
+    }
+
+private:
+    QStringList m_userData;
+};
 
 } // namespace
 
@@ -24,6 +42,11 @@ ElidingComboBox::ElidingComboBox(QWidget *parent) : QComboBox(parent)
     list->setTextElideMode(Qt::ElideMiddle);
     setView(list);
     setItemDelegate(new QStyledItemDelegate(this)); // the one that heeds the style sheet
+}
+
+void ElidingComboBox::setItems(const QStringList &texts, const QStringList &userData)
+{
+    setModel(new ItemModel(texts, userData, this)); // deletes the one before, which has the same parent
 }
 
 int ElidingComboBox::fieldWidth() const

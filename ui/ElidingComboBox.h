@@ -11,6 +11,10 @@ class ElidingComboBox : public QComboBox
 public:
     explicit ElidingComboBox(QWidget *parent = nullptr);
 
+    /// Replaces all items in one go, thousands of them at little cost, and selects the first. `userData` is what
+    /// currentData() returns, an entry an item, or empty.
+    void setItems(const QStringList &texts, const QStringList &userData = {});
+
     /// Whether the current text does not fit even in the smaller size.
     bool isShortened() const;
 
