@@ -108,6 +108,7 @@ protected:
 private:
     void runOpenVPN();
     void actOnOpenVPN(const QString &chunk);
+    void killOpenVPN();
     void startDownScript();
 
     void runService();
@@ -139,6 +140,7 @@ private:
 
     int m_attempt = 0; ///< counts open() and close(), so that a waiting open() notices that it was overtaken
     bool m_closing = false;
+    bool m_downScriptStarted = false; ///< for the OpenVPN that runs or ran last
     /// The worker's last store, loaded after every wait for its end: the thread sanitizer does not see into Qt's
     /// wait().
     std::atomic<bool> m_ended{false};

@@ -18,6 +18,7 @@ void VPNClient::runOpenVPN()
         fail(tr("username or password is not matched.")); // the rest would answer the next prompt
         return;
     }
+    m_downScriptStarted = false;
     QString port;
     if (UpdateValidManagementPort()) {
         port = managementPort();
@@ -32,10 +33,11 @@ void VPNClient::runOpenVPN()
             actOnOpenVPN(readChunk(*m_process));
         }
         if (state() == DISCONNECTING) {
-            killHelper();
+            killOpenVPN();
         }
     }
-    if (m_process->state() != QProcess::NotRunning || m_process->exitStatus() == QProcess::CrashExit) {
+    if (!m_downScriptStarted &&
+        (m_process->state() != QProcess::NotRunning || m_process->exitStatus() == QProcess::CrashExit)) {
         startDownScript();
     }
     readChunk(*m_process);
@@ -60,7 +62,7 @@ void VPNClient::actOnOpenVPN(const QString &chunk)
         break;
     case OpenVPNOutput::TunnelFailed:
         fail(tr("can not create vpn tunnel."));
-        killHelper();
+        killOpenVPN();
         break;
     case OpenVPNOutput::TunnelUp:
         moveTo(CONNECTED);
@@ -70,6 +72,14 @@ void VPNClient::actOnOpenVPN(const QString &chunk)
     }
 }
 
+/// The script goes first and waits for OpenVPN's end: should the program itself be killed in between, it cleans up all
+/// the same.
+void VPNClient::killOpenVPN()
+{
+    startDownScript();
+    killHelper();
+}
+
 /// Undoes what the up script did, for an OpenVPN that was killed and so could not do it itself.
 void VPNClient::startDownScript()
 {
@@ -77,5 +87,5 @@ void VPNClient::startDownScript()
     script.setProcessEnvironment(childEnvironment());
     script.setProgram(QStringLiteral("bash"));
     script.setArguments({appPath("/down.sh")});
-    script.startDetached();
+    m_downScriptStarted = script.startDetached();
 }
