@@ -17,6 +17,7 @@ void Korvan::releaseCompressedConfig(QByteArray archive)
     const QString path = folder + QLatin1String("config");
     ClearPath(folder);
     QDir().mkpath(folder);
+    QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner); // it gets private keys
     writeWhole(path, archive);
     if (!UncompressFile(path)) {
         QMessageBox::critical(this, tr("Error"), tr("Korvan compose7 is missed."));
