@@ -46,6 +46,9 @@ bool Korvan::testsAreRefused()
 
 QPersistentModelIndex Korvan::serverToTest()
 {
+    if (testsAreRefused()) {
+        return {};
+    }
     const QModelIndex current = m_form->tbPing->currentIndex();
     if (!current.isValid()) {
         QMessageBox::critical(this, tr("Error"), tr("Please select one server."));
@@ -91,9 +94,6 @@ void Korvan::onPingAll()
 
 void Korvan::onPingDet()
 {
-    if (testsAreRefused()) {
-        return;
-    }
     const QPersistentModelIndex server = serverToTest();
     if (!server.isValid()) {
         return;

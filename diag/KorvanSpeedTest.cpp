@@ -25,9 +25,6 @@ int Korvan::getDownloadSpeedByUrl(QString url)
 
 void Korvan::onSpeedTest()
 {
-    if (testsAreRefused()) {
-        return;
-    }
     const QPersistentModelIndex server = serverToTest();
     if (!server.isValid()) {
         return;
