@@ -22,7 +22,7 @@ esac
 started=$EPOCHREALTIME
 scripts/setup.sh
 cmake --preset release >/dev/null
-cmake --build --preset release
+cmake --build --preset release --target korvan_bundle lab_service prepare_state
 
 demo=$PWD/build/demo
 rm -rf "$demo"
