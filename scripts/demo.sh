@@ -41,8 +41,8 @@ if [ "$mode" = headless ]; then
     children+=($!)
     read -r -t 30 number <&"$display" || { echo "demo: Xvfb does not start: see $demo/screen.log" >&2; exit 1; }
     export DISPLAY=:$number
-    openbox 2>>"$demo/screen.log" & children+=($!)
-    trayer --edge bottom --align right --width 10 2>>"$demo/screen.log" & children+=($!)
+    openbox >>"$demo/screen.log" 2>&1 & children+=($!)
+    trayer --edge bottom --align right --width 10 >>"$demo/screen.log" 2>&1 & children+=($!)
 fi
 
 as_root=()

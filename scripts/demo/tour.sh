@@ -49,7 +49,7 @@ tour() {
 }
 
 before=$(whereabouts)
-"$application/Korvan" >/dev/null &
+"$application/Korvan" >"$output/client.log" 2>&1 &
 client=$!
 trap 'kill $client 2>/dev/null || true' EXIT
 if [ "$mode" = window ]; then
