@@ -85,7 +85,12 @@ static std::string prepare(const Places &places)
 /// one.
 static std::string swapBundles(const Places &places)
 {
-    sync(); // so that not even a power failure brings up half a bundle
+    // So that not even a power failure brings up half a bundle.
+    const int folder = open(places.fresh.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (folder < 0 || syncfs(folder) != 0) {
+        return std::string("can not store the new bundle: ") + strerror(errno);
+    }
+    close(folder);
     if (renameat2(AT_FDCWD, places.fresh.c_str(), AT_FDCWD, places.bundle.c_str(), RENAME_EXCHANGE) == 0) {
         return {};
     }
