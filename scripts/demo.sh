@@ -37,7 +37,7 @@ children=()
 trap 'kill "${children[@]}" 2>/dev/null || true' EXIT
 if [ "$mode" = headless ]; then
     unset XAUTHORITY WAYLAND_DISPLAY
-    exec {display}< <(exec Xvfb -displayfd 1 -screen 0 1280x800x24 -nolisten tcp 2>"$demo/screen.log")
+    exec {display}< <(exec Xvfb -noreset -displayfd 1 -screen 0 1280x800x24 -nolisten tcp 2>"$demo/screen.log")
     children+=($!)
     read -r -t 30 number <&"$display" || { echo "demo: Xvfb does not start: see $demo/screen.log" >&2; exit 1; }
     export DISPLAY=:$number
