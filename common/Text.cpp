@@ -3,6 +3,8 @@
 #include <QDebug>
 #include <QStringList>
 
+#include <climits>
+
 static void dropTrailingLetter(QString &version)
 {
     if (!version.isEmpty() && version.back().isLetter()) {
@@ -12,8 +14,8 @@ static void dropTrailingLetter(QString &version)
 
 int VersionCompare(QString server, QString current)
 {
-    qDebug().noquote() << "Version Server: " << server;
-    qDebug().noquote() << "Version Current: " << current;
+    qDebug() << "Version Server: " << server;
+    qDebug() << "Version Current: " << current;
     if (current.isEmpty()) {
         return 0;
     }
@@ -22,9 +24,9 @@ int VersionCompare(QString server, QString current)
     const QStringList serverParts = server.split(QLatin1Char('.'));
     const QStringList currentParts = current.split(QLatin1Char('.'));
     for (int i = 0; i < serverParts.size(); ++i) {
-        const int difference = serverParts.at(i).toInt() - currentParts.value(i).toInt();
+        const qint64 difference = qint64(serverParts.at(i).toInt()) - currentParts.value(i).toInt();
         if (difference != 0) {
-            return difference;
+            return static_cast<int>(qBound<qint64>(INT_MIN, difference, INT_MAX));
         }
     }
     return 0;

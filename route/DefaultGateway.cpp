@@ -2,15 +2,13 @@
 
 #include "common/AppPath.h"
 #include "common/StateFile.h"
-#include "common/Text.h"
 #include "platform/Tool.h"
 
 #include <QDebug>
-#include <QFile>
 
 QString defaultGatewayOf(const QByteArray &routingTable)
 {
-    const QStringList lines = latin1UpToNul(routingTable).split(QLatin1Char('\n'));
+    const QStringList lines = QString::fromUtf8(routingTable.constData()).split(QLatin1Char('\n'));
     for (const QString &line : lines) {
         if (!line.startsWith(QLatin1String("default"))) {
             continue;
@@ -31,10 +29,10 @@ QString GetDefaultGateway()
 
 static void changeRoute(const QString &verb, const QString &destination, const QString &mask, const QString &gateway)
 {
-    qDebug().noquote() << QStringLiteral("route %1 %2 mask %3 %4").arg(verb, destination, mask, gateway);
+    qDebug() << QStringLiteral("route %1 %2 mask %3 %4").arg(verb, destination, mask, gateway);
     const ToolResult result =
         runTool(QStringLiteral("route"), {verb, destination, QStringLiteral("mask"), mask, gateway});
-    qDebug().noquote() << QString::fromLocal8Bit(result.output);
+    qDebug() << QString::fromLocal8Bit(result.output);
 }
 
 void AddGateway(QString destination, QString mask, QString gateway)
@@ -54,9 +52,5 @@ void SaveDefaultGateway(QString gateway)
 
 QString LoadDefaultGateway()
 {
-    QFile file(appPath("/defgate"));
-    if (!file.open(QIODevice::ReadOnly)) {
-        return {};
-    }
-    return QString::fromUtf8(file.readAll().constData()); // up to the first NUL
+    return QString::fromUtf8(readWhole(appPath("/defgate")).constData()); // up to the first NUL
 }

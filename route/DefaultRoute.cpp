@@ -2,6 +2,8 @@
 
 #include "platform/Tool.h"
 
+#include <cstring>
+
 static QByteArray runRoute(const char *verb, const QStringList &gateway = {})
 {
     static const QString any = QStringLiteral("0.0.0.0");
@@ -41,7 +43,8 @@ int routeGetDefaultRoute(char *gateway)
     if (rest.isEmpty()) {
         return -1;
     }
-    const QByteArray token = rest.split(' ').first();
-    qstrncpy(gateway, token.constData(), kGatewayBufferSize);
+    // Only what is needed is written: callers may know that their addresses are short.
+    const QByteArray token = rest.split(' ').first().left(kGatewayBufferSize - 1);
+    std::memcpy(gateway, token.constData(), static_cast<size_t>(token.size()) + 1);
     return 1;
 }
