@@ -31,7 +31,7 @@ static void say(const Places &places, const std::string &text)
 {
     fprintf(stderr, "compose9: %s\n", text.c_str());
     const std::string path = places.bundle + kMacOs + "log.txt";
-    const int fd = open(path.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK, 0644);
+    const int fd = open(path.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK, 0600);
     char clock[16];
     const time_t now = time(nullptr);
     struct tm local = {};
@@ -91,6 +91,9 @@ static std::string swapBundles(const Places &places)
         return std::string("can not store the new bundle: ") + strerror(errno);
     }
     close(folder);
+    if (!waitForEnd(places.bundle, kWatchMs)) {
+        return "the program was started meanwhile";
+    }
     if (renameat2(AT_FDCWD, places.fresh.c_str(), AT_FDCWD, places.bundle.c_str(), RENAME_EXCHANGE) == 0) {
         return {};
     }
@@ -156,6 +159,9 @@ int main(int argc, char *argv[])
         return 1;
     }
     std::string reason = returnToBundle(places);
+    if (!reason.empty() && waitForEnd(places.bundle, kEndLimitMs)) {
+        startProgram(places.bundle + kMacOs + places.program);
+    }
     const int lock = open(parent.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (reason.empty() && flock(lock, LOCK_EX | LOCK_NB) != 0) {
         reason = errno == EWOULDBLOCK ? "another update is being installed" : parent + ": " + strerror(errno);
