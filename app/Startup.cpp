@@ -4,6 +4,8 @@
 #include "app/shell/DebugLog.h"
 #include "common/AppPath.h"
 #include "common/Paths.h"
+#include "common/StateFile.h"
+#include "helpers/LockDown.h"
 #include "helpers/Restart.h"
 #include "platform/Tool.h"
 #include "route/DefaultGateway.h"
@@ -21,6 +23,15 @@
 /// Exactly the name that the download gives the archive; any other file in the folder is not an update.
 static const QString kArchiveName = QStringLiteral("update.zip");
 
+static const QString kAny = QStringLiteral("0.0.0.0");
+
+/// Whether removed default routes wait to be put back: of a program that was killed together with their guardian, or
+/// of one that runs.
+static bool isLockDownLeft()
+{
+    return QFile::exists(QLatin1String(kJournalFolder) + QLatin1Char('/') + QLatin1String(kRouteJournal));
+}
+
 /// Beside the bundle, three levels above the application folder.
 static QString stagingFolder()
 {
@@ -34,11 +45,7 @@ void useUtf8()
 
 QString loadCurrentVersion()
 {
-    QFile file(appPath("/version"));
-    if (!file.open(QIODevice::ReadOnly)) {
-        return {};
-    }
-    return QString::fromUtf8(file.readAll().constData());
+    return QString::fromUtf8(readWhole(appPath("/version")).constData());
 }
 
 void forgetPluginFolders()
@@ -75,7 +82,10 @@ PendingUpdate installPendingUpdate(const char *argument)
     const QString staging = stagingFolder() + QLatin1Char('/');
     const QString archive = staging + kArchiveName;
     const QString helper = staging + QLatin1String("compose9");
-    QDir().mkdir(staging);
+    if (!QDir().mkdir(staging) && !QDir(staging).exists()) {
+        qDebug().noquote() << "[ERROR]Update failed: can not make" << staging;
+        return PendingUpdate::None; // the archive waits for another start
+    }
     QFile::rename(appPath("/update/") + kArchiveName, archive);
     QFile::rename(appPath("/compose9"), helper); // it leaves the bundle that it is about to replace
     Uncompress(archive, staging);
@@ -98,6 +108,9 @@ void removeStagingFolder()
 void cleanUpAfterTunnels()
 {
     runTool(QStringLiteral("bash"), {appPath("/down.sh"), QStringLiteral("--stale")});
+    if (isLockDownLeft()) {
+        AddGateway(kAny, kAny, QString()); // the journal knows the routes
+    }
 }
 
 void showVersion()
@@ -115,7 +128,7 @@ void resetNetwork()
     client.reset();
     runTool(QStringLiteral("bash"), {appPath("/down.sh")});
     const QString gateway = LoadDefaultGateway();
-    if (!gateway.isEmpty()) { // harmless where nothing is missing
-        AddGateway(QStringLiteral("0.0.0.0"), QStringLiteral("0.0.0.0"), gateway);
+    if (!gateway.isEmpty() || isLockDownLeft()) { // harmless where nothing is missing
+        AddGateway(kAny, kAny, gateway);
     }
 }

@@ -23,7 +23,7 @@ void preferBundledTools();
 
 /// What became of an update archive that a previous run left in "/update".
 enum class PendingUpdate {
-    None,          ///< there is none
+    None,          ///< there is none, or it must wait
     HelperMissing, ///< "/compose9" is missed; the archive stays
     HandedOver,    ///< the helper was started, or could not be and the user was told so
 };
@@ -36,7 +36,8 @@ PendingUpdate installPendingUpdate(const char *argument);
 void removeStagingFolder();
 
 /// Undoes what a tunnel has left whose OpenVPN was killed together with the program: its name servers, without which
-/// no login would get anywhere, the IPv6 block, a host route. Tunnels that live are left alone.
+/// no login would get anywhere, the IPv6 block, a host route; and a lock-down that nobody ended. Tunnels that live are
+/// left alone.
 void cleanUpAfterTunnels();
 
 /// The "-version" box.

@@ -9,6 +9,8 @@
 
 #include <QApplication>
 
+#include <csignal>
+
 /// Exit statuses besides the event loop's own.
 static constexpr int kUpdateHandedOver = 188;
 static constexpr int kUpdateHelperMissing = -188;
@@ -35,6 +37,7 @@ static int runWindow(SingleInstance &instance, bool show)
 
 int main(int argc, char *argv[])
 {
+    std::signal(SIGPIPE, SIG_IGN); // the log is copied to standard output, whose reader may go
     const bool setUserId = takeOverSetUserIdStart();
     int qtArgc = setUserId ? 1 : argc;
     QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
@@ -53,13 +56,16 @@ int main(int argc, char *argv[])
 
     const bool wantsVersion = isOnlyArgument(argc, argv, "-version");
     const bool wantsReset = isOnlyArgument(argc, argv, "-reset");
+    const bool show = argc == 1 || (argc == 2 && !isOnlyArgument(argc, argv, "-hide"));
     SingleInstance instance;
     if (!instance.isFirst() && !wantsVersion && !wantsReset) {
         instance.notifyFirst();
         return 0;
     }
     if (instance.isFirst()) { // nothing is swapped under a running program
-        switch (installPendingUpdate(argc == 2 ? argv[1] : "")) {
+        // Only the program's own switches: a program that is started again can not tell that it got root's rights for
+        // a user, and Qt would take the others.
+        switch (installPendingUpdate(wantsVersion ? "-version" : wantsReset ? "-reset" : show ? "" : "-hide")) {
         case PendingUpdate::None:
             break;
         case PendingUpdate::HelperMissing:
@@ -75,6 +81,5 @@ int main(int argc, char *argv[])
         return 0;
     }
     cleanUpAfterTunnels();
-    const bool show = argc == 1 || (argc == 2 && !isOnlyArgument(argc, argv, "-hide"));
     return runWindow(instance, show);
 }

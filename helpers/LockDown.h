@@ -9,3 +9,6 @@ constexpr unsigned kTunnelTable = 19311;
 /// Root-only folder for what the helpers must remember until the machine is as it was: the route journal and the DNS
 /// journal. It is on a file system that a restart of the machine empties, just as it empties the routing tables.
 constexpr char kJournalFolder[] = "/run/korvan";
+
+/// The route journal's name in that folder. It is there from before the routes are removed until they are back.
+constexpr char kRouteJournal[] = "route.journal";

@@ -19,7 +19,7 @@ SingleInstance::SingleInstance()
         qDebug().noquote() << "WARNING: can not open" << path << std::strerror(errno);
         return;
     }
-    m_first = flock(m_lock, LOCK_EX | LOCK_NB) == 0;
+    m_first = flock(m_lock, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
     if (m_first) {
         m_watcher = std::make_unique<QFileSystemWatcher>(QStringList{path});
         connect(m_watcher.get(), &QFileSystemWatcher::fileChanged, this, &SingleInstance::startedAgain);

@@ -10,7 +10,7 @@ class QTextEdit;
 extern QString PATH_LOG;
 
 /// The log view of the main window; null until the window exists. Log lines are appended to it while it is set. Set
-/// and read on the GUI thread only.
+/// on the GUI thread, while no other one logs.
 extern QTextEdit *g_edLog;
 
 /// The number of lines that the log view keeps; the file keeps all.

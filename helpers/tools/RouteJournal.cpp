@@ -1,15 +1,11 @@
 #include "helpers/tools/RouteJournal.h"
+
+#include "helpers/LockDown.h"
 #include "helpers/system/Journal.h"
 
 #include <algorithm>
 #include <iterator>
 #include <sstream>
-
-namespace {
-
-constexpr char kFileName[] = "route.journal";
-
-} // namespace
 
 bool RouteJournal::add(const std::vector<RouteWords> &newRoutes, const std::set<std::string> &newSwitches)
 {
@@ -25,7 +21,7 @@ bool RouteJournal::add(const std::vector<RouteWords> &newRoutes, const std::set<
 
 RouteJournal loadRouteJournal()
 {
-    const JournalText stored = readJournal(kFileName);
+    const JournalText stored = readJournal(kRouteJournal);
     RouteJournal journal;
     journal.problem = stored.state == JournalText::State::Refused ? stored.reason : std::string();
     std::istringstream lines(stored.text);
@@ -50,10 +46,10 @@ std::string storeRouteJournal(const RouteJournal &journal)
     for (const std::string &interface : journal.markSwitches) {
         text += "src_valid_mark " + interface + "\n";
     }
-    return writeJournal(kFileName, text);
+    return writeJournal(kRouteJournal, text);
 }
 
 std::string removeRouteJournal()
 {
-    return removeJournal(kFileName);
+    return removeJournal(kRouteJournal);
 }
