@@ -7,6 +7,7 @@
 #include "app/shell/Addresses.h"
 #include "app/shell/Settings.h"
 #include "common/Text.h"
+#include "ui/PlainText.h"
 #include "ui_Korvan.h"
 
 #include <QDebug>
@@ -24,7 +25,7 @@ bool Korvan::loginKorvan(QString user, QString password, QByteArray &body)
     body = answer.body;
     qDebug("Get Data: %d", body.size());
     if (getSetting(QStringLiteral("DEBUG/ENABLE")) == QLatin1String("true")) {
-        QMessageBox::information(this, tr("Debug"), QLatin1String("Result: ") + latin1UpToNul(body));
+        QMessageBox::information(this, tr("Debug"), plainText(QLatin1String("Result: ") + latin1UpToNul(body)));
     }
     switch (classifyLogin(answer)) {
     case LoginReply::NoAnswer:
@@ -150,8 +151,7 @@ void Korvan::selectBootServer()
 
 void Korvan::showInServerBox(const QString &text)
 {
-    m_form->cmServer->clear();
-    m_form->cmServer->addItem(text);
+    m_form->cmServer->setItems({text});
     m_form->cmServer->setEnabled(false);
 }
 

@@ -3,6 +3,7 @@
 #include "app/shell/DebugLog.h"
 #include "common/AppPath.h"
 #include "route/DefaultGateway.h"
+#include "ui/PlainText.h"
 #include "ui_Korvan.h"
 
 #include <QApplication>
@@ -182,11 +183,14 @@ void Korvan::giveImages()
 void Korvan::onInit()
 {
     setStatus(STATUS_INIT);
-    if (QFile::exists(appPath("/cfg/login"))) {
+    const bool remembered = QFile::exists(appPath("/cfg/login"));
+    if (remembered) {
         loadLogin();
+    }
+    repairGateway(); // waits in an event loop, in which a login that was queued before would run and connect
+    if (remembered) {
         QTimer::singleShot(0, this, &Korvan::onLogin);
     }
-    repairGateway();
     announceUpdate();
 }
 
@@ -215,7 +219,7 @@ void Korvan::announceUpdate()
     if (message.isEmpty()) {
         message = tr("New version %1 ready, please click \"Update\".").arg(version);
     }
-    QMessageBox::information(this, tr("Update"), message);
+    QMessageBox::information(this, tr("Update"), plainText(message));
     m_form->tab->setCurrentIndex(kUpdateTab);
     m_form->tabPage->setCurrentIndex(kUpdateTab);
     m_form->pbUpApp->setEnabled(true);

@@ -1,5 +1,7 @@
 #include "ui/ElidingComboBox.h"
 
+#include "ui/PlainText.h"
+
 #include <QHelpEvent>
 #include <QListView>
 #include <QStringListModel>
@@ -24,7 +26,10 @@ public:
 
     QVariant data(const QModelIndex &index, int role) const override
     {
-        return role == Qt::UserRole ? m_userData.value(index.row()) : QStringListModel::data(index, role);
+        if (role != Qt::UserRole) {
+            return QStringListModel::data(index, role);
+        }
+        return index.row() < m_userData.size() ? m_userData.at(index.row()) : QVariant();
     }
 
 private:
@@ -73,7 +78,7 @@ bool ElidingComboBox::isShortened() const
 bool ElidingComboBox::event(QEvent *event)
 {
     if (event->type() == QEvent::ToolTip && isShortened()) {
-        QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(), currentText(), this);
+        QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(), plainText(currentText()), this);
         return true;
     }
     return QComboBox::event(event);

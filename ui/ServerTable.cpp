@@ -1,6 +1,7 @@
 #include "ui/ServerTable.h"
 
 #include "ui/Palette.h"
+#include "ui/PlainText.h"
 
 #include <QHeaderView>
 #include <QHelpEvent>
@@ -42,7 +43,7 @@ bool ServerTable::viewportEvent(QEvent *event)
         const QModelIndex cell = indexAt(help->pos());
         const QString text = cell.data().toString();
         if (cell.isValid() && sizeHintForIndex(cell).width() > columnWidth(cell.column())) {
-            QToolTip::showText(help->globalPos(), text, this);
+            QToolTip::showText(help->globalPos(), plainText(text), this);
             return true;
         }
     }

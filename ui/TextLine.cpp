@@ -1,6 +1,7 @@
 #include "ui/TextLine.h"
 
 #include "ui/Palette.h"
+#include "ui/PlainText.h"
 
 #include <QHelpEvent>
 #include <QPainter>
@@ -46,7 +47,7 @@ bool TextLine::event(QEvent *event)
     // A tool tip that somebody set wins over the shortened text.
     if (event->type() == QEvent::ToolTip && toolTip().isEmpty() &&
         fontMetrics().horizontalAdvance(text()) > textBox().width()) {
-        QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(), text(), this);
+        QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(), plainText(text()), this);
         return true;
     }
     return QLabel::event(event);

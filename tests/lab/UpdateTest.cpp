@@ -3,6 +3,7 @@
 #include "common/AppPath.h"
 #include "tests/support/Cases.h"
 #include "ui/KvRetinaTabBar.h"
+#include "ui/PlainText.h"
 
 #include <QDir>
 #include <QProgressBar>
@@ -24,6 +25,10 @@ private slots:
     void downloads()
     {
         LabWindow lab;
+        inHome("mkfifo /run/fifo"); // markup would make the program open it, and wait for ever
+        LabWindow::order("/update.xml", "", QByteArray(kOffer).replace("</mess", "<img src=/run/fifo></mess"));
+        lab.boxes.expect("Update", plainText("<img src=/run/fifo>"));
+        lab.start();
         LabWindow::order("/update.xml", "", kOffer);
         lab.boxes.expect("Update", "New version 99.1 ready, please click \"Update\".");
         lab.start();
