@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QEventLoop>
 #include <QTimer>
 
@@ -23,9 +24,17 @@ public:
     /// false). A negative limit waits without one.
     bool run(int limitMs = -1);
 
+    /// How many milliseconds it took until run() was to return. It does return later where something that it
+    /// delivered, as a message box, has opened an event loop of its own.
+    qint64 waitedMs() const { return m_waitedMs; }
+
 private:
     void end();
+    void quit();
 
     QEventLoop m_loop;
+    QElapsedTimer m_clock;
+    qint64 m_waitedMs = 0;
     bool m_ended = false;
+    bool m_quit = false;
 };

@@ -78,6 +78,12 @@ void VPNClient::byteCount(quint64 &received, quint64 &sent)
     }
 }
 
+void VPNClient::clearByteCount()
+{
+    m_bytesReceived = 0;
+    m_bytesSent = 0;
+}
+
 bool VPNClient::open(OPTION option)
 {
     if (!isValidType(option.type)) {
@@ -99,8 +105,7 @@ bool VPNClient::open(OPTION option)
         setState(VPNERROR);
         return false;
     }
-    m_bytesReceived = 0; // a new OpenVPN counts from 0
-    m_bytesSent = 0;
+    clearByteCount(); // a new OpenVPN counts from 0
     m_agent = std::make_unique<VPNAgent>();
     m_agent->setClient(this);
     setState(CONNECTING);
@@ -112,14 +117,12 @@ bool VPNClient::open(OPTION option)
     Wait wait; // listens before the worker starts: a fast one is up, or has failed, at once
     wait.until(this, &VPNClient::connected);
     wait.until(this, &QThread::finished);
-    QElapsedTimer waited;
-    waited.start();
     start();
     wait.run(m_timeout);
     if (attempt != m_attempt) {
         return false;
     }
-    if (waited.elapsed() >= m_timeout - kTimeoutMarginMs) {
+    if (wait.waitedMs() >= m_timeout - kTimeoutMarginMs) {
         emit message(QStringLiteral("[ERROR]") + tr("Connect to server timeout"));
         setState(VPNERROR);
         return false;

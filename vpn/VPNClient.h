@@ -65,8 +65,10 @@ public:
     /// starts the byte-count agent. The current state again does nothing. Callable from any thread.
     void setState(STATE s);
     /// Getter and setter in one, callable from any thread: with both arguments 0 they are filled with the stored byte
-    /// counts, otherwise they are stored. So the counts can not be set back to 0.
+    /// counts, otherwise they are stored.
     void byteCount(quint64 &received, quint64 &sent);
+    /// Sets the stored byte counts back to 0, callable from any thread.
+    void clearByteCount();
 
     /// Brings a connection up, closing an active one first, and waits for at most two minutes. True when it is up.
     /// Every failure has been reported through message() by then; a connection that was closed from an event during

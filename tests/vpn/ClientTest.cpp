@@ -1,4 +1,5 @@
 #include "common/AppPath.h"
+#include "common/Wait.h"
 #include "tests/support/Cases.h"
 #include "tests/support/TestFiles.h"
 #include "tests/vpn/TestClient.h"
@@ -77,6 +78,16 @@ private slots:
             QCOMPARE(client.messages.last(), QString("[ERROR]Connect to server timeout"));
         }
         QVERIFY(client.messages.contains("State is 4, trying to close it."));
+
+        client.m_timeout = 3000; // a box that is open beyond the end is not waiting for it
+        client.messages.clear();
+        connect(&client, &VPNClient::message, &client, [&client](const QString &text) {
+            if (text.startsWith("[ERROR]")) {
+                Wait().run(client.m_timeout);
+            }
+        });
+        QVERIFY(!client.openWith(VPNClient::OPENVPN, "/dies"));
+        QCOMPARE(client.errors(), QStringList("[ERROR]vpn connect error, please check log"));
     }
 
     /// An open() that was overtaken has failed, whatever became of the one that overtook it.
