@@ -58,8 +58,10 @@ void Korvan::updateRefresh(bool save)
 
 void Korvan::onUpdate()
 {
-    // The profile's files are in use while a tunnel comes up, and a login may be at work on them.
-    if (m_bundleInWork || tunnelInUse(m_status)) {
+    // The profile's files and the chosen server are in use while a tunnel comes up, and a login may be at work on
+    // them.
+    if (m_bundleInWork || tunnelInUse(m_status) || m_status == STATUS_RECONNECTING) {
+        qDebug("WARNING: the configuration is in use and can not be refreshed now.");
         return;
     }
     const QPointer<Korvan> self(this);

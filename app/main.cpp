@@ -30,7 +30,7 @@ static int runWindow(SingleInstance &instance, bool show)
     if (show) {
         window.show();
     } else {
-        window.startHidden();
+        window.hideInTray();
     }
     return QApplication::exec();
 }

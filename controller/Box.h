@@ -3,5 +3,5 @@
 #include <QMessageBox>
 
 /// Shows a modal box that offers exactly one button, Yes. No is named as the default without being offered. Returns
-/// whether it was answered with Yes, which is also what closing it means.
+/// whether it was answered with Yes, which is also what closing it means; false when the program quits.
 bool onlyYes(QWidget *parent, QMessageBox::Icon icon, const QString &title, const QString &text);

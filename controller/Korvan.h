@@ -15,6 +15,7 @@
 class QAction;
 class QMenu;
 class QNetworkAccessManager;
+class QSound;
 struct Options;
 
 namespace Ui {
@@ -33,8 +34,8 @@ public:
     explicit Korvan(QMainWindow *parent = nullptr);
     ~Korvan() override;
 
-    /// Starts without a window, or minimised where there is no tray icon to bring it back from.
-    void startHidden();
+    /// Hides the window, or minimises it where there is no tray icon to bring it back from.
+    void hideInTray();
 
 signals:
     /// Ends the wait of a running ping or speed test.
@@ -148,6 +149,7 @@ private:
 
     // Connect flow (controller/KorvanConnect.cpp)
     void rememberGateway();
+    void giveUpReconnect();
     bool prepareConnection(VPNClient::SETUP &setup, VPNClient::OPTION &option);
     bool prepareOpenVPN(VPNClient::SETUP &setup, VPNClient::OPTION &option);
     bool prepareL2TP(VPNClient::SETUP &setup, VPNClient::OPTION &option);
@@ -186,6 +188,7 @@ private:
     QStringList m_waitingMessages; ///< of the engine, while an earlier one is acted on
     bool m_actsOnMessage = false;
     QNetworkAccessManager *m_publicIpRequest = nullptr; ///< the newest; null when none is under way
+    QSound *m_sound = nullptr;                          ///< played last
     QMenu *m_connectMenu = nullptr;
     QAction *m_reconnectAction = nullptr;
     QAction *m_disconnectAction = nullptr;

@@ -26,17 +26,15 @@ void Korvan::onConnect()
     }
     // Every wait from here on delivers the user's next clicks.
     const QScopedValueRollback<bool> guard(m_connectInWork, true);
+    rememberGateway();
     if (m_form->cmServer->currentIndex() < 0 || m_engine->isRunning() || m_bundleInWork) {
+        giveUpReconnect();
         return;
     }
-    rememberGateway();
     VPNClient::SETUP setup(static_cast<VPNClient::TYPE>(-1), {}, {}, {});
     VPNClient::OPTION option;
     if (!prepareConnection(setup, option)) {
-        if (m_status == STATUS_RECONNECTING) { // no attempt will follow that could lead out of it
-            setStatus(STATUS_CONNECTING);
-            onDisconnect();
-        }
+        giveUpReconnect();
         return;
     }
     setStatus(STATUS_CONNECTING);
@@ -45,6 +43,15 @@ void Korvan::onConnect()
     // A wait also ends when the program quits: only a tunnel that is up counts as one.
     if (up && m_status == STATUS_CONNECTING && m_engine->state() == VPNClient::CONNECTED) {
         setStatus(STATUS_CONNECTED);
+    }
+}
+
+/// Leads back to "not connected" where a reconnect was to follow: only an attempt leads out of STATUS_RECONNECTING.
+void Korvan::giveUpReconnect()
+{
+    if (m_status == STATUS_RECONNECTING) {
+        setStatus(STATUS_CONNECTING);
+        onDisconnect();
     }
 }
 
@@ -76,9 +83,11 @@ bool Korvan::prepareOpenVPN(VPNClient::SETUP &setup, VPNClient::OPTION &option)
     setup.type = VPNClient::OPENVPN;
     setup.a = QStringLiteral("update");
     option.type = VPNClient::OPENVPN;
-    if (isCrtExpired() && onlyYes(this, QMessageBox::Information, tr("Notify"),
-                                  tr("Certificate might be expired.\nDo you want to renew subscription?"))) {
-        QDesktopServices::openUrl(QUrl(QStringLiteral(KORVAN_PORTAL_URL)));
+    if (isCrtExpired()) {
+        if (onlyYes(this, QMessageBox::Information, tr("Notify"),
+                    tr("Certificate might be expired.\nDo you want to renew subscription?"))) {
+            QDesktopServices::openUrl(QUrl(QStringLiteral(KORVAN_PORTAL_URL)));
+        }
         return false;
     }
     const QString server = m_form->cmServer->currentText();

@@ -7,6 +7,7 @@
 #include "platform/LoginItems.h"
 #include "ui_Korvan.h"
 
+#include <QDebug>
 #include <QDir>
 #include <QFile>
 
@@ -25,7 +26,10 @@ void Korvan::updateOption(bool save)
     QDir().mkpath(appPath("/cfg"));
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) { // the first run
-        m_engine->reset();
+        const auto noted =
+            connect(m_engine, &VPNClient::message, [](const QString &text) { qDebug().noquote() << text; });
+        m_engine->reset(); // nobody else listens yet
+        disconnect(noted);
         writeWhole(path, {});
         return;
     }

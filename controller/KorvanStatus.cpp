@@ -7,6 +7,7 @@
 #include "common/Text.h"
 #include "controller/StatusLook.h"
 #include "route/DefaultGateway.h"
+#include "ui/PlainText.h"
 #include "ui_Korvan.h"
 #include "vpn/VPNClient.h"
 
@@ -106,7 +107,7 @@ void Korvan::applyLook(KORVANSTATUS status)
         m_tray->setIcon(QIcon(QLatin1String(look->trayIcon)));
     }
     if (look->toolTip != nullptr) {
-        m_tray->setToolTip(filled(look->toolTip));
+        m_tray->setToolTip(plainText(filled(look->toolTip)));
     }
     if (look->message != nullptr) {
         m_tray->showMessage(QStringLiteral("Korvan"), filled(look->message), QSystemTrayIcon::Information,
@@ -144,6 +145,7 @@ void Korvan::enterReady()
 
 void Korvan::enterConnecting()
 {
+    m_form->stack->setCurrentWidget(m_form->pageMain); // no tunnel is up behind the login page
     m_form->pgLinkState->setValue(0);
     m_progressTimer.start(kProgressIntervalMs);
     m_transfer.sessionReceived = 0;
@@ -159,7 +161,7 @@ void Korvan::enterConnected()
         m_form->pgLinkState->setValue(++value);
     }
     if (m_form->cbHideConnection->isChecked()) {
-        hide();
+        hideInTray();
     }
     if (lockDownWanted(m_form)) {
         lockDown();
@@ -191,6 +193,7 @@ void Korvan::commitSession()
     UpdateTotalDataTransfer(0, 0);
     qDebug().noquote() << "Since" << m_startTime.toString(Qt::ISODate) << "received" << FormatDataSize(received)
                        << "and sent" << FormatDataSize(sent);
+    m_engine->clearByteCount(); // a second end of the same connection must not count it again
 }
 
 void Korvan::lockDown()
@@ -209,7 +212,10 @@ void Korvan::restoreGateway()
 void Korvan::playSound(const char *file)
 {
     if (!m_form->cbNoSound->isChecked()) {
-        QSound::play(appPath(file));
+        // One that still loads when the application ends would keep it from ending: the window takes it with it.
+        delete m_sound;
+        m_sound = new QSound(appPath(file), this);
+        m_sound->play();
     }
 }
 

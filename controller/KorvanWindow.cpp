@@ -25,11 +25,9 @@ void Korvan::showOnTop()
     raise();
 }
 
-void Korvan::startHidden()
+void Korvan::hideInTray()
 {
-    if (!QSystemTrayIcon::isSystemTrayAvailable()) {
-        showMinimized();
-    }
+    QSystemTrayIcon::isSystemTrayAvailable() ? hide() : showMinimized();
 }
 
 void Korvan::onTrayClicked(QSystemTrayIcon::ActivationReason reason)

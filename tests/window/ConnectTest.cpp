@@ -68,7 +68,7 @@ private slots:
         QTRY_VERIFY2(!QFile::exists(appPath("/l2tp")), "asked for again at the next attempt");
     }
 
-    /// A second connect, a disconnect and a change of user.
+    /// A second connect, a disconnect, a change of user; and a refresh of the configuration while it reconnects.
     void clicksDuringTheAttempt()
     {
         helperDoes("exec sleep 600");
@@ -82,6 +82,14 @@ private slots:
         QVERIFY(press("pbConnect"));
         QTRY_VERIFY_WITH_TIMEOUT(canConnect(), 30000);
         QVERIFY(page() == "pageLogin" && !engine().isRunning());
+
+        helperDoes("echo 'Initialization Sequence Completed'; exec sleep 600");
+        QVERIFY(press("Examplia-1"));
+        QVERIFY2(page() == "pageMain", "a login there would lift lock-down under the tunnel");
+        QTimer::singleShot(0, m_window.get(), [this] { press("pbUpAccount"); });
+        QVERIFY(press("pbReconnect"));
+        QTRY_COMPARE_WITH_TIMEOUT(noted().count('\n'), 2, 30000);
+        QCOMPARE(combo("cmServer")->currentText(), QString("Examplia-1"));
     }
 
     void quitDuringTheAttempt()
