@@ -46,14 +46,13 @@ bool VPNClient::startHelper(QProcess &process, const QStringList &arguments)
     return process.state() == QProcess::Running;
 }
 
-/// Waits for a helper's end, in short steps so that close() can end the worker; a negative limit is none. False when
-/// the helper is still running.
+/// Waits for a helper's end, in short steps so that close() can end the worker. False when the helper is still
+/// running.
 bool VPNClient::waitForHelperEnd(QProcess &process, int limitMs)
 {
     QElapsedTimer waited;
     waited.start();
-    while (process.state() != QProcess::NotRunning && (limitMs < 0 || waited.elapsed() < limitMs) &&
-           !isInterruptionRequested()) {
+    while (process.state() != QProcess::NotRunning && waited.elapsed() < limitMs && !isInterruptionRequested()) {
         process.waitForFinished(kPollMs);
     }
     return process.state() == QProcess::NotRunning;

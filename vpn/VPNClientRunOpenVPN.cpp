@@ -72,8 +72,8 @@ void VPNClient::actOnOpenVPN(const QString &chunk)
     }
 }
 
-/// The script goes first and waits for OpenVPN's end: should the program itself be killed in between, it cleans up all
-/// the same.
+/// The script goes first and waits for OpenVPN's end: should the program itself be killed in between, it cleans up
+/// all the same.
 void VPNClient::killOpenVPN()
 {
     startDownScript();

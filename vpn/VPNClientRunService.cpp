@@ -76,7 +76,11 @@ bool VPNClient::checkService()
         fail(tr("start vpn helper process failed."));
         return false;
     }
-    if (!waitForHelperEnd(*m_process, -1)) {
+    while (m_process->state() != QProcess::NotRunning && !isStopping()) {
+        m_process->waitForFinished(kPollMs);
+    }
+    if (m_process->state() != QProcess::NotRunning) {
+        killHelper(); // hanging up comes first
         return false;
     }
     const QByteArray output = m_process->readAll();
