@@ -16,6 +16,11 @@ void Korvan::releaseCompressedConfig(QByteArray archive)
     const QString folder = profileFolder();
     const QString path = folder + QLatin1String("config");
     ClearPath(folder);
+    for (const QFileInfo &left : QDir(folder).entryInfoList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+        if (!left.fileName().contains(QLatin1String("custom"), Qt::CaseInsensitive)) {
+            QDir_removeFolder(left.filePath());
+        }
+    }
     QDir().mkpath(folder);
     QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner); // it gets private keys
     writeWhole(path, archive);
@@ -26,7 +31,7 @@ void Korvan::releaseCompressedConfig(QByteArray archive)
         QFile::remove(path);
     }
     const QString unpackedList = folder + QLatin1String("L2TP.txt");
-    if (QFile::exists(unpackedList)) {
+    if (QFileInfo(unpackedList).isFile()) {
         QFile::remove(l2tpListPath());
         QFile::rename(unpackedList, l2tpListPath());
     }

@@ -34,6 +34,7 @@ private slots:
         LabWindow lab;
         lab.start();
         putFile(appPath("/setting.ini"), "[DEBUG]\nENABLE=True\n"); // only "true" switches it on
+        putFile(appPath("/cfg/OpenVPN/config/file"), {});           // in the way of the archive, from another profile
         lab.login("bob", kBobsPassword);
         // The service answers with a profile only when method, headers, length and encoding are right to the byte.
         const QByteArray request = LabWindow::lastRequest("/api");
