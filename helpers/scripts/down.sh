@@ -59,9 +59,9 @@ restore_file() {
     [[ -f $resolv && ! -L $resolv ]] && read -r first <"$resolv"
     case $first in
     "# Korvan's tunnel; the file before: $saved") mv -fT "$saved" "$resolv" ;;
-    "# Korvan's tunnel; the file before: $folder/resolv.conf") cat "$folder/resolv.conf" >"$resolv" ;;
+    "# Korvan's tunnel; the file before: $folder/resolv.conf") [[ -f $folder/resolv.conf ]] && cat "$folder/resolv.conf" >"$resolv" ;;
     "# Korvan's tunnel; there was no file before") rm -f "$resolv" ;;
-    esac || say "can not restore $resolv"
+    esac || { say "can not restore $resolv"; return; } # the copy stays
     rm -f "$saved" "$folder/resolv.conf"
 }
 
