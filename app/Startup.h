@@ -36,8 +36,8 @@ PendingUpdate installPendingUpdate(const char *argument);
 void removeStagingFolder();
 
 /// Undoes what a tunnel has left whose OpenVPN was killed together with the program: its name servers, without which
-/// no login would get anywhere, the IPv6 block, a host route; and a lock-down that nobody ended. Tunnels that live are
-/// left alone.
+/// no login would get anywhere, the IPv6 block, a host route; and a lock-down that nobody ended. Tunnels that live
+/// are left alone.
 void cleanUpAfterTunnels();
 
 /// The "-version" box.
