@@ -74,6 +74,22 @@ private slots:
         QCOMPARE(quit(), 0);
     }
 
+    /// The program and its guardian were killed together.
+    void routesOfAnOrphanedLockDown()
+    {
+        if (geteuid() != 0) {
+            QSKIP("NEEDS ROOT: the repair of routes was not tested", "");
+        }
+        const QString journal = "/run/korvan/route.journal";
+        putFile(journal, {});
+        putScript(inBundle("/tools/route"), "echo \"route $*\"");
+        start({"-hide"});
+        QVERIFY(startIsDone());
+        QFile::remove(journal);
+        QVERIFY2(log().contains("route add 0.0.0.0 mask 0.0.0.0"), log().constData());
+        QCOMPARE(quit(), 0);
+    }
+
     void updateWithoutHelper()
     {
         putFile(inBundle("/update/update.zip"), "PK");
