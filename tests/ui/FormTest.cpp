@@ -26,8 +26,8 @@ private slots:
             "edUser edPass cbRember pbLogin pbExist",
             "tab cmProto cmServer pbConnect pbReconnect pbChangeUser pbUpAccount pbFAQ pbHelpSupport pbResetStat",
             "tab edLog pbCopyLog",
-            "tab cbConnectOnBoot cmBootServer cbHideConnection cbLockDown cbNoSound cmUpdate pbUpdate pbUpApp "
-            "pbReset pbSave",
+            ("tab cbConnectOnBoot cmBootServer cbHideConnection cbLockDown cbNoSound cmUpdate pbUpdate pbUpApp "
+             "pbReset pbSave"),
             "tab rbNone edProxyAddr edProxyPort cbProxyAuth edProxyUser edProxyPass pbSaveProxy",
             "tab tbPing pbPingAll pbPingDet pbSpeedTest pbTestCancel"};
         for (QWidget *control : m_window->findChildren<QWidget *>()) {
