@@ -37,11 +37,15 @@ static void fillPingTable(QTableWidget &table, const QStringList &names, const Q
     table.verticalHeader()->setDefaultSectionSize(kPingRowHeight);
     table.setRowCount(names.size());
     int row = 0;
-    for (const QString &name : names) {
-        if (!skipped.contains(name)) {
-            table.setItem(row++, 0, new QTableWidgetItem(name));
+    {
+        const QSignalBlocker quiet(table.model()); // one repaint, not one for every name
+        for (const QString &name : names) {
+            if (!skipped.contains(name)) {
+                table.setItem(row++, 0, new QTableWidgetItem(name));
+            }
         }
     }
+    table.viewport()->update();
     table.setRowCount(row);
     table.setSortingEnabled(sorting);
 }
