@@ -17,8 +17,6 @@
 /// Widths of the columns of the ping table, in pixels.
 static constexpr int kPingColumnWidths[] = {230, 95, 95, 110};
 
-static constexpr int kUpdateTab = 2;
-
 Korvan::Korvan(QMainWindow *parent)
     : QMainWindow(parent),
       m_form(new Ui::Korvan),
@@ -220,8 +218,8 @@ void Korvan::announceUpdate()
         message = tr("New version %1 ready, please click \"Update\".").arg(version);
     }
     QMessageBox::information(this, tr("Update"), plainText(message));
-    m_form->tab->setCurrentIndex(kUpdateTab);
-    m_form->tabPage->setCurrentIndex(kUpdateTab);
+    m_form->tab->setCurrentIndex(kSettingsTab);
+    m_form->tabPage->setCurrentIndex(kSettingsTab);
     m_form->pbUpApp->setEnabled(true);
     m_form->pbUpApp->setFocus(Qt::OtherFocusReason);
 }

@@ -163,6 +163,10 @@ private:
     void onTunnelFailed();
     void onL2TPLoginFailed();
 
+    /// Tabs of the top bar, and pages of the tab stack, by index.
+    static constexpr int kSettingsTab = 2;
+    static constexpr int kProxyTab = 3;
+
     Ui::Korvan *m_form;
     KORVANSTATUS m_status = kStatusNone;
     VPNClient *m_engine;

@@ -13,10 +13,6 @@
 #include <QMessageBox>
 #include <QUrl>
 
-/// Tabs of the top bar, and pages of the tab stack, by index.
-static constexpr int kSettingsTab = 2;
-static constexpr int kProxyTab = 3;
-
 void Korvan::showOnTop()
 {
     showNormal();
