@@ -8,18 +8,11 @@
 #include <QPainter>
 #include <QToolTip>
 
-namespace {
-
-constexpr int kLeastRowHeight = 20;
-
-} // namespace
-
 ServerTable::ServerTable(QWidget *parent) : QTableWidget(parent)
 {
     setTabKeyNavigation(false);
     setTextElideMode(Qt::ElideMiddle);
     verticalHeader()->hide();
-    verticalHeader()->setMinimumSectionSize(kLeastRowHeight);
     horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setSectionsClickable(true);
