@@ -21,6 +21,9 @@ struct Places
     std::string bundle;  ///< the installed bundle
     std::string staging; ///< where the update was unpacked, with this helper
     std::string fresh;   ///< the new bundle before the swap, the old one after it
+
+    /// The installed program's file.
+    std::string executable() const { return bundle + kMacOs + program; }
 };
 
 constexpr int kEndLimitMs = 60000;
@@ -111,7 +114,6 @@ static void removeLeftovers(const Places &places)
 /// failure.
 static std::string update(const Places &places)
 {
-    const std::string program = places.bundle + kMacOs + places.program;
     const std::string oldVersion = bundleVersion(places.bundle);
     std::string reason = prepare(places);
     if (reason.empty()) {
@@ -120,19 +122,19 @@ static std::string update(const Places &places)
     if (!reason.empty()) {
         removeLeftovers(places);
         if (waitForEnd(places.bundle, 0)) {
-            startProgram(program);
+            startProgram(places.executable());
         }
         return reason;
     }
     say(places, "SUCCESS: updated from " + oldVersion + " to " + bundleVersion(places.bundle));
-    reason = watch(startProgram(program), kWatchMs);
+    reason = watch(startProgram(places.executable()), kWatchMs);
     if (!reason.empty()) {
         reason = "the new version does not run, " + reason;
         const std::string stuck = swapBundles(places);
         if (!stuck.empty()) {
             return reason + "; " + stuck;
         }
-        startProgram(program);
+        startProgram(places.executable());
     }
     removeLeftovers(places);
     return reason;
@@ -154,13 +156,13 @@ int main(int argc, char *argv[])
     const std::string parent = fs::path(staging).parent_path();
     places.bundle = parent + "/" + places.program + ".app";
     places.fresh = parent + "/." + places.program + ".app.update";
-    if (access((places.bundle + kMacOs + places.program).c_str(), X_OK) != 0) {
+    if (access(places.executable().c_str(), X_OK) != 0) {
         fprintf(stderr, "compose9: %s: %s\n", places.bundle.c_str(), strerror(errno));
         return 1;
     }
     std::string reason = returnToBundle(places);
     if (!reason.empty() && waitForEnd(places.bundle, kEndLimitMs)) {
-        startProgram(places.bundle + kMacOs + places.program);
+        startProgram(places.executable());
     }
     const int lock = open(parent.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (reason.empty() && flock(lock, LOCK_EX | LOCK_NB) != 0) {
