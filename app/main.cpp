@@ -65,7 +65,8 @@ int main(int argc, char *argv[])
     if (instance.isFirst()) { // nothing is swapped under a running program
         // Only the program's own switches: a program that is started again can not tell that it got root's rights for
         // a user, and Qt would take the others.
-        switch (installPendingUpdate(wantsVersion ? "-version" : wantsReset ? "-reset" : show ? "" : "-hide")) {
+        const char *again = wantsVersion ? "-version" : wantsReset ? "-reset" : show ? "" : "-hide";
+        switch (installPendingUpdate(again)) {
         case PendingUpdate::None:
             break;
         case PendingUpdate::HelperMissing:
