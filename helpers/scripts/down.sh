@@ -55,14 +55,14 @@ undo() {
 
 # What somebody else has written to the file since is newer than the copy, and stays.
 restore_file() {
-    local first=
+    local first= copy=$folder/resolv.conf
     [[ -f $resolv && ! -L $resolv ]] && read -r first <"$resolv"
     case $first in
     "# Korvan's tunnel; the file before: $saved") mv -fT "$saved" "$resolv" ;;
-    "# Korvan's tunnel; the file before: $folder/resolv.conf") [[ -f $folder/resolv.conf ]] && cat "$folder/resolv.conf" >"$resolv" ;;
+    "# Korvan's tunnel; the file before: $copy") [[ -f $copy ]] && cat "$copy" >"$resolv" ;;
     "# Korvan's tunnel; there was no file before") rm -f "$resolv" ;;
     esac || { say "can not restore $resolv"; return; } # the copy stays
-    rm -f "$saved" "$folder/resolv.conf"
+    rm -f "$saved" "$copy"
 }
 
 [[ -d $folder || -L $folder ]] || mkdir -m 0700 "$folder"
