@@ -1,7 +1,7 @@
 #include "account/Login.h"
 
-#include "app/shell/Addresses.h"
-#include "app/shell/Settings.h"
+#include "base/Addresses.h"
+#include "base/Settings.h"
 #include "common/Wait.h"
 
 #include <QNetworkAccessManager>

@@ -1,6 +1,6 @@
 #include "account/Updates.h"
 
-#include "app/shell/Addresses.h"
+#include "base/Addresses.h"
 #include "common/AppPath.h"
 #include "common/StateFile.h"
 #include "common/Text.h"

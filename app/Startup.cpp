@@ -1,7 +1,7 @@
 #include "app/Startup.h"
 
 #include "account/Archive.h"
-#include "app/shell/DebugLog.h"
+#include "base/DebugLog.h"
 #include "common/AppPath.h"
 #include "common/Paths.h"
 #include "common/StateFile.h"

@@ -1,5 +1,5 @@
 #include "app/Startup.h"
-#include "app/shell/DebugLog.h"
+#include "base/DebugLog.h"
 #include "controller/Korvan.h"
 #include "platform/QuitSignals.h"
 #include "platform/SetUserIdStart.h"

@@ -1,7 +1,7 @@
 // How long the event loop is blocked at most while two threads log 100,000 lines each and the log view is open, and
 // whether every line reached the file whole.
 
-#include "app/shell/DebugLog.h"
+#include "base/DebugLog.h"
 #include "common/AppPath.h"
 
 #include <QApplication>

@@ -1,5 +1,5 @@
 # The addresses of the deployed service. A deployment overrides them at configure time, for example with
-# -DKORVAN_API_URL=https://api.vpn.example/api; the program reads them from app/shell/Addresses.h.
+# -DKORVAN_API_URL=https://api.vpn.example/api; the program reads them from base/Addresses.h.
 set(KORVAN_API_URL "https://api.korvan.example/api" CACHE STRING "Account API to which the login is posted")
 set(KORVAN_UPDATE_URL "https://portal.korvan.example/update.xml" CACHE STRING "Update description")
 set(KORVAN_PORTAL_URL "https://portal.korvan.example/subscription" CACHE STRING "Subscription portal page")

@@ -1,6 +1,6 @@
 #include "controller/Korvan.h"
 
-#include "app/shell/DebugLog.h"
+#include "base/DebugLog.h"
 #include "common/AppPath.h"
 #include "route/DefaultGateway.h"
 #include "ui/PlainText.h"

@@ -92,7 +92,7 @@ protected:
     void closeEvent(QCloseEvent *event) override;
     void changeEvent(QEvent *event) override;
 
-    // Account (account/Korvan*.cpp)
+    // Account (controller/Korvan*.cpp)
     bool loginKorvan(QString user, QString password, QByteArray &body);
     void releaseCompressedConfig(QByteArray archive);
     void updateL2TPServerList();
@@ -101,17 +101,17 @@ protected:
     bool checkUpdate(QString &url, QString &message, QString &version);
     QString proxyAuthPath();
 
-    // Diagnostics (diag/Korvan*.cpp)
+    // Diagnostics (controller/Korvan*.cpp)
     int getPingByHostName(QString host, int count, double &loss);
     int getDownloadSpeedByUrl(QString url);
 
-    // Totals (stats/KorvanTransfer.cpp)
+    // Totals (controller/KorvanTransfer.cpp)
     void refreshTransfer(quint64 received, quint64 sent);
 
 private:
     friend class WindowFixture; // of the tests, which read the engine
 
-    // Login (account/KorvanLogin.cpp)
+    // Login (controller/KorvanLogin.cpp)
     bool profileIsUsable();
     bool fetchProfile();
     bool fallBackToOldProfile();
@@ -120,10 +120,10 @@ private:
     void selectBootServer();
     void showInServerBox(const QString &text);
 
-    // Server lists (account/KorvanServerLists.cpp)
+    // Server lists (controller/KorvanServerLists.cpp)
     void fillServerMenu(const QStringList &names);
 
-    // Tests of the servers (diag/KorvanPing.cpp)
+    // Tests of the servers (controller/KorvanPing.cpp)
     bool testsAreRefused();
     QPersistentModelIndex serverToTest();
 

@@ -1,7 +1,7 @@
 #include "controller/Korvan.h"
 
 #include "account/L2tpPassword.h"
-#include "app/shell/Addresses.h"
+#include "base/Addresses.h"
 #include "common/AppPath.h"
 #include "controller/Box.h"
 #include "controller/TunnelProxy.h"

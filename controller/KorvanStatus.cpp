@@ -2,7 +2,7 @@
 
 #include "account/ServerLists.h"
 #include "account/Updates.h"
-#include "app/shell/Settings.h"
+#include "base/Settings.h"
 #include "common/AppPath.h"
 #include "common/Text.h"
 #include "controller/StatusLook.h"

@@ -1,6 +1,6 @@
 #include "controller/Korvan.h"
 
-#include "app/shell/Addresses.h"
+#include "base/Addresses.h"
 #include "platform/ActiveWindow.h"
 #include "platform/LoginItems.h"
 #include "ui/KvImageBox.h"

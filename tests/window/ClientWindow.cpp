@@ -1,6 +1,6 @@
 #include "tests/window/ClientWindow.h"
 
-#include "app/shell/DebugLog.h"
+#include "base/DebugLog.h"
 #include "common/AppPath.h"
 #include "tests/support/TestFiles.h"
 #include "ui/Look.h"

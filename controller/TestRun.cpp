@@ -1,4 +1,4 @@
-#include "diag/TestRun.h"
+#include "controller/TestRun.h"
 
 #include "ui_Korvan.h"
 

@@ -1,4 +1,4 @@
-#include "app/shell/DebugLog.h"
+#include "base/DebugLog.h"
 
 #include "common/AppPath.h"
 

@@ -1,4 +1,4 @@
-#include "app/shell/DebugLog.h"
+#include "base/DebugLog.h"
 #include "common/AppPath.h"
 #include "tests/support/TestFiles.h"
 
@@ -12,7 +12,7 @@
 #include <memory>
 #include <vector>
 
-class ShellTest : public QObject
+class BaseTest : public QObject
 {
     Q_OBJECT
 
@@ -74,5 +74,5 @@ private:
     const QString m_log = appPath("/log.txt");
 };
 
-QTEST_MAIN(ShellTest)
-#include "ShellTest.moc"
+QTEST_MAIN(BaseTest)
+#include "BaseTest.moc"

@@ -2,7 +2,7 @@
 
 #include "account/Archive.h"
 #include "account/ServerLists.h"
-#include "app/shell/Settings.h"
+#include "base/Settings.h"
 #include "common/AppPath.h"
 #include "common/Paths.h"
 #include "common/StateFile.h"

@@ -1,4 +1,4 @@
-#include "app/shell/Settings.h"
+#include "base/Settings.h"
 
 #include "common/AppPath.h"
 

@@ -2,7 +2,7 @@
 
 #include "account/PublicIp.h"
 #include "account/WebPage.h"
-#include "app/shell/Addresses.h"
+#include "base/Addresses.h"
 #include "ui_Korvan.h"
 
 #include <QNetworkAccessManager>

@@ -2,8 +2,8 @@
 
 #include "account/ServerLists.h"
 #include "common/Wait.h"
+#include "controller/TestRun.h"
 #include "diag/SpeedTest.h"
-#include "diag/TestRun.h"
 
 #include <QElapsedTimer>
 #include <QNetworkAccessManager>

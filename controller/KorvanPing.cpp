@@ -2,8 +2,8 @@
 
 #include "account/ServerLists.h"
 #include "common/Wait.h"
+#include "controller/TestRun.h"
 #include "diag/Ping.h"
-#include "diag/TestRun.h"
 #include "platform/Tool.h"
 #include "ui_Korvan.h"
 
