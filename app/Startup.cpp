@@ -115,10 +115,13 @@ void cleanUpAfterTunnels()
 
 void showVersion()
 {
-    QMessageBox::information(nullptr, QApplication::tr("Version"),
-                             QApplication::tr("Made by the Korvan team\n") +
-                                 QApplication::tr("Compiled in %1\n").arg(QLatin1String(__DATE__)) +
-                                 QApplication::tr("Current Version:") + QCoreApplication::applicationVersion());
+    QMessageBox box(QMessageBox::Information, QApplication::tr("Version"),
+                    QApplication::tr("Made by the Korvan team\n") +
+                        QApplication::tr("Compiled in %1\n").arg(QLatin1String(__DATE__)) +
+                        QApplication::tr("Current Version:") + QCoreApplication::applicationVersion());
+    box.setInformativeText(
+        QApplication::tr("Free software under the GNU General Public License, version 3 or later."));
+    box.exec();
 }
 
 void resetNetwork()
