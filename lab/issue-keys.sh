@@ -14,10 +14,31 @@ EASYRSA_REQ_CN="Korvan lab" "$easyrsa" build-ca nopass
 "$easyrsa" build-client-full alice nopass
 "$easyrsa" build-client-full bob nopass
 EASYRSA_REQ_CN=carol "$easyrsa" gen-req carol nopass
-openssl ca -batch -config pki/safessl-easyrsa.cnf -in pki/reqs/carol.req -out pki/issued/carol.crt \
+cat >expired.cnf <<'END'
+[ca]
+default_ca = expired
+[expired]
+database = pki/index.txt
+serial = pki/serial
+new_certs_dir = pki/certs_by_serial
+certificate = pki/ca.crt
+private_key = pki/private/ca.key
+default_md = sha256
+policy = name
+x509_extensions = client
+[name]
+commonName = supplied
+[client]
+basicConstraints = CA:FALSE
+subjectKeyIdentifier = hash
+authorityKeyIdentifier = keyid
+extendedKeyUsage = clientAuth
+keyUsage = digitalSignature
+END
+openssl ca -batch -config expired.cnf -in pki/reqs/carol.req -out pki/issued/carol.crt \
     -startdate 20200101000000Z -enddate 20201231235959Z
 cp pki/ca.crt pki/issued/*.crt pki/private/*.key .
 openvpn --genkey tls-crypt tls.key
 openssl req -x509 -newkey ec -pkeyopt ec_paramgen_curve:prime256v1 -nodes -days 3650 -subj "/CN=korvan.example" \
     -addext "subjectAltName=DNS:*.korvan.example" -keyout web.key -out web.crt
-rm -r pki ca.key
+rm -r pki ca.key expired.cnf
