@@ -1,5 +1,7 @@
 #include "helpers/archive/EntryGate.h"
 
+#include "helpers/system/Checks.h"
+
 #include <algorithm>
 #include <archive_entry.h>
 
@@ -10,11 +12,6 @@ constexpr uint64_t kMaxBytes = uint64_t(1) << 30;
 constexpr uint64_t kMaxRatio = 200;
 constexpr uint64_t kFreeBytes = uint64_t(64) << 20;
 constexpr size_t kMaxNameLength = 1024;
-
-static bool isControl(unsigned char c)
-{
-    return c < 0x20 || c == 0x7f;
-}
 
 /// The name for a message line: control characters would let an archive write lines of its own, and move the cursor.
 static std::string quoted(const std::string &name)
@@ -58,7 +55,7 @@ static std::string badName(const std::string &name)
     if (name.size() > kMaxNameLength) {
         return quoted(name) + "... is too long a name";
     }
-    if (std::any_of(name.begin(), name.end(), isControl)) {
+    if (hasControl(name)) {
         return quoted(name) + " has control characters in its name";
     }
     if (name.front() == '/') {

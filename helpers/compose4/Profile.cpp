@@ -1,13 +1,13 @@
 #include "helpers/compose4/Profile.h"
 
+#include "helpers/system/ReplaceFile.h"
+
 #include <algorithm>
-#include <cstdio>
 #include <fcntl.h>
 #include <fstream>
 #include <iterator>
 #include <sstream>
 #include <sys/stat.h>
-#include <unistd.h>
 
 static const Service kServices[] = {
     {"PPTP", "Korvan-PPTP", "5a1e7d40-8c5b-4f0e-9d23-bb27c0de7001", "pptp", "network-manager-pptp"},
@@ -115,13 +115,7 @@ std::string readProfile(const Service &service)
 
 bool writeProfile(const Service &service, const std::string &text)
 {
-    const std::string path = profilePath(service);
-    const std::string draft = path + "~"; // NetworkManager reads no file of such a name
     mkdir("/run/NetworkManager", 0755);
     mkdir("/run/NetworkManager/system-connections", 0755);
-    unlink(draft.c_str());
-    const int fd = open(draft.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
-    const bool written = fd >= 0 && write(fd, text.data(), text.size()) == static_cast<ssize_t>(text.size());
-    close(fd);
-    return written && rename(draft.c_str(), path.c_str()) == 0;
+    return replaceFile(AT_FDCWD, profilePath(service), text); // NetworkManager reads no file named like its draft
 }

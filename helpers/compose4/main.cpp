@@ -1,4 +1,5 @@
 #include "helpers/compose4/Operations.h"
+#include "helpers/system/Checks.h"
 
 #include <algorithm>
 #include <clocale>
@@ -29,17 +30,10 @@ static bool isPlain(const std::string &text)
            text.find_first_of("\r\n") == std::string::npos;
 }
 
-/// Whether the text is a host name or an address.
-static bool isServer(const std::string &text)
-{
-    static const char *const kAllowed = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789.-:_";
-    return !text.empty() && text.size() <= 253 && text[0] != '-' && text.find_first_not_of(kAllowed) == text.npos;
-}
-
 static std::string setUpChecked(const Service &service, const Arguments &arguments)
 {
     const std::string psk = arguments.size() == 4 ? arguments[3] : std::string();
-    if (!isServer(arguments[2])) {
+    if (!isHost(arguments[2])) {
         return "Error: the server is neither a host name nor an address\n";
     }
     if ((strcmp(service.type, "L2TP") == 0) == psk.empty() || !isPlain(psk)) {

@@ -1,5 +1,7 @@
 #include "helpers/composec/SstpArguments.h"
 
+#include "helpers/system/Checks.h"
+
 #include <algorithm>
 #include <array>
 
@@ -9,21 +11,6 @@ constexpr std::array<const char *, 5> kFlags = {"usepeerdns", "defaultroute", "r
 
 /// pppd takes at most this many bytes of a password.
 constexpr size_t kLongestPassword = 255;
-
-bool isNumber(const std::string &text)
-{
-    return !text.empty() && text.find_first_not_of("0123456789") == std::string::npos;
-}
-
-/// A host name or an address, with a port or without.
-bool isServer(const std::string &text)
-{
-    const bool plain = std::all_of(text.begin(), text.end(), [](char c) {
-        return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '.' || c == '-' ||
-               c == ':';
-    });
-    return plain && !text.empty() && text[0] != '-';
-}
 
 /// Takes the arguments one by one.
 class Arguments
@@ -56,7 +43,7 @@ bool takeLinkOption(const std::string &word, Arguments &arguments, SstpRequest &
 
 std::string problemOf(const SstpRequest &request)
 {
-    if (!isServer(request.server)) {
+    if (!isHost(request.server)) {
         return "\"" + request.server + "\" is no server";
     }
     if (!isNumber(request.logLevel)) {

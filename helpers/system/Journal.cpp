@@ -1,5 +1,8 @@
 #include "helpers/system/Journal.h"
+
 #include "helpers/LockDown.h"
+#include "helpers/system/Descriptor.h"
+#include "helpers/system/ReplaceFile.h"
 
 #include <cerrno>
 #include <cstring>
@@ -9,21 +12,6 @@
 #include <unistd.h>
 
 namespace {
-
-/// A descriptor that closes itself.
-class Descriptor
-{
-public:
-    explicit Descriptor(int fd) : m_fd(fd) {}
-    ~Descriptor() { close(m_fd); }
-    Descriptor(const Descriptor &) = delete;
-    Descriptor &operator=(const Descriptor &) = delete;
-
-    operator int() const { return m_fd; }
-
-private:
-    int m_fd;
-};
 
 std::string reasonFor(const std::string &name)
 {
@@ -43,35 +31,17 @@ bool isOursAlone(int fd)
 }
 
 /// The folder, opened, or -1 with errno set.
-int openFolder()
+Descriptor openFolder()
 {
-    const int fd = open(kJournalFolder, O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
-    if (fd >= 0 && !isOursAlone(fd)) {
-        close(fd);
-        errno = EPERM;
-        return -1;
-    }
-    return fd;
-}
-
-bool writeAll(int fd, const std::string &text)
-{
-    size_t done = 0;
-    while (done < text.size()) {
-        const ssize_t n = write(fd, text.data() + done, text.size() - done);
-        if (n < 0) {
-            return false;
-        }
-        done += static_cast<size_t>(n);
-    }
-    return fsync(fd) == 0;
+    Descriptor folder(open(kJournalFolder, O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+    return folder < 0 || isOursAlone(folder) ? std::move(folder) : Descriptor();
 }
 
 } // namespace
 
 JournalText readJournal(const std::string &name)
 {
-    const Descriptor folder(openFolder());
+    const Descriptor folder = openFolder();
     if (folder < 0) {
         return {errno == ENOENT ? JournalText::State::Missing : JournalText::State::Refused, {}, reasonFor({})};
     }
@@ -80,12 +50,7 @@ JournalText readJournal(const std::string &name)
         return {errno == ENOENT ? JournalText::State::Missing : JournalText::State::Refused, {}, reasonFor(name)};
     }
     JournalText journal{JournalText::State::Read, {}, {}};
-    char buffer[4096];
-    ssize_t n = 0;
-    while ((n = read(file, buffer, sizeof buffer)) > 0) {
-        journal.text.append(buffer, static_cast<size_t>(n));
-    }
-    if (n < 0) {
+    if (!readAll(file, journal.text)) {
         return {JournalText::State::Refused, {}, reasonFor(name)};
     }
     return journal;
@@ -94,41 +59,30 @@ JournalText readJournal(const std::string &name)
 std::string writeJournal(const std::string &name, const std::string &text)
 {
     mkdir(kJournalFolder, 0700);
-    const Descriptor folder(openFolder());
+    const Descriptor folder = openFolder();
     if (folder < 0) {
         return reasonFor({});
     }
-    const std::string draft = "." + name + ".new";
-    unlinkat(folder, draft.c_str(), 0);
-    const Descriptor file(openat(folder, draft.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600));
-    if (file < 0 || !writeAll(file, text) || renameat(folder, draft.c_str(), folder, name.c_str()) != 0) {
-        return reasonFor(name);
-    }
-    return {};
+    return replaceFile(folder, name, text) ? std::string() : reasonFor(name);
 }
 
 std::string removeJournal(const std::string &name)
 {
-    const Descriptor folder(openFolder());
+    const Descriptor folder = openFolder();
     if (folder < 0) {
         return errno == ENOENT ? std::string() : reasonFor({});
     }
     return unlinkat(folder, name.c_str(), 0) == 0 || errno == ENOENT ? std::string() : reasonFor(name);
 }
 
-JournalLock::JournalLock(const std::string &name) : m_fd(-1)
+JournalLock::JournalLock(const std::string &name)
 {
     mkdir(kJournalFolder, 0700);
-    const Descriptor folder(openFolder());
+    const Descriptor folder = openFolder();
     if (folder < 0) {
         return;
     }
-    m_fd = openat(folder, name.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, 0600);
-    while (m_fd >= 0 && flock(m_fd, LOCK_EX) != 0 && errno == EINTR) {
+    m_file = Descriptor(openat(folder, name.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, 0600));
+    while (m_file >= 0 && flock(m_file, LOCK_EX) != 0 && errno == EINTR) {
     }
-}
-
-JournalLock::~JournalLock()
-{
-    close(m_fd);
 }

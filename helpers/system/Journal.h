@@ -1,5 +1,7 @@
 #pragma once
 
+#include "helpers/system/Descriptor.h"
+
 #include <string>
 
 /// What is in a journal file.
@@ -32,13 +34,10 @@ class JournalLock
 {
 public:
     explicit JournalLock(const std::string &name);
-    ~JournalLock();
-    JournalLock(const JournalLock &) = delete;
-    JournalLock &operator=(const JournalLock &) = delete;
 
     /// False when the folder or the file is not as it must be; nothing is locked then.
-    bool held() const { return m_fd >= 0; }
+    bool held() const { return m_file >= 0; }
 
 private:
-    int m_fd;
+    Descriptor m_file;
 };

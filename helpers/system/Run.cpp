@@ -1,5 +1,7 @@
 #include "helpers/system/Run.h"
 
+#include "helpers/system/Descriptor.h"
+
 #include <cerrno>
 #include <csignal>
 #include <cstring>
@@ -12,44 +14,19 @@
 
 namespace {
 
-/// A file in memory. The tool's streams are such files, not pipes, so that no order of reading and writing can block.
-class MemoryFile
+/// An empty file in memory for one of the tool's output streams.
+Descriptor outputFile()
 {
-public:
-    MemoryFile() : m_fd(memfd_create("korvan", MFD_CLOEXEC)) {}
-    ~MemoryFile() { close(m_fd); }
-    MemoryFile(const MemoryFile &) = delete;
-    MemoryFile &operator=(const MemoryFile &) = delete;
+    return Descriptor(memfd_create("korvan", MFD_CLOEXEC));
+}
 
-    int fd() const { return m_fd; }
-
-    bool fill(const std::string &text) const
-    {
-        size_t done = 0;
-        while (done < text.size()) {
-            const ssize_t n = write(m_fd, text.data() + done, text.size() - done);
-            if (n <= 0) {
-                return false;
-            }
-            done += static_cast<size_t>(n);
-        }
-        return lseek(m_fd, 0, SEEK_SET) == 0;
-    }
-
-    std::string content() const
-    {
-        std::string text;
-        char buffer[4096];
-        ssize_t n = 0;
-        while ((n = pread(m_fd, buffer, sizeof buffer, static_cast<off_t>(text.size()))) > 0) {
-            text.append(buffer, static_cast<size_t>(n));
-        }
-        return text;
-    }
-
-private:
-    int m_fd;
-};
+std::string contentOf(int file)
+{
+    std::string text;
+    lseek(file, 0, SEEK_SET);
+    readAll(file, text);
+    return text;
+}
 
 std::vector<char *> pointers(std::vector<std::string> &texts)
 {
@@ -102,10 +79,11 @@ void dieWithParent(int signal, pid_t parent)
 RunResult runTool(const std::vector<std::string> &command, const std::string &input, int limitMs)
 {
     RunResult result;
-    const MemoryFile in;
-    const MemoryFile out;
-    const MemoryFile errors;
-    if (in.fd() < 0 || out.fd() < 0 || errors.fd() < 0 || !in.fill(input)) {
+    // Files, not pipes, so that no order of reading and writing can block.
+    const Descriptor in = sealedFile(input, MFD_CLOEXEC);
+    const Descriptor out = outputFile();
+    const Descriptor errors = outputFile();
+    if (in < 0 || out < 0 || errors < 0) {
         result.errors = std::strerror(errno);
         return result;
     }
@@ -113,9 +91,9 @@ RunResult runTool(const std::vector<std::string> &command, const std::string &in
     const pid_t child = fork();
     if (child == 0) {
         dieWithParent(SIGKILL, self);
-        dup2(in.fd(), STDIN_FILENO);
-        dup2(out.fd(), STDOUT_FILENO);
-        dup2(errors.fd(), STDERR_FILENO);
+        dup2(in, STDIN_FILENO);
+        dup2(out, STDOUT_FILENO);
+        dup2(errors, STDERR_FILENO);
         becomeTool(command);
         dprintf(STDERR_FILENO, "%s: %s", command[0].c_str(), std::strerror(errno));
         _exit(127);
@@ -130,7 +108,7 @@ RunResult runTool(const std::vector<std::string> &command, const std::string &in
         return result;
     }
     result.status = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
-    result.output = out.content();
-    result.errors = errors.content();
+    result.output = contentOf(out);
+    result.errors = contentOf(errors);
     return result;
 }

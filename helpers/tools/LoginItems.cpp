@@ -1,5 +1,7 @@
 #include "helpers/tools/LoginItems.h"
 
+#include "helpers/system/Checks.h"
+
 #include <algorithm>
 #include <cctype>
 #include <cstdint>
@@ -88,9 +90,7 @@ private:
 
 bool isStartable(const std::string &bundle)
 {
-    const bool control = std::any_of(bundle.begin(), bundle.end(),
-                                     [](char c) { return std::iscntrl(static_cast<unsigned char>(c)) != 0; });
-    return !bundle.empty() && bundle[0] == '/' && !control;
+    return !bundle.empty() && bundle[0] == '/' && !hasControl(bundle);
 }
 
 /// A word of the key Exec: quoted, then escaped again as every text of a desktop entry is.

@@ -1,20 +1,19 @@
 // "defaults read|write loginwindow AutoLaunchedApplicationDictionary [LIST]": keeps the list of login items in the
 // configuration of the user who sits at the desktop, and mirrors it to that desktop's autostart folder.
 
+#include "helpers/system/Descriptor.h"
+#include "helpers/system/ReplaceFile.h"
+#include "helpers/system/User.h"
 #include "helpers/tools/LoginItems.h"
 
 #include <cerrno>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
 #include <filesystem>
-#include <grp.h>
 #include <optional>
-#include <pwd.h>
 #include <set>
 #include <sys/stat.h>
-#include <unistd.h>
 
 namespace fs = std::filesystem;
 
@@ -25,67 +24,26 @@ void complain(const std::string &what)
     std::fprintf(stderr, "defaults: %s\n", what.c_str());
 }
 
-/// The user who started all this. Where even the real user is root, whoever became root by the usual ways says who it
-/// was; the program itself leaves it in USER.
-const passwd *realUser()
-{
-    if (getuid() != 0) {
-        return getpwuid(getuid());
-    }
-    for (const char *name : {"SUDO_UID", "PKEXEC_UID"}) {
-        const char *number = std::getenv(name);
-        if (number != nullptr && *number != '\0' && std::strspn(number, "0123456789") == std::strlen(number)) {
-            return getpwuid(static_cast<uid_t>(std::strtoul(number, nullptr, 10)));
-        }
-    }
-    const char *user = std::getenv("USER");
-    return user != nullptr && *user != '\0' ? getpwnam(user) : getpwuid(0);
-}
-
-/// Gives up all rights but that user's, so that links in the user's folders lead nowhere the user could not go.
-bool become(const passwd &user)
-{
-    if (geteuid() == 0 && initgroups(user.pw_name, user.pw_gid) != 0) {
-        return false;
-    }
-    return setresgid(user.pw_gid, user.pw_gid, user.pw_gid) == 0 &&
-           setresuid(user.pw_uid, user.pw_uid, user.pw_uid) == 0;
-}
-
 /// The content of a plain file; no value when there is none or it can not be read.
 std::optional<std::string> readFile(const fs::path &path)
 {
-    const int fd = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOFOLLOW);
+    const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOFOLLOW));
     struct stat info;
-    if (fd < 0 || fstat(fd, &info) != 0 || !S_ISREG(info.st_mode)) {
-        close(fd);
-        return {};
-    }
     std::string text;
-    char buffer[4096];
-    ssize_t n = 0;
-    while ((n = read(fd, buffer, sizeof buffer)) > 0) {
-        text.append(buffer, static_cast<size_t>(n));
-    }
-    close(fd);
-    return text;
+    const bool isRead = file >= 0 && fstat(file, &info) == 0 && S_ISREG(info.st_mode) && readAll(file, text);
+    return isRead ? std::optional(text) : std::nullopt;
 }
 
-/// Replaces the file in one step, making the folders above it; complains when that can not be done.
-bool replaceFile(const fs::path &path, const std::string &text)
+/// Replaces the file, making the folders above it; complains when that can not be done.
+bool store(const fs::path &path, const std::string &text)
 {
     std::error_code ignored;
     fs::create_directories(path.parent_path(), ignored);
-    std::string draft = path.parent_path() / ".korvan-XXXXXX";
-    const int fd = mkstemp(draft.data());
-    const bool written = fd >= 0 && write(fd, text.data(), text.size()) == static_cast<ssize_t>(text.size());
-    const bool replaced = written && rename(draft.c_str(), path.c_str()) == 0;
-    if (!replaced) {
+    if (!replaceFile(AT_FDCWD, path, text)) {
         complain(path.string() + ": " + std::strerror(errno));
-        unlink(draft.c_str());
+        return false;
     }
-    close(fd);
-    return replaced;
+    return true;
 }
 
 void removeOtherEntries(const fs::path &folder, const std::set<std::string> &wanted)
@@ -115,7 +73,7 @@ bool mirror(const std::string &list, const fs::path &folder)
     std::set<std::string> names;
     for (const std::string &bundle : items.bundles) {
         names.insert(desktopEntryName(bundle));
-        done = replaceFile(folder / desktopEntryName(bundle), desktopEntry(bundle)) && done;
+        done = store(folder / desktopEntryName(bundle), desktopEntry(bundle)) && done;
     }
     removeOtherEntries(folder, names);
     return done;
@@ -133,15 +91,16 @@ int main(int argc, char **argv)
         return 2;
     }
     umask(077);
-    const passwd *user = realUser();
-    if (user == nullptr || !become(*user)) {
+    // With that user's rights alone links in the user's folders lead nowhere the user could not go.
+    const std::optional<User> user = userAtTheDesktop();
+    if (!user || !becomeUser(*user)) {
         complain("can not act for the user at the desktop");
         return 1;
     }
-    const fs::path configuration = fs::path(user->pw_dir) / ".config";
+    const fs::path configuration = fs::path(user->home) / ".config";
     const fs::path stored = configuration / "korvan" / "login-items";
     if (isWrite) {
-        const bool kept = replaceFile(stored, words[3]);
+        const bool kept = store(stored, words[3]);
         return mirror(words[3], configuration / "autostart") && kept ? 0 : 1;
     }
     const std::optional<std::string> list = readFile(stored);

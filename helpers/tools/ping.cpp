@@ -1,6 +1,7 @@
 // "ping -cN HOST" through the system's ping, with its summary in the words that the program reads: "stddev = " where
 // Linux says "mdev = ", and no count of errors between the received packets and the loss.
 
+#include "helpers/system/Checks.h"
 #include "helpers/system/Run.h"
 
 #include <cerrno>
@@ -37,8 +38,7 @@ void copyOutput(int from)
 
 bool isCount(const std::string &option)
 {
-    return option.size() > 2 && option.compare(0, 2, "-c") == 0 &&
-           option.find_first_not_of("0123456789", 2) == std::string::npos;
+    return option.compare(0, 2, "-c") == 0 && isNumber(option.substr(2));
 }
 
 } // namespace
