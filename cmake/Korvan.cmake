@@ -2,7 +2,7 @@
 
 set(KORVAN_SANITIZE "" CACHE STRING "Sanitizers to build with, as -fsanitize= takes them")
 set(KORVAN_BUNDLE ${CMAKE_BINARY_DIR}/Korvan.app/Contents/MacOS)
-set(KORVAN_INSTALLED_BUNDLE opt/korvan/Korvan.app/Contents/MacOS)
+string(REGEX REPLACE "^/" "" KORVAN_INSTALLED_BUNDLE ${KORVAN_PACKAGED_BUNDLE}/Contents/MacOS)
 
 add_library(korvan_options INTERFACE)
 target_include_directories(korvan_options INTERFACE ${CMAKE_SOURCE_DIR} ${CMAKE_BINARY_DIR})

@@ -1,7 +1,7 @@
 #include "helpers/compose/CommandLine.h"
 
-#include "helpers/LockDown.h"
 #include "helpers/compose/Profile.h"
+#include "names/Names.h"
 
 #include <algorithm>
 

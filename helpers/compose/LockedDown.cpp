@@ -1,6 +1,6 @@
 #include "helpers/compose/LockedDown.h"
 
-#include "helpers/LockDown.h"
+#include "names/Names.h"
 
 #include <algorithm>
 #include <arpa/inet.h>
@@ -16,7 +16,6 @@
 
 namespace {
 
-constexpr char kRecordName[] = "/last-remote";
 constexpr size_t kMaxRecord = 65536;
 
 struct DefaultRoutes
@@ -112,8 +111,8 @@ Addresses parseAddresses(const std::string &text)
 
 Addresses lastAddresses()
 {
-    const int descriptor =
-        open((std::string(kJournalFolder) + kRecordName).c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+    const int descriptor = open((std::string(kJournalFolder) + "/" + kLastRemote).c_str(),
+                                O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
     if (descriptor < 0)
         return {};
     struct stat status = {};

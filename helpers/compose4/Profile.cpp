@@ -1,6 +1,7 @@
 #include "helpers/compose4/Profile.h"
 
 #include "helpers/system/ReplaceFile.h"
+#include "names/Names.h"
 
 #include <algorithm>
 #include <fcntl.h>
@@ -102,7 +103,7 @@ std::string withValue(const std::string &text, const std::string &group, const s
 
 std::string profilePath(const Service &service)
 {
-    return std::string("/run/NetworkManager/system-connections/") + service.name + ".nmconnection";
+    return std::string(kServiceProfiles) + "/" + service.name + ".nmconnection";
 }
 
 std::string readProfile(const Service &service)
@@ -116,6 +117,6 @@ std::string readProfile(const Service &service)
 bool writeProfile(const Service &service, const std::string &text)
 {
     mkdir("/run/NetworkManager", 0755);
-    mkdir("/run/NetworkManager/system-connections", 0755);
+    mkdir(kServiceProfiles, 0755);
     return replaceFile(AT_FDCWD, profilePath(service), text); // NetworkManager reads no file named like its draft
 }

@@ -1,6 +1,6 @@
 #include "helpers/compose4/ServiceLock.h"
 
-#include "helpers/LockDown.h"
+#include "names/Names.h"
 
 #include <csignal>
 #include <fcntl.h>

@@ -1,6 +1,6 @@
 #include "helpers/compose9/Processes.h"
 
-#include "helpers/Restart.h"
+#include "names/Names.h"
 
 #include <cctype>
 #include <chrono>

@@ -1,8 +1,8 @@
 #include "helpers/system/Journal.h"
 
-#include "helpers/LockDown.h"
 #include "helpers/system/Descriptor.h"
 #include "helpers/system/ReplaceFile.h"
+#include "names/Names.h"
 
 #include <cerrno>
 #include <cstring>

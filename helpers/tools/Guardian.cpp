@@ -1,8 +1,8 @@
 #include "helpers/tools/Guardian.h"
 
-#include "helpers/LockDown.h"
 #include "helpers/system/Run.h"
 #include "helpers/tools/DefaultRoutes.h"
+#include "names/Names.h"
 
 #include <cerrno>
 #include <csignal>

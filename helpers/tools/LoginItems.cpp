@@ -1,6 +1,7 @@
 #include "helpers/tools/LoginItems.h"
 
 #include "helpers/system/Checks.h"
+#include "names/Names.h"
 
 #include <algorithm>
 #include <cctype>
@@ -12,9 +13,6 @@ namespace {
 
 constexpr char kNamePrefix[] = "korvan-";
 constexpr char kNameSuffix[] = ".desktop";
-/// The package's bundle comes with a launcher that gets it root's rights.
-constexpr char kPackagedBundle[] = "/opt/korvan/Korvan.app";
-constexpr char kLauncher[] = "/usr/bin/korvan";
 constexpr char kOwnMark[] = "\nX-Korvan-LoginItem=true\n";
 
 /// Reads "{ key = value; ... }" from a position on, which then stands behind what was understood.

@@ -1,6 +1,6 @@
 #include "helpers/tools/MarkedWay.h"
-#include "helpers/LockDown.h"
 #include "helpers/system/Run.h"
+#include "names/Names.h"
 
 #include <algorithm>
 #include <fstream>

@@ -1,7 +1,7 @@
 #include "helpers/tools/RouteJournal.h"
 
-#include "helpers/LockDown.h"
 #include "helpers/system/Journal.h"
+#include "names/Names.h"
 
 #include <algorithm>
 #include <iterator>

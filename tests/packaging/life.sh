@@ -2,11 +2,12 @@
 # One life of the package: installed, started by an ordinary user, connected, upgraded, crashed in lock-down, removed,
 # installed again, purged while connected. Runs on the subscriber's machine of a lab: life.sh SYSTEM PACKAGE BUILD.
 # SYSTEM is the root folder of a Debian, which stays as it is: all changes go to a layer above it.
-# shellcheck disable=SC2015
+# shellcheck disable=SC2015,SC1091,SC2154
 set -euo pipefail
 system=$1 package=$2 build=$3
 root=/run/system
-application=/opt/korvan/Korvan.app/Contents/MacOS
+. "$build/names/names.sh"
+application=$packaged_bundle/Contents/MacOS
 log=$root$application/log.txt
 export LC_ALL=C.UTF-8
 
@@ -45,7 +46,7 @@ state() {
     nft list ruleset
     stat -c '%N %a %U' "$root"/etc/resolv.conf*
     cat "$root/etc/resolv.conf"
-    ls -A "$root/run/korvan" 2>/dev/null || true
+    ls -A "$root$journal_folder" 2>/dev/null || true
     cat /proc/sys/net/ipv4/conf/*/src_valid_mark
     processes
 }
@@ -115,7 +116,7 @@ install
 inside useradd -m ada
 inside env PKEXEC_UID="$(inside id -u ada)" "$application/tools/defaults" write loginwindow \
     AutoLaunchedApplicationDictionary \
-    '({Hide = 0; Path = "/opt/korvan/Korvan.app";},{Hide = 0; Path = "/home/ada/Korvan.app";})'
+    '({Hide = 0; Path = "'"$packaged_bundle"'";},{Hide = 0; Path = "/home/ada/Korvan.app";})'
 [ "$(login_items)" = 'Exec="/home Exec="/usr' ] || fail "no login items: $(login_items)"
 
 # The bus and polkit, as on a desktop. There is no seat here whose active user polkit could see, so that a rule has to
@@ -151,7 +152,7 @@ quietly dpkg -r korvan
 expect_state "removed after a crash"
 [ "$(login_items)" = 'Exec="/home' ] || fail "login items: $(login_items)"
 [ -s "$root$application/cfg/login" ] || fail "removing has lost the login"
-[ -z "$(find "$root/opt/korvan" -type f -perm /111)" ] || fail "programs are left in /opt"
+[ -z "$(find "$root$packaged_folder" -type f -perm /111)" ] || fail "programs are left in /opt"
 
 # Installed again, with the login that was kept, and repaired after a crash, without a screen.
 install
@@ -164,4 +165,4 @@ start
 # Purged while connected.
 quietly dpkg -P korvan
 expect_state "purged while connected"
-[ ! -e "$root/opt/korvan" ] || fail "purging leaves $(find "$root/opt/korvan")"
+[ ! -e "$root$packaged_folder" ] || fail "purging leaves $(find "$root$packaged_folder")"

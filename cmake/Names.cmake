@@ -1,0 +1,59 @@
+# The names and numbers that programs of two languages share: C++ includes "names/Names.h", where journal_folder is
+# kJournalFolder; shell scripts of this tree read names/names.sh of the build folder, where it is journal_folder; files
+# that are configured write @KORVAN_JOURNAL_FOLDER@.
+
+set(names_header "#pragma once\n")
+set(names_shell "")
+
+# korvan_name(NAME VALUE COMMENT...): a number where VALUE has digits only, else a text without quotes. Each COMMENT is
+# a line, without a semicolon.
+macro(korvan_name name value)
+  string(TOUPPER KORVAN_${name} variable)
+  set(${variable} ${value})
+  string(REPLACE "_" ";" parts ${name})
+  set(constant k)
+  foreach(part IN LISTS parts)
+    string(SUBSTRING ${part} 0 1 initial)
+    string(SUBSTRING ${part} 1 -1 rest)
+    string(TOUPPER ${initial} initial)
+    string(APPEND constant ${initial}${rest})
+  endforeach()
+  if("${value}" MATCHES "^[0-9]+$")
+    set(definition "unsigned ${constant} = ${value}")
+  else()
+    set(definition "char ${constant}[] = \"${value}\"")
+  endif()
+  string(JOIN "\n/// " comment ${ARGN})
+  string(APPEND names_header "\n/// ${comment}\nconstexpr ${definition};\n")
+  string(APPEND names_shell "${name}='${value}'\n")
+endmacro()
+
+korvan_name(
+  tunnel_mark 19311
+  "The mark of OpenVPN's own packets, which compose gives to its socket. While lock-down has taken the default route"
+  "away, a policy rule sends them to a routing table of their own, where that route is kept.")
+korvan_name(tunnel_table ${KORVAN_TUNNEL_MARK} "The number of that table.")
+korvan_name(
+  journal_folder /run/korvan
+  "Root-only folder for what the helpers must remember until the machine is as it was. It is on a file system that a"
+  "restart of the machine empties, just as it empties the routing tables.")
+korvan_name(
+  route_journal route.journal
+  "The route journal's name in that folder. It is there from before the routes are removed until they are back.")
+korvan_name(
+  last_remote last-remote
+  "The name, in that folder, of the record of the address that each server's name had when it was last connected to:"
+  "lines \"NAME ADDRESS\".")
+korvan_name(
+  service_profiles /run/NetworkManager/system-connections
+  "Where NetworkManager keeps connection profiles until the machine restarts, those of the system VPN services too.")
+korvan_name(
+  restart_argument KORVAN_RESTART_ARGUMENT
+  "Environment variable in which the start-up tells compose9 the one argument that the program was started with, where"
+  "it was one: after the update the program is started with it again.")
+korvan_name(packaged_folder /opt/korvan "Where the package puts the bundle and updates are made ready.")
+korvan_name(packaged_bundle ${KORVAN_PACKAGED_FOLDER}/Korvan.app "The package's bundle.")
+korvan_name(launcher /usr/bin/korvan "The package's launcher, which gets the program root's rights.")
+
+file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/names/Names.h CONTENT "${names_header}" @ONLY)
+file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/names/names.sh CONTENT "${names_shell}" @ONLY)
