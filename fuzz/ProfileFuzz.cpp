@@ -16,13 +16,15 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
         const auto directives = parseProfile(text, error);
         const auto filtered = directives ? filterProfile(*directives, {}, error) : std::nullopt;
         auto result = filtered ? renderProfile(filtered->directives, error) : std::nullopt;
-        if (!result && error.empty())
+        if (!result && error.empty()) {
             std::abort();
+        }
         return result;
     };
     const auto once = pass({reinterpret_cast<const char *>(data), size});
-    if (once && once->find_first_not_of('\n') != std::string::npos && pass(*once) != once)
+    if (once && once->find_first_not_of('\n') != std::string::npos && pass(*once) != once) {
         std::abort();
+    }
     return 0;
 }
 
@@ -40,8 +42,9 @@ int main(int argc, char *argv[])
         std::ifstream file(argv[i], std::ios::binary);
         seeds.emplace_back(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
     }
-    if (seeds.empty())
+    if (seeds.empty()) {
         return 2;
+    }
     const long rounds = std::strtol(argv[1], nullptr, 10);
     for (long round = 0; round < rounds; ++round) {
         std::string text = seeds[below(seeds.size())];

@@ -9,8 +9,9 @@ namespace {
 
 bool isPort(const std::string &text)
 {
-    if (text.empty() || text.size() > 5 || text.find_first_not_of("0123456789") != std::string::npos)
+    if (text.empty() || text.size() > 5 || text.find_first_not_of("0123456789") != std::string::npos) {
         return false;
+    }
     const int port = std::stoi(text);
     return port > 0 && port <= 65535;
 }
@@ -25,8 +26,9 @@ using Values = std::vector<std::string>;
 
 bool takeConfig(CommandLine &result, const Values &values, const std::string &bundle)
 {
-    if (values.size() != 1 || values[0].compare(0, bundle.size() + 1, bundle + "/") != 0)
+    if (values.size() != 1 || values[0].compare(0, bundle.size() + 1, bundle + "/") != 0) {
         return false;
+    }
     result.config = values[0].substr(bundle.size() + 1);
     return true;
 }
@@ -35,16 +37,18 @@ bool takeHttpProxy(CommandLine &result, const Values &values, const std::string 
 {
     result.proxyCredentials = values.size() == 3;
     if (!result.proxy.empty() || values.size() < 2 || values.size() > 3 || !isHost(values[0]) || !isPort(values[1]) ||
-        (result.proxyCredentials && values[2] != bundle + kProxyCredentials))
+        (result.proxyCredentials && values[2] != bundle + kProxyCredentials)) {
         return false;
+    }
     result.proxy = {"--http-proxy", values[0], values[1]};
     return true;
 }
 
 bool takeSocksProxy(CommandLine &result, const Values &values, const std::string &)
 {
-    if (!result.proxy.empty() || values.size() != 2 || !isHost(values[0]) || !isPort(values[1]))
+    if (!result.proxy.empty() || values.size() != 2 || !isHost(values[0]) || !isPort(values[1])) {
         return false;
+    }
     result.proxy = {"--socks-proxy", values[0], values[1]};
     return true;
 }
@@ -78,8 +82,9 @@ const Option kOptions[] = {
      }},
     {"--management", "127.0.0.1 and a port",
      [](CommandLine &result, const Values &values, const std::string &) {
-         if (values.size() != 2 || values[0] != "127.0.0.1" || !isPort(values[1]))
+         if (values.size() != 2 || values[0] != "127.0.0.1" || !isPort(values[1])) {
              return false;
+         }
          result.managementPort = values[1];
          return true;
      }},
@@ -121,8 +126,9 @@ std::optional<CommandLine> parseCommandLine(const std::vector<std::string> &argu
         } else if (!option->take(result, Values(it + 1, end), bundle)) {
             error = name + " takes " + option->form;
         }
-        if (!error.empty())
+        if (!error.empty()) {
             return std::nullopt;
+        }
         seen.push_back(name);
         it = end;
     }
@@ -153,22 +159,29 @@ std::vector<std::string> openVpnArguments(const CommandLine &commandLine, const 
         add({"--redirect-gateway", "def1", "local"});
     }
     arguments.insert(arguments.end(), commandLine.proxy.begin(), commandLine.proxy.end());
-    if (!handover.proxyCredentials.empty())
+    if (!handover.proxyCredentials.empty()) {
         add({handover.proxyCredentials});
+    }
     add({"--config", handover.config});
-    if (!handover.credentials.empty())
+    if (!handover.credentials.empty()) {
         add({"--auth-user-pass", handover.credentials});
-    if (commandLine.noCache)
+    }
+    if (commandLine.noCache) {
         add({"--auth-nocache"});
-    if (commandLine.changeFolder)
+    }
+    if (commandLine.changeFolder) {
         add({"--cd", bundle + kConfigurationFolder});
-    if (!commandLine.managementPort.empty())
+    }
+    if (!commandLine.managementPort.empty()) {
         add({"--management", "127.0.0.1", commandLine.managementPort});
+    }
     add({"--script-security", "2"});
     // OpenVPN splits a script's command line into words.
-    if (commandLine.up)
+    if (commandLine.up) {
         add({"--up", quoteWord(bundle + "/up.sh")});
-    if (commandLine.down)
+    }
+    if (commandLine.down) {
         add({"--down", quoteWord(bundle + "/down.sh")});
+    }
     return arguments;
 }

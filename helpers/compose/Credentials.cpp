@@ -24,10 +24,12 @@ std::optional<std::string> readAnswer(int input, const std::string &what, std::s
     char c = 0;
     while (c != '\n' && answer.size() <= kMaxAnswer) {
         const ssize_t count = read(input, &c, 1);
-        if (count < 0 && errno == EINTR)
+        if (count < 0 && errno == EINTR) {
             continue;
-        if (count <= 0)
+        }
+        if (count <= 0) {
             break;
+        }
         answer += c;
     }
     if (c != '\n' && answer.size() <= kMaxAnswer) {
@@ -35,8 +37,9 @@ std::optional<std::string> readAnswer(int input, const std::string &what, std::s
         return std::nullopt;
     }
     answer.pop_back();
-    if (!answer.empty() && answer.back() == '\r')
+    if (!answer.empty() && answer.back() == '\r') {
         answer.pop_back();
+    }
     const bool control = std::any_of(answer.begin(), answer.end(), [](char byte) {
         return static_cast<unsigned char>(byte) < 0x20 || byte == 0x7f;
     });
@@ -67,10 +70,12 @@ std::optional<std::string> ask(int input, int output, const std::string &prompt,
 std::optional<std::string> askCredentials(int input, int output, std::string &error)
 {
     const auto user = ask(input, output, "Enter Auth Username:", "user name", error);
-    if (!user)
+    if (!user) {
         return std::nullopt;
+    }
     const auto password = ask(input, output, "Enter Auth Password:", "password", error);
-    if (!password)
+    if (!password) {
         return std::nullopt;
+    }
     return *user + "\n" + *password + "\n";
 }

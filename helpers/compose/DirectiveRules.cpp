@@ -109,8 +109,9 @@ bool listHas(std::string_view list, std::string_view name)
 {
     while (!list.empty()) {
         const size_t end = list.find(' ');
-        if (list.substr(0, end) == name)
+        if (list.substr(0, end) == name) {
             return true;
+        }
         list.remove_prefix(end == std::string_view::npos ? list.size() : end + 1);
     }
     return false;

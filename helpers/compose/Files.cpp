@@ -44,8 +44,9 @@ std::string readUpTo(int descriptor, size_t limit)
     while (length < content.size()) {
         const ssize_t count =
             pread(descriptor, content.data() + length, content.size() - length, static_cast<off_t>(length));
-        if (count <= 0)
+        if (count <= 0) {
             break;
+        }
         length += static_cast<size_t>(count);
     }
     content.resize(length);
@@ -57,16 +58,18 @@ std::string readUpTo(int descriptor, size_t limit)
 int openFolder(const std::string &path, std::string &error)
 {
     const int descriptor = open(path.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC);
-    if (descriptor < 0)
+    if (descriptor < 0) {
         error = path + ": " + std::strerror(errno);
+    }
     return descriptor;
 }
 
 std::optional<std::string> readFile(int folder, const std::string &name, size_t limit, std::string &error)
 {
     const int descriptor = openBelow(folder, name, S_IFREG, RESOLVE_NO_SYMLINKS, error);
-    if (descriptor < 0)
+    if (descriptor < 0) {
         return std::nullopt;
+    }
     std::string content = readUpTo(descriptor, limit);
     close(descriptor);
     if (content.size() > limit) {
@@ -79,19 +82,22 @@ std::optional<std::string> readFile(int folder, const std::string &name, size_t 
 int sealedCopy(const std::string &content)
 {
     const int descriptor = memfd_create("korvan", MFD_ALLOW_SEALING);
-    if (descriptor < 0)
+    if (descriptor < 0) {
         return -1;
+    }
     size_t written = 0;
     while (written < content.size()) {
         const ssize_t count = write(descriptor, content.data() + written, content.size() - written);
-        if (count <= 0)
+        if (count <= 0) {
             break;
+        }
         written += static_cast<size_t>(count);
     }
     // OpenVPN warns about files that others may read.
     if (written == content.size() && fchmod(descriptor, S_IRUSR) == 0 &&
-        fcntl(descriptor, F_ADD_SEALS, F_SEAL_SEAL | F_SEAL_SHRINK | F_SEAL_GROW | F_SEAL_WRITE) == 0)
+        fcntl(descriptor, F_ADD_SEALS, F_SEAL_SEAL | F_SEAL_SHRINK | F_SEAL_GROW | F_SEAL_WRITE) == 0) {
         return descriptor;
+    }
     close(descriptor);
     return -1;
 }
@@ -116,16 +122,19 @@ int openCredentials(int folder, const std::string &name, std::string &error)
 bool openNamedFiles(std::vector<Directive> &directives, int folder, std::string &error)
 {
     for (Directive &directive : directives) {
-        if (!openNamedFiles(directive.inner, folder, error))
+        if (!openNamedFiles(directive.inner, folder, error)) {
             return false;
+        }
         const DirectiveRule rule = ruleFor(directive.name());
-        if (rule.fileKind == FileKind::None || directive.isBlock() || directive.words.size() <= rule.fileWord)
+        if (rule.fileKind == FileKind::None || directive.isBlock() || directive.words.size() <= rule.fileWord) {
             continue;
+        }
         std::string &word = directive.words[rule.fileWord];
         const bool keyword = (directive.name() == "dh" && word == "none") ||
                              (directive.name() == "http-proxy" && (word == "auto" || word == "auto-nct"));
-        if (keyword)
+        if (keyword) {
             continue;
+        }
         const bool isFolder =
             rule.fileKind == FileKind::Folder || (directive.name() == "crl-verify" && directive.words.size() > 2);
         const int descriptor = rule.fileKind == FileKind::Credentials

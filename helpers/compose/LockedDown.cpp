@@ -43,11 +43,13 @@ bool takeRoutes(const char *bytes, size_t length, DefaultRoutes &found)
 {
     const auto *header = reinterpret_cast<const nlmsghdr *>(bytes);
     for (; NLMSG_OK(header, length); header = NLMSG_NEXT(header, length)) {
-        if (header->nlmsg_type == NLMSG_DONE || header->nlmsg_type == NLMSG_ERROR)
+        if (header->nlmsg_type == NLMSG_DONE || header->nlmsg_type == NLMSG_ERROR) {
             return false;
+        }
         const auto *route = static_cast<const rtmsg *>(NLMSG_DATA(header));
-        if (header->nlmsg_type != RTM_NEWROUTE || route->rtm_dst_len != 0 || route->rtm_type != RTN_UNICAST)
+        if (header->nlmsg_type != RTM_NEWROUTE || route->rtm_dst_len != 0 || route->rtm_type != RTN_UNICAST) {
             continue;
+        }
         const unsigned table = tableOf(header, route);
         found.inMainTable = found.inMainTable || table == RT_TABLE_MAIN;
         found.inTunnelTable = found.inTunnelTable || table == kTunnelTable;
@@ -59,8 +61,9 @@ DefaultRoutes defaultRoutes()
 {
     DefaultRoutes found;
     const int channel = socket(AF_NETLINK, SOCK_RAW | SOCK_CLOEXEC, NETLINK_ROUTE);
-    if (channel < 0)
+    if (channel < 0) {
         return found;
+    }
     struct
     {
         nlmsghdr header;
@@ -103,8 +106,9 @@ Addresses parseAddresses(const std::string &text)
         std::istringstream words(line);
         std::string name;
         std::string address;
-        if (words >> name >> address && isAddress(address))
+        if (words >> name >> address && isAddress(address)) {
             addresses[name] = address;
+        }
     }
     return addresses;
 }
@@ -113,8 +117,9 @@ Addresses lastAddresses()
 {
     const int descriptor = open((std::string(kJournalFolder) + "/" + kLastRemote).c_str(),
                                 O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
-    if (descriptor < 0)
+    if (descriptor < 0) {
         return {};
+    }
     struct stat status = {};
     std::string text;
     if (fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) && status.st_uid == 0 &&
@@ -132,8 +137,9 @@ bool canBeResolved(const std::string &name)
     addrinfo hints = {};
     hints.ai_socktype = SOCK_DGRAM;
     addrinfo *results = nullptr;
-    if (getaddrinfo(name.c_str(), nullptr, &hints, &results) != 0)
+    if (getaddrinfo(name.c_str(), nullptr, &hints, &results) != 0) {
         return false;
+    }
     freeaddrinfo(results);
     return true;
 }
@@ -145,12 +151,14 @@ std::vector<std::string> replaceNames(std::vector<Directive> &directives, const 
     for (Directive &directive : directives) {
         const auto inner = replaceNames(directive.inner, addresses, resolves);
         notes.insert(notes.end(), inner.begin(), inner.end());
-        if (directive.name() != "remote" || directive.words.size() < 2)
+        if (directive.name() != "remote" || directive.words.size() < 2) {
             continue;
+        }
         std::string &name = directive.words[1];
         const auto known = addresses.find(name);
-        if (known == addresses.end() || resolves(name))
+        if (known == addresses.end() || resolves(name)) {
             continue;
+        }
         notes.push_back(atLine(directive.line, name + " can not be resolved, its last address is used"));
         name = known->second;
     }

@@ -22,8 +22,9 @@ bool isControl(char c)
 
 std::string_view withoutLeadingBlanks(std::string_view text)
 {
-    while (!text.empty() && isBlank(text.front()))
+    while (!text.empty() && isBlank(text.front())) {
         text.remove_prefix(1);
+    }
     return text;
 }
 
@@ -33,8 +34,9 @@ std::vector<std::string_view> linesOf(std::string_view text)
     while (!text.empty()) {
         const size_t end = std::min(text.find('\n'), text.size());
         std::string_view line = text.substr(0, end);
-        while (!line.empty() && line.back() == '\r')
+        while (!line.empty() && line.back() == '\r') {
             line.remove_suffix(1);
+        }
         lines.push_back(line);
         text.remove_prefix(std::min(end + 1, text.size()));
     }
@@ -57,16 +59,19 @@ public:
                 error = atLine(directive.line, error);
                 return false;
             }
-            if (words->empty())
+            if (words->empty()) {
                 continue;
+            }
             directive.words = *words;
             std::string &name = directive.words.front();
-            if (name.size() > 2 && name.compare(0, 2, "--") == 0)
+            if (name.size() > 2 && name.compare(0, 2, "--") == 0) {
                 name.erase(0, 2);
+            }
             const bool opensBlock =
                 directive.words.size() == 1 && name.size() > 2 && name.front() == '<' && name.back() == '>';
-            if (opensBlock && !takeBlock(directive, error))
+            if (opensBlock && !takeBlock(directive, error)) {
                 return false;
+            }
             directives.push_back(std::move(directive));
         }
         return true;
@@ -83,8 +88,9 @@ private:
         const size_t begin = m_next + 1;
         for (m_next = begin; m_next < m_lines.size(); ++m_next) {
             const std::string_view line = withoutLeadingBlanks(m_lines[m_next]);
-            if (line.compare(0, closeTag.size(), closeTag) == 0)
+            if (line.compare(0, closeTag.size(), closeTag) == 0) {
                 return closeBlock(directive, begin, error);
+            }
             // OpenVPN reads an over-long line in pieces and would take the tag at the start of a piece.
             if (line.find(closeTag) != std::string_view::npos) {
                 error = atLine(m_firstLine + static_cast<int>(m_next), closeTag + " stands inside a line");
@@ -100,15 +106,18 @@ private:
         const std::vector<std::string_view> content(m_lines.begin() + static_cast<ptrdiff_t>(begin),
                                                     m_lines.begin() + static_cast<ptrdiff_t>(m_next));
         if (directive.name() == kConnection) {
-            if (!Parser(content, m_firstLine + static_cast<int>(begin)).parse(directive.inner, error))
+            if (!Parser(content, m_firstLine + static_cast<int>(begin)).parse(directive.inner, error)) {
                 return false;
-            if (directive.inner.empty())
+            }
+            if (directive.inner.empty()) {
                 error = atLine(directive.line, "the block <connection> is empty");
+            }
             return !directive.inner.empty();
         }
         directive.block.emplace();
-        for (const std::string_view line : content)
+        for (const std::string_view line : content) {
             directive.block->append(line).append("\n");
+        }
         return true;
     }
 
@@ -124,19 +133,22 @@ public:
     bool render(const std::vector<Directive> &directives, std::string &error)
     {
         for (const Directive &directive : directives) {
-            for (; m_line < directive.line; ++m_line)
+            for (; m_line < directive.line; ++m_line) {
                 m_text += '\n';
+            }
             if (directive.isBlock()) {
                 add("<" + directive.name() + ">\n");
                 add(directive.block.value_or(""));
-                if (!render(directive.inner, error))
+                if (!render(directive.inner, error)) {
                     return false;
+                }
                 add("</" + directive.name() + ">\n");
                 continue;
             }
             std::string line = directive.optional ? "setenv opt" : "";
-            for (const std::string &word : directive.words)
+            for (const std::string &word : directive.words) {
                 line += (line.empty() ? "" : " ") + quoteWord(word);
+            }
             if (line.size() > kMaxOptionLine) {
                 error = atLine(directive.line, "longer than the " + std::to_string(kMaxOptionLine) +
                                                    " characters that OpenVPN reads");
@@ -173,8 +185,9 @@ std::optional<std::vector<std::string>> splitWords(std::string_view line, std::s
     std::vector<std::string> words;
     bool escaped = false;
     for (const char c : line) {
-        if (state == State::Between && (c == '#' || c == ';'))
+        if (state == State::Between && (c == '#' || c == ';')) {
             break;
+        }
         if (isControl(c)) {
             error = "holds a control character, so it is not a line of a profile";
             return std::nullopt;
@@ -189,12 +202,14 @@ std::optional<std::vector<std::string>> splitWords(std::string_view line, std::s
             return std::nullopt;
         }
         if (state == State::Between) {
-            if (isBlank(c))
+            if (isBlank(c)) {
                 continue;
+            }
             words.emplace_back();
             state = special && c == '"' ? State::Double : special && c == '\'' ? State::Single : State::Plain;
-            if (state == State::Plain)
+            if (state == State::Plain) {
                 words.back() += c;
+            }
         } else if ((state == State::Plain && special && isBlank(c)) ||
                    (state == State::Double && special && c == '"') || (state == State::Single && c == '\'')) {
             state = State::Between;
@@ -220,11 +235,13 @@ std::optional<std::vector<Directive>> parseProfile(std::string_view text, std::s
         error = "the profile is not a text file";
         return std::nullopt;
     }
-    if (text.compare(0, kByteOrderMark.size(), kByteOrderMark) == 0)
+    if (text.compare(0, kByteOrderMark.size(), kByteOrderMark) == 0) {
         text.remove_prefix(kByteOrderMark.size());
+    }
     std::vector<Directive> directives;
-    if (!Parser(linesOf(text), 1).parse(directives, error))
+    if (!Parser(linesOf(text), 1).parse(directives, error)) {
         return std::nullopt;
+    }
     if (directives.empty()) {
         error = "the profile is empty";
         return std::nullopt;
@@ -235,12 +252,14 @@ std::optional<std::vector<Directive>> parseProfile(std::string_view text, std::s
 std::string quoteWord(const std::string &word)
 {
     constexpr std::string_view kPlain = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_./:,@%+=-";
-    if (!word.empty() && word.find_first_not_of(kPlain) == std::string::npos)
+    if (!word.empty() && word.find_first_not_of(kPlain) == std::string::npos) {
         return word;
+    }
     std::string quoted = "\"";
     for (const char c : word) {
-        if (c == '"' || c == '\\')
+        if (c == '"' || c == '\\') {
             quoted += '\\';
+        }
         quoted += c;
     }
     return quoted + '"';
@@ -249,7 +268,8 @@ std::string quoteWord(const std::string &word)
 std::optional<std::string> renderProfile(const std::vector<Directive> &directives, std::string &error)
 {
     Renderer renderer;
-    if (!renderer.render(directives, error))
+    if (!renderer.render(directives, error)) {
         return std::nullopt;
+    }
     return renderer.text();
 }

@@ -35,8 +35,9 @@ public:
     bool run(const std::vector<Directive> &directives, std::vector<Directive> &kept, bool insideConnection)
     {
         for (Directive directive : directives) {
-            if (!take(directive, kept, insideConnection))
+            if (!take(directive, kept, insideConnection)) {
                 return false;
+            }
         }
         return true;
     }
@@ -78,28 +79,34 @@ private:
         case Action::Replace:
             return true;
         case Action::Unknown:
-            if (directive.optional || mayBeUnknown(directive.name()))
+            if (directive.optional || mayBeUnknown(directive.name())) {
                 return leaveOut(directive, "it is unknown, and the profile allows for that");
+            }
             return refuse(directive, "it is no directive that a profile may hold");
         case Action::Pass:
             break;
         }
-        if (directive.isBlock() && !rule.block)
+        if (directive.isBlock() && !rule.block) {
             return refuse(directive, "it can not be given as a block");
-        if (directive.name() == "connection")
+        }
+        if (directive.name() == "connection") {
             return takeConnection(directive, kept, insideConnection);
+        }
         return takeAllowed(directive, rule, kept);
     }
 
     bool takeConnection(Directive &directive, std::vector<Directive> &kept, bool insideConnection)
     {
-        if (insideConnection || !directive.isBlock())
+        if (insideConnection || !directive.isBlock()) {
             return refuse(directive, "it must be a block of its own");
+        }
         const std::vector<Directive> inner = std::exchange(directive.inner, {});
-        if (!run(inner, directive.inner, true))
+        if (!run(inner, directive.inner, true)) {
             return false;
-        if (directive.inner.empty())
+        }
+        if (directive.inner.empty()) {
             return refuse(directive, "nothing of it is left");
+        }
         kept.push_back(std::move(directive));
         return true;
     }
@@ -108,26 +115,33 @@ private:
     {
         const std::string &name = directive.name();
         const size_t count = directive.words.size();
-        if (m_overrides.proxy && isProxy(name))
+        if (m_overrides.proxy && isProxy(name)) {
             return leaveOut(directive, "Korvan's own proxy setting takes its place");
+        }
         if (name == "auth-user-pass" && !directive.isBlock()) {
-            if (m_overrides.credentials)
+            if (m_overrides.credentials) {
                 return leaveOut(directive, "Korvan's own user name and password take its place");
+            }
             if (count == 1 || directive.words[1] == "stdin") {
                 m_result.asksCredentials = true;
                 return true;
             }
         }
-        if (name == "askpass" && (count == 1 || directive.words[1] == "stdin"))
+        if (name == "askpass" && (count == 1 || directive.words[1] == "stdin")) {
             return leaveOut(directive, "the password of a private key can not be asked for here");
-        if (name == "ignore-unknown-option")
+        }
+        if (name == "ignore-unknown-option") {
             m_mayBeUnknown.insert(m_mayBeUnknown.end(), directive.words.begin() + 1, directive.words.end());
-        if (name == "mode" && (count != 2 || directive.words[1] != "p2p"))
+        }
+        if (name == "mode" && (count != 2 || directive.words[1] != "p2p")) {
             return refuse(directive, "a profile makes no server");
-        if (name == "tls-remote" && !translateTlsRemote(directive))
+        }
+        if (name == "tls-remote" && !translateTlsRemote(directive)) {
             return false;
-        if (!checkFile(directive, rule))
+        }
+        if (!checkFile(directive, rule)) {
             return false;
+        }
         kept.push_back(std::move(directive));
         return true;
     }
@@ -136,8 +150,9 @@ private:
     /// in a notation of its own; the first has an exact successor.
     bool translateTlsRemote(Directive &directive)
     {
-        if (directive.words.size() != 2 || directive.words[1].find_first_of("/=") != std::string::npos)
+        if (directive.words.size() != 2 || directive.words[1].find_first_of("/=") != std::string::npos) {
             return refuse(directive, "write \"verify-x509-name\" with the server's subject instead");
+        }
         m_result.notes.push_back(atLine(directive.line, "\"tls-remote\" is read as \"verify-x509-name\""));
         directive.words = {"verify-x509-name", directive.words[1], "name-prefix"};
         return true;
@@ -146,19 +161,24 @@ private:
     bool checkFile(const Directive &directive, const DirectiveRule &rule)
     {
         if (directive.block) {
-            if (rule.fileKind == FileKind::Credentials && !holdsCredentials(*directive.block))
+            if (rule.fileKind == FileKind::Credentials && !holdsCredentials(*directive.block)) {
                 return refuse(directive, "the block holds no user name and password");
+            }
             return true;
         }
-        if (rule.fileKind == FileKind::None || directive.words.size() <= rule.fileWord)
+        if (rule.fileKind == FileKind::None || directive.words.size() <= rule.fileWord) {
             return true;
+        }
         const std::string &file = directive.words[rule.fileWord];
-        if (file.empty() || file.front() == '/')
+        if (file.empty() || file.front() == '/') {
             return refuse(directive, "its file must be named relative to the configuration folder");
-        if (("/" + file + "/").find("/../") != std::string::npos)
+        }
+        if (("/" + file + "/").find("/../") != std::string::npos) {
             return refuse(directive, "its file lies outside the configuration folder");
-        if (rule.fileKind == FileKind::Credentials && file == "stdin")
+        }
+        if (rule.fileKind == FileKind::Credentials && file == "stdin") {
             return refuse(directive, "nobody can be asked for its password here");
+        }
         return true;
     }
 
@@ -179,8 +199,9 @@ std::optional<FilteredProfile> filterProfile(const std::vector<Directive> &direc
                                              std::string &error)
 {
     FilteredProfile result;
-    if (!Filter(overrides, result, error).run(directives, result.directives, false))
+    if (!Filter(overrides, result, error).run(directives, result.directives, false)) {
         return std::nullopt;
+    }
     return result;
 }
 
@@ -188,8 +209,9 @@ bool holdsCredentials(std::string_view text)
 {
     for (int i = 0; i < 2; ++i) {
         const size_t end = std::min(text.find('\n'), text.size());
-        if (text.substr(0, end).find_first_not_of('\r') == std::string_view::npos)
+        if (text.substr(0, end).find_first_not_of('\r') == std::string_view::npos) {
             return false;
+        }
         text.remove_prefix(std::min(end + 1, text.size()));
     }
     return true;

@@ -36,11 +36,13 @@ void startClean()
 {
     close_range(STDERR_FILENO + 1, ~0U, 0);
     for (int descriptor = STDIN_FILENO; descriptor <= STDERR_FILENO; ++descriptor) {
-        if (fcntl(descriptor, F_GETFD) < 0)
+        if (fcntl(descriptor, F_GETFD) < 0) {
             open("/dev/null", O_RDWR);
+        }
     }
-    for (int signal = 1; signal <= SIGRTMAX; ++signal)
+    for (int signal = 1; signal <= SIGRTMAX; ++signal) {
         std::signal(signal, SIG_DFL);
+    }
     sigset_t none;
     sigemptyset(&none);
     sigprocmask(SIG_SETMASK, &none, nullptr);
@@ -53,8 +55,9 @@ void startClean()
 /// Makes this process, and OpenVPN after it, end with the program that started it. False when that is gone already.
 bool dieWithParent()
 {
-    if (prctl(PR_SET_PDEATHSIG, SIGTERM) != 0)
+    if (prctl(PR_SET_PDEATHSIG, SIGTERM) != 0) {
         return false;
+    }
     // The request may have come too late; then nobody reads our output any more.
     pollfd reader = {STDOUT_FILENO, 0, 0};
     return poll(&reader, 1, 0) == 0 || (reader.revents & POLLERR) == 0;
@@ -97,14 +100,17 @@ std::optional<FilteredProfile> loadProfile(const CommandLine &commandLine, const
         return std::nullopt;
     }
     const auto directives = parseProfile(*text, error);
-    if (!directives)
+    if (!directives) {
         return std::nullopt;
+    }
     auto profile = filterProfile(*directives, {commandLine.askCredentials, !commandLine.proxy.empty()}, error);
-    if (!profile)
+    if (!profile) {
         return std::nullopt;
+    }
     const int files = openFolder(folder + kConfigurationFolder, error);
-    if (files < 0 || !openNamedFiles(profile->directives, files, error))
+    if (files < 0 || !openNamedFiles(profile->directives, files, error)) {
         return std::nullopt;
+    }
     profile->asksCredentials = profile->asksCredentials || commandLine.askCredentials;
     return profile;
 }
@@ -119,10 +125,12 @@ bool sealProfile(FilteredProfile &profile, bool proxy, Handover &handover, std::
         profile.notes.insert(profile.notes.end(), notes.begin(), notes.end());
     }
     const auto text = renderProfile(profile.directives, error);
-    if (!text)
+    if (!text) {
         return false;
-    for (const std::string &note : profile.notes)
+    }
+    for (const std::string &note : profile.notes) {
         std::printf("compose: %s\n", note.c_str());
+    }
     std::fflush(stdout);
     return seal(*text, handover.config, error) && seal("-\n", handover.keyPassword, error);
 }
@@ -138,8 +146,9 @@ bool prepareCredentials(const CommandLine &commandLine, int bundle, bool ask, Ha
         }
         handover.proxyCredentials = descriptorPath(descriptor);
     }
-    if (!ask)
+    if (!ask) {
         return true;
+    }
     const auto answers = askCredentials(STDIN_FILENO, STDOUT_FILENO, error);
     return answers && seal(*answers, handover.credentials, error);
 }
@@ -164,22 +173,27 @@ int becomeOpenVpn(const std::vector<std::string> &arguments)
 int main(int argc, char *argv[])
 {
     startClean();
-    if (!dieWithParent())
+    if (!dieWithParent()) {
         return fail("the program that started this one has ended");
+    }
     const std::string folder = ownFolder();
     std::string error;
     const auto commandLine = parseCommandLine({argv + std::min(argc, 1), argv + argc}, folder, error);
-    if (!commandLine)
+    if (!commandLine) {
         return fail(error);
-    if (access(KORVAN_OPENVPN, X_OK) != 0)
+    }
+    if (access(KORVAN_OPENVPN, X_OK) != 0) {
         return fail(KORVAN_OPENVPN " is missing: install the package openvpn");
+    }
     const int bundle = openFolder(folder, error);
-    if (bundle < 0)
+    if (bundle < 0) {
         return fail(error);
+    }
     auto profile = loadProfile(*commandLine, folder, bundle, error);
     Handover handover;
     if (!profile || !sealProfile(*profile, !commandLine->proxy.empty(), handover, error) ||
-        !prepareCredentials(*commandLine, bundle, profile->asksCredentials, handover, error))
+        !prepareCredentials(*commandLine, bundle, profile->asksCredentials, handover, error)) {
         return fail(error);
+    }
     return becomeOpenVpn(openVpnArguments(*commandLine, handover, folder));
 }

@@ -11,11 +11,13 @@ class NetworkScriptsTest : public QObject
 private slots:
     void behave()
     {
-        if (!canUseLab())
+        if (!canUseLab()) {
             QSKIP("NEEDS ROOT", "");
+        }
         const QByteArray setUp = QByteArray("bundle=" KORVAN_BUNDLE) + networkScripts().setUp;
-        for (const auto &[name, script] : networkScripts().scripts)
+        for (const auto &[name, script] : networkScripts().scripts) {
             COMPARE_CASE(name, runNetworkScript(setUp + script), "");
+        }
     }
 };
 

@@ -81,11 +81,11 @@ crash_in_lock_down() {
     printf 198.51.100.1 >"$root$application/defgate"
     inside "$application/tools/route" delete 0.0.0.0 mask 0.0.0.0 198.51.100.1 >/dev/null
     # shellcheck disable=SC2046
-    kill -STOP $(processes $application/Korvan)
+    kill -STOP $(processes "$application/Korvan")
     # shellcheck disable=SC2046
     kill "-$1" $(processes /usr/sbin/openvpn)
     # shellcheck disable=SC2046
-    kill -KILL $(processes $application/Korvan)
+    kill -KILL $(processes "$application/Korvan")
     [ -z "$(ip route show default)" ] || fail "lock-down has left a default route: $(ip route)"
 }
 

@@ -97,8 +97,9 @@ private slots:
     void refusesWhatIsHostileOrNoArchive()
     {
         Items many;
-        for (int i = 0; i < 20001; ++i)
+        for (int i = 0; i < 20001; ++i) {
             many += {"file" + QByteArray::number(i), ""};
+        }
         const std::pair<Items, QByteArray> cases[] = {
             {{{"good", "x"}, {"../evil", "x"}}, "\"../evil\" leaves the target folder"},
             {{{"good", "x"}, {"a/./../../evil", "x"}}, "leaves the target folder"},

@@ -145,8 +145,9 @@ private slots:
             const Run result = run();
             started += result.exitCode == 0 ? 1 : 0;
             if (result.exitCode < 0 || result.exitCode > 1 || result.began["--config"].value(0).contains("plugin") ||
-                result.began["descriptor"].contains(path("/cfg/secret").toLocal8Bit()))
+                result.began["descriptor"].contains(path("/cfg/secret").toLocal8Bit())) {
                 ++failed;
+            }
         }
         stop = true;
         swapper.join();
@@ -157,8 +158,9 @@ private slots:
     /// Profiles as they are found in the wild go through the compose that ships into the installed OpenVPN.
     void realOpenVpnTakesRealProfiles()
     {
-        if (geteuid() != 0)
+        if (geteuid() != 0) {
             QSKIP("NEEDS ROOT: no profile was run in a network of its own", "");
+        }
         const QString folder = path("/real/cfg/OpenVPN/");
         runShell(path(""), kMakeProfiles);
         const QStringList profiles = QDir(folder).entryList({"*.ovpn"});
@@ -171,8 +173,9 @@ private slots:
             const auto isTrying = [&] { return output.contains("unreachable") || output.contains("link remote:"); };
             for (int asked = 0; !isTrying() && process.waitForReadyRead(30000);) {
                 output += process.readAll();
-                if (asked < output.count("Enter Auth"))
+                if (asked < output.count("Enter Auth")) {
                     process.write(++asked == 1 ? "anna\r\n" : "secret\r\n");
+                }
             }
             process.kill();
             process.waitForFinished();
@@ -189,19 +192,23 @@ private:
         process.start(path("/compose"), QStringList{"--config", m_profile} + more);
         QByteArray output;
         for (int asked = 0; asked < answers.size(); ++asked) {
-            while (output.count("Enter Auth") <= asked && process.waitForReadyRead(30000))
+            while (output.count("Enter Auth") <= asked && process.waitForReadyRead(30000)) {
                 output += process.readAll();
+            }
             process.write(answers[asked]);
         }
-        if (answers.isEmpty())
+        if (answers.isEmpty()) {
             process.closeWriteChannel();
-        if (!process.waitForFinished(30000))
+        }
+        if (!process.waitForFinished(30000)) {
             return {};
+        }
         output += process.readAll() + '\0';
         const QByteArrayList parts = output.split('\0');
         Run result = {process.exitCode(), parts[0], {}};
-        for (int i = 1; i + 1 < parts.size(); i += 2)
+        for (int i = 1; i + 1 < parts.size(); i += 2) {
             result.began[parts[i]] += parts[i + 1];
+        }
         return result;
     }
 

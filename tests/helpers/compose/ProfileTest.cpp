@@ -21,10 +21,12 @@ QByteArray outcome(const QByteArray &profile, Overrides overrides = {})
     const auto directives = parseProfile({profile.constData(), static_cast<size_t>(profile.size())}, error);
     const auto filtered = directives ? filterProfile(*directives, overrides, error) : std::nullopt;
     const auto text = filtered ? renderProfile(filtered->directives, error) : std::nullopt;
-    if (!text)
+    if (!text) {
         return QByteArray::fromStdString("! " + error).replace("profile line ", "");
-    for (const std::string &note : filtered->notes)
+    }
+    for (const std::string &note : filtered->notes) {
         result += "; " + note + "\n";
+    }
     result = *text + result + (filtered->asksCredentials ? "; asks\n" : "");
     return QByteArray::fromStdString(result).replace("profile line ", "");
 }
@@ -33,8 +35,9 @@ QByteArray outcome(const QByteArray &profile, Overrides overrides = {})
 bool meets(const QByteArray &profile, const QByteArray &name, const QByteArray &verdict)
 {
     const QByteArray result = outcome(profile);
-    if (verdict == "refuse")
+    if (verdict == "refuse") {
         return result.startsWith("! ") && (result.toLower().contains('"' + name) || result.contains("--" + name));
+    }
     const QRegularExpression given("(?m)^(setenv opt )?" + name + "( |$)");
     return !result.startsWith('!') && result.contains('"' + name + "\" is left out") == (verdict == "leave out") &&
            given.match(result).hasMatch() == (verdict == "pass");
@@ -141,8 +144,9 @@ private slots:
         QVERIFY(!accepts("--config /etc/passwd") && !accepts("--config /app/x --config /app/y"));
         for (const char *more :
              {"--plugin x.so", "--http-proxy a 1 --plugin x.so", "--http-proxy a 1 /etc/shadow", "--http-proxy -x 1",
-              "--auth-user-pass /app/cfg/proxy", "--script-security 3", "--up /tmp/up.sh", "--cd /app"})
+              "--auth-user-pass /app/cfg/proxy", "--script-security 3", "--up /tmp/up.sh", "--cd /app"}) {
             QVERIFY2(!accepts(std::string("--config /app/x ") + more), more);
+        }
     }
 
     /// In lock-down, names that can not be resolved.

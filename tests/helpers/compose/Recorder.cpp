@@ -24,12 +24,14 @@ int main(int argc, char *argv[])
             report("writable", std::ofstream(argv[i], std::ios::app) << "x" << std::flush ? "yes" : "no");
         }
     }
-    for (char **variable = environ; *variable; ++variable)
+    for (char **variable = environ; *variable; ++variable) {
         report("state", *variable);
+    }
     int signal = 0;
     prctl(PR_GET_PDEATHSIG, &signal);
     report("state", "dies-by-" + std::to_string(signal));
     report("state", std::signal(SIGTERM, SIG_DFL) == SIG_DFL ? "default" : "changed");
-    for (const auto &entry : std::filesystem::directory_iterator("/proc/self/fd"))
+    for (const auto &entry : std::filesystem::directory_iterator("/proc/self/fd")) {
         report("descriptor", std::filesystem::read_symlink(entry).string());
+    }
 }
