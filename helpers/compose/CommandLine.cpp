@@ -1,26 +1,12 @@
 #include "helpers/compose/CommandLine.h"
 
 #include "helpers/compose/Profile.h"
+#include "helpers/system/Checks.h"
 #include "names/Names.h"
 
 #include <algorithm>
 
 namespace {
-
-bool isPort(const std::string &text)
-{
-    if (text.empty() || text.size() > 5 || text.find_first_not_of("0123456789") != std::string::npos) {
-        return false;
-    }
-    const int port = std::stoi(text);
-    return port > 0 && port <= 65535;
-}
-
-bool isHost(const std::string &text)
-{
-    constexpr char kHostCharacters[] = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789.-_:";
-    return !text.empty() && text.front() != '-' && text.find_first_not_of(kHostCharacters) == std::string::npos;
-}
 
 using Values = std::vector<std::string>;
 
@@ -139,13 +125,11 @@ std::optional<CommandLine> parseCommandLine(const std::vector<std::string> &argu
     return result;
 }
 
-std::vector<std::string> openVpnArguments(const CommandLine &commandLine, const Handover &handover,
-                                          const std::string &bundle)
+std::vector<std::string> openVpnCommand(const std::string &openVpn, const CommandLine &commandLine,
+                                        const Handover &handover, const std::string &bundle)
 {
-    std::vector<std::string> arguments = {"openvpn"};
-    const auto add = [&arguments](std::initializer_list<std::string> more) {
-        arguments.insert(arguments.end(), more);
-    };
+    std::vector<std::string> command = {openVpn};
+    const auto add = [&command](std::initializer_list<std::string> more) { command.insert(command.end(), more); };
     // Level 3 is what the markers that the engine looks for are written at.
     add({"--verb", "3"});
     // A password that is wrong for any key: without one OpenVPN would ask for it where nobody sees the question.
@@ -158,7 +142,7 @@ std::vector<std::string> openVpnArguments(const CommandLine &commandLine, const 
         add({"--pull-filter", "ignore", "redirect-gateway"});
         add({"--redirect-gateway", "def1", "local"});
     }
-    arguments.insert(arguments.end(), commandLine.proxy.begin(), commandLine.proxy.end());
+    command.insert(command.end(), commandLine.proxy.begin(), commandLine.proxy.end());
     if (!handover.proxyCredentials.empty()) {
         add({handover.proxyCredentials});
     }
@@ -183,5 +167,5 @@ std::vector<std::string> openVpnArguments(const CommandLine &commandLine, const 
     if (commandLine.down) {
         add({"--down", quoteWord(bundle + "/down.sh")});
     }
-    return arguments;
+    return command;
 }

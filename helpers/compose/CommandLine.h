@@ -38,6 +38,7 @@ struct Handover
     bool lockedDown = false;
 };
 
-/// OpenVPN's own arguments. What stands before "--config" holds for <connection> blocks too.
-std::vector<std::string> openVpnArguments(const CommandLine &commandLine, const Handover &handover,
-                                          const std::string &bundle);
+/// The command line of OpenVPN, whose program is `openVpn`. What stands before "--config" holds for <connection>
+/// blocks too.
+std::vector<std::string> openVpnCommand(const std::string &openVpn, const CommandLine &commandLine,
+                                        const Handover &handover, const std::string &bundle);

@@ -1,6 +1,7 @@
 #include "helpers/compose/Credentials.h"
 
-#include <algorithm>
+#include "helpers/system/Checks.h"
+
 #include <cerrno>
 #include <poll.h>
 #include <unistd.h>
@@ -40,12 +41,9 @@ std::optional<std::string> readAnswer(int input, const std::string &what, std::s
     if (!answer.empty() && answer.back() == '\r') {
         answer.pop_back();
     }
-    const bool control = std::any_of(answer.begin(), answer.end(), [](char byte) {
-        return static_cast<unsigned char>(byte) < 0x20 || byte == 0x7f;
-    });
     if (c != '\n') {
         error = "the " + what + " is too long";
-    } else if (control || moreIsWaiting(input)) {
+    } else if (hasControl(answer) || moreIsWaiting(input)) {
         error = "the " + what + " holds a line end or another control character";
     } else if (answer.empty()) {
         error = "the " + what + " is empty";

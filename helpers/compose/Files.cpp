@@ -7,71 +7,54 @@
 #include <cstring>
 #include <fcntl.h>
 #include <linux/openat2.h>
-#include <sys/mman.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
-#include <unistd.h>
 
 namespace {
 
 /// Opens `name` below the folder for reading, never leaving the folder, not even through links.
-int openBelow(int folder, const std::string &name, mode_t type, unsigned resolve, std::string &error)
+Descriptor openBelow(int folder, const std::string &name, mode_t type, unsigned resolve, std::string &error)
 {
     open_how how = {};
     how.flags = O_RDONLY | O_NONBLOCK | O_NOCTTY;
     how.resolve = RESOLVE_BENEATH | RESOLVE_NO_MAGICLINKS | resolve;
-    const int descriptor = static_cast<int>(syscall(SYS_openat2, folder, name.c_str(), &how, sizeof(how)));
-    if (descriptor < 0) {
+    Descriptor file(static_cast<int>(syscall(SYS_openat2, folder, name.c_str(), &how, sizeof(how))));
+    if (file < 0) {
         const bool escapes = errno == EXDEV || errno == ELOOP;
         error = escapes ? "leads out of its folder through a link"
                         : std::string("can not be opened: ") + std::strerror(errno);
-        return -1;
+        return {};
     }
     struct stat status = {};
-    if (fstat(descriptor, &status) != 0 || (status.st_mode & S_IFMT) != type) {
+    if (fstat(file, &status) != 0 || (status.st_mode & S_IFMT) != type) {
         error = type == S_IFDIR ? "is not a folder" : "is not a regular file";
-        close(descriptor);
-        return -1;
+        return {};
     }
-    return descriptor;
-}
-
-/// Up to `limit` + 1 bytes from the start, so that a caller can tell that there are too many.
-std::string readUpTo(int descriptor, size_t limit)
-{
-    std::string content(limit + 1, '\0');
-    size_t length = 0;
-    while (length < content.size()) {
-        const ssize_t count =
-            pread(descriptor, content.data() + length, content.size() - length, static_cast<off_t>(length));
-        if (count <= 0) {
-            break;
-        }
-        length += static_cast<size_t>(count);
-    }
-    content.resize(length);
-    return content;
+    return file;
 }
 
 } // namespace
 
-int openFolder(const std::string &path, std::string &error)
+Descriptor openFolder(const std::string &path, std::string &error)
 {
-    const int descriptor = open(path.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC);
-    if (descriptor < 0) {
+    Descriptor folder(open(path.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+    if (folder < 0) {
         error = path + ": " + std::strerror(errno);
     }
-    return descriptor;
+    return folder;
 }
 
 std::optional<std::string> readFile(int folder, const std::string &name, size_t limit, std::string &error)
 {
-    const int descriptor = openBelow(folder, name, S_IFREG, RESOLVE_NO_SYMLINKS, error);
-    if (descriptor < 0) {
+    const Descriptor file = openBelow(folder, name, S_IFREG, RESOLVE_NO_SYMLINKS, error);
+    if (file < 0) {
         return std::nullopt;
     }
-    std::string content = readUpTo(descriptor, limit);
-    close(descriptor);
+    std::string content;
+    if (!readAll(file, content, limit + 1)) {
+        error = std::string("can not be read: ") + std::strerror(errno);
+        return std::nullopt;
+    }
     if (content.size() > limit) {
         error = "is larger than " + std::to_string(limit / 1024) + " KB";
         return std::nullopt;
@@ -79,44 +62,16 @@ std::optional<std::string> readFile(int folder, const std::string &name, size_t 
     return content;
 }
 
-int sealedCopy(const std::string &content)
-{
-    const int descriptor = memfd_create("korvan", MFD_ALLOW_SEALING);
-    if (descriptor < 0) {
-        return -1;
-    }
-    size_t written = 0;
-    while (written < content.size()) {
-        const ssize_t count = write(descriptor, content.data() + written, content.size() - written);
-        if (count <= 0) {
-            break;
-        }
-        written += static_cast<size_t>(count);
-    }
-    // OpenVPN warns about files that others may read.
-    if (written == content.size() && fchmod(descriptor, S_IRUSR) == 0 &&
-        fcntl(descriptor, F_ADD_SEALS, F_SEAL_SEAL | F_SEAL_SHRINK | F_SEAL_GROW | F_SEAL_WRITE) == 0) {
-        return descriptor;
-    }
-    close(descriptor);
-    return -1;
-}
-
-std::string descriptorPath(int descriptor)
-{
-    return "/proc/self/fd/" + std::to_string(descriptor);
-}
-
-int openCredentials(int folder, const std::string &name, std::string &error)
+Descriptor openCredentials(int folder, const std::string &name, std::string &error)
 {
     constexpr size_t kLimit = 4096;
-    const int descriptor = openBelow(folder, name, S_IFREG, 0, error);
-    if (descriptor >= 0 && !holdsCredentials(readUpTo(descriptor, kLimit))) {
-        error = "holds no user name and password";
-        close(descriptor);
-        return -1;
+    Descriptor file = openBelow(folder, name, S_IFREG, 0, error);
+    std::string content;
+    if (file < 0 || (readAll(file, content, kLimit) && holdsCredentials(content))) {
+        return file;
     }
-    return descriptor;
+    error = "holds no user name and password";
+    return {};
 }
 
 bool openNamedFiles(std::vector<Directive> &directives, int folder, std::string &error)
@@ -137,15 +92,15 @@ bool openNamedFiles(std::vector<Directive> &directives, int folder, std::string 
         }
         const bool isFolder =
             rule.fileKind == FileKind::Folder || (directive.name() == "crl-verify" && directive.words.size() > 2);
-        const int descriptor = rule.fileKind == FileKind::Credentials
-                                   ? openCredentials(folder, word, error)
-                                   : openBelow(folder, word, isFolder ? S_IFDIR : S_IFREG, 0, error);
-        if (descriptor < 0) {
+        Descriptor file = rule.fileKind == FileKind::Credentials
+                              ? openCredentials(folder, word, error)
+                              : openBelow(folder, word, isFolder ? S_IFDIR : S_IFREG, 0, error);
+        if (file < 0) {
             error.insert(0, "\"" + directive.name() + "\" names " + word + ", which ");
             error = atLine(directive.line, error);
             return false;
         }
-        word = descriptorPath(descriptor);
+        word = descriptorPath(file.release()); // OpenVPN's from here on
     }
     return true;
 }

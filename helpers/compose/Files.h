@@ -1,20 +1,14 @@
 #pragma once
 
 #include "helpers/compose/Profile.h"
+#include "helpers/system/Descriptor.h"
 
 /// Opens a folder by its path. -1, and a reason, when it is not there.
-int openFolder(const std::string &path, std::string &error);
+Descriptor openFolder(const std::string &path, std::string &error);
 
 /// Reads a regular file below an open folder, its name given relative to it, without following any link. Nothing, and
 /// a reason, when it is missing, not a regular file, or larger than `limit` bytes.
 std::optional<std::string> readFile(int folder, const std::string &name, size_t limit, std::string &error);
-
-/// An anonymous file in memory with this content, which nobody can change any more; a child process inherits it. -1
-/// on failure.
-int sealedCopy(const std::string &content);
-
-/// The name under which a process finds its own descriptor.
-std::string descriptorPath(int descriptor);
 
 /// Opens every file that the directives name, below the folder, and puts the descriptors' names in place of the
 /// files', so that OpenVPN reads those very files whatever becomes of their names. Links are followed as long as they
@@ -22,4 +16,4 @@ std::string descriptorPath(int descriptor);
 bool openNamedFiles(std::vector<Directive> &directives, int folder, std::string &error);
 
 /// Opens a file with a user name and a password below the folder; -1, and a reason, when it is missing or incomplete.
-int openCredentials(int folder, const std::string &name, std::string &error);
+Descriptor openCredentials(int folder, const std::string &name, std::string &error);

@@ -1,22 +1,18 @@
 #include "helpers/compose/LockedDown.h"
 
+#include "helpers/system/Checks.h"
+#include "helpers/system/Journal.h"
 #include "names/Names.h"
 
-#include <algorithm>
-#include <arpa/inet.h>
 #include <cstdlib>
 #include <cstring>
-#include <fcntl.h>
 #include <linux/rtnetlink.h>
 #include <netdb.h>
 #include <sstream>
 #include <sys/socket.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
-
-constexpr size_t kMaxRecord = 65536;
 
 struct DefaultRoutes
 {
@@ -84,12 +80,6 @@ DefaultRoutes defaultRoutes()
     return found;
 }
 
-bool isAddress(const std::string &text)
-{
-    in6_addr address = {};
-    return inet_pton(AF_INET, text.c_str(), &address) == 1 || inet_pton(AF_INET6, text.c_str(), &address) == 1;
-}
-
 } // namespace
 
 bool isLockedDown()
@@ -106,7 +96,7 @@ Addresses parseAddresses(const std::string &text)
         std::istringstream words(line);
         std::string name;
         std::string address;
-        if (words >> name >> address && isAddress(address)) {
+        if (words >> name >> address && (isIpv4(address) || isIpv6(address))) {
             addresses[name] = address;
         }
     }
@@ -115,20 +105,7 @@ Addresses parseAddresses(const std::string &text)
 
 Addresses lastAddresses()
 {
-    const int descriptor = open((std::string(kJournalFolder) + "/" + kLastRemote).c_str(),
-                                O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
-    if (descriptor < 0) {
-        return {};
-    }
-    struct stat status = {};
-    std::string text;
-    if (fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) && status.st_uid == 0 &&
-        (status.st_mode & (S_IWGRP | S_IWOTH)) == 0) {
-        text.resize(kMaxRecord);
-        text.resize(static_cast<size_t>(std::max<ssize_t>(read(descriptor, text.data(), text.size()), 0)));
-    }
-    close(descriptor);
-    return parseAddresses(text);
+    return parseAddresses(readJournal(kLastRemote).text);
 }
 
 bool canBeResolved(const std::string &name)

@@ -1,5 +1,7 @@
 #include "helpers/compose/Profile.h"
 
+#include "helpers/system/Checks.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -13,11 +15,6 @@ constexpr std::string_view kConnection = "connection";
 bool isBlank(char c)
 {
     return c == ' ' || (c >= '\t' && c <= '\r');
-}
-
-bool isControl(char c)
-{
-    return (static_cast<unsigned char>(c) < 0x20 && !isBlank(c)) || c == 0x7f;
 }
 
 std::string_view withoutLeadingBlanks(std::string_view text)
@@ -188,7 +185,7 @@ std::optional<std::vector<std::string>> splitWords(std::string_view line, std::s
         if (state == State::Between && (c == '#' || c == ';')) {
             break;
         }
-        if (isControl(c)) {
+        if (isControl(c) && !isBlank(c)) {
             error = "holds a control character, so it is not a line of a profile";
             return std::nullopt;
         }

@@ -3,6 +3,7 @@
 #include "helpers/compose/Files.h"
 #include "helpers/compose/LockedDown.h"
 #include "helpers/compose/ProfileFilter.h"
+#include "helpers/system/Run.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -12,7 +13,6 @@
 #include <cstring>
 #include <fcntl.h>
 #include <poll.h>
-#include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -53,11 +53,9 @@ void startClean()
 }
 
 /// Makes this process, and OpenVPN after it, end with the program that started it. False when that is gone already.
-bool dieWithParent()
+bool endWithTheProgram()
 {
-    if (prctl(PR_SET_PDEATHSIG, SIGTERM) != 0) {
-        return false;
-    }
+    dieWithParent(SIGTERM);
     // The request may have come too late; then nobody reads our output any more.
     pollfd reader = {STDOUT_FILENO, 0, 0};
     return poll(&reader, 1, 0) == 0 || (reader.revents & POLLERR) == 0;
@@ -81,12 +79,12 @@ bool usesProxy(const std::vector<Directive> &directives)
 /// Puts the name of a sealed copy of the text into `path`.
 bool seal(const std::string &text, std::string &path, std::string &error)
 {
-    const int descriptor = sealedCopy(text);
-    if (descriptor < 0) {
+    Descriptor file = sealedFile(text);
+    if (file < 0) {
         error = std::string("no memory for a private copy: ") + std::strerror(errno);
         return false;
     }
-    path = descriptorPath(descriptor);
+    path = descriptorPath(file.release()); // OpenVPN's from here on
     return true;
 }
 
@@ -107,7 +105,7 @@ std::optional<FilteredProfile> loadProfile(const CommandLine &commandLine, const
     if (!profile) {
         return std::nullopt;
     }
-    const int files = openFolder(folder + kConfigurationFolder, error);
+    const Descriptor files = openFolder(folder + kConfigurationFolder, error);
     if (files < 0 || !openNamedFiles(profile->directives, files, error)) {
         return std::nullopt;
     }
@@ -139,12 +137,12 @@ bool sealProfile(FilteredProfile &profile, bool proxy, Handover &handover, std::
 bool prepareCredentials(const CommandLine &commandLine, int bundle, bool ask, Handover &handover, std::string &error)
 {
     if (commandLine.proxyCredentials) {
-        const int descriptor = openCredentials(bundle, kProxyCredentials + 1, error);
-        if (descriptor < 0) {
+        Descriptor file = openCredentials(bundle, kProxyCredentials + 1, error);
+        if (file < 0) {
             error.insert(0, "the proxy's credential file ");
             return false;
         }
-        handover.proxyCredentials = descriptorPath(descriptor);
+        handover.proxyCredentials = descriptorPath(file.release());
     }
     if (!ask) {
         return true;
@@ -154,18 +152,13 @@ bool prepareCredentials(const CommandLine &commandLine, int bundle, bool ask, Ha
 }
 
 /// Becomes OpenVPN. Returns only on failure.
-int becomeOpenVpn(const std::vector<std::string> &arguments)
+int becomeOpenVpn(const std::vector<std::string> &command)
 {
-    std::vector<char *> argv(arguments.size() + 1, nullptr);
-    std::transform(arguments.begin(), arguments.end(), argv.begin(),
-                   [](const std::string &argument) { return const_cast<char *>(argument.c_str()); });
-    char path[] = "PATH=/usr/sbin:/usr/bin:/sbin:/bin";
-    char *environment[] = {path, nullptr};
     // What was not answered here can not be answered at all.
     const int nothing = open("/dev/null", O_RDONLY | O_CLOEXEC);
     dup2(nothing, STDIN_FILENO);
-    execve(KORVAN_OPENVPN, argv.data(), environment);
-    return fail(std::string(KORVAN_OPENVPN " can not be started: ") + std::strerror(errno));
+    becomeTool(command);
+    return fail(command[0] + " can not be started: " + std::strerror(errno));
 }
 
 } // namespace
@@ -173,7 +166,7 @@ int becomeOpenVpn(const std::vector<std::string> &arguments)
 int main(int argc, char *argv[])
 {
     startClean();
-    if (!dieWithParent()) {
+    if (!endWithTheProgram()) {
         return fail("the program that started this one has ended");
     }
     const std::string folder = ownFolder();
@@ -185,7 +178,7 @@ int main(int argc, char *argv[])
     if (access(KORVAN_OPENVPN, X_OK) != 0) {
         return fail(KORVAN_OPENVPN " is missing: install the package openvpn");
     }
-    const int bundle = openFolder(folder, error);
+    const Descriptor bundle = openFolder(folder, error);
     if (bundle < 0) {
         return fail(error);
     }
@@ -195,5 +188,5 @@ int main(int argc, char *argv[])
         !prepareCredentials(*commandLine, bundle, profile->asksCredentials, handover, error)) {
         return fail(error);
     }
-    return becomeOpenVpn(openVpnArguments(*commandLine, handover, folder));
+    return becomeOpenVpn(openVpnCommand(KORVAN_OPENVPN, *commandLine, handover, folder));
 }

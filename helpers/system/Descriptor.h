@@ -8,7 +8,8 @@
 class Descriptor
 {
 public:
-    explicit Descriptor(int fd = -1) : m_fd(fd) {}
+    Descriptor() = default;
+    explicit Descriptor(int fd) : m_fd(fd) {}
     Descriptor(Descriptor &&other) noexcept : m_fd(std::exchange(other.m_fd, -1)) {}
     Descriptor &operator=(Descriptor &&other) noexcept
     {
@@ -30,7 +31,7 @@ public:
     int release() { return std::exchange(m_fd, -1); }
 
 private:
-    int m_fd;
+    int m_fd = -1;
 };
 
 /// Writes the whole text. False, with errno set, on a failure.

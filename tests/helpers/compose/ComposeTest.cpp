@@ -80,7 +80,7 @@ private slots:
                  "--script-security|2|--up|\"/up.sh\"|--down|\"/down.sh\"");
         QVERIFY(result.began["--config"].value(0).startsWith("client\n\nca /proc/self/fd/"));
         QCOMPARE(result.began["writable"].join(' '), "no yes no no"); // all but the proxy's file are private copies
-        QCOMPARE(result.began["state"].join(' '), "PATH=/usr/sbin:/usr/bin:/sbin:/bin dies-by-15 default");
+        QCOMPARE(result.began["state"].join(' '), "PATH=/usr/sbin:/usr/bin:/sbin:/bin LC_ALL=C dies-by-15 default");
         // Standard input and output, the folder being listed, the profile, the key's password, the certificate, both
         // credentials.
         QCOMPARE(result.began["descriptor"].size(), 9);
