@@ -51,7 +51,7 @@ public:
         for (; m_next < m_lines.size(); ++m_next) {
             Directive directive;
             directive.line = m_firstLine + static_cast<int>(m_next);
-            const auto words = splitWords(m_lines[m_next], error);
+            const auto words = splitOptionLine(m_lines[m_next], error);
             if (!words) {
                 error = atLine(directive.line, error);
                 return false;
@@ -176,7 +176,7 @@ std::string atLine(int line, const std::string &reason)
     return "profile line " + std::to_string(line) + ": " + reason;
 }
 
-std::optional<std::vector<std::string>> splitWords(std::string_view line, std::string &error)
+std::optional<std::vector<std::string>> splitOptionLine(std::string_view line, std::string &error)
 {
     enum class State { Between, Plain, Double, Single } state = State::Between;
     std::vector<std::string> words;

@@ -24,7 +24,7 @@ constexpr size_t kMaxOptionLine = 254;
 /// Splits one line into words as OpenVPN does: blanks separate, "#" and ";" at the start of a word begin a comment, a
 /// backslash outside single quotes may stand before a blank, a double quote or itself. Nothing, and a reason, when
 /// OpenVPN would not take the line, or might not take it as it looks.
-std::optional<std::vector<std::string>> splitWords(std::string_view line, std::string &error);
+std::optional<std::vector<std::string>> splitOptionLine(std::string_view line, std::string &error);
 
 /// Takes a whole profile apart. Nothing, and a reason that names the line, when it is not one.
 std::optional<std::vector<Directive>> parseProfile(std::string_view text, std::string &error);

@@ -53,7 +53,7 @@ static std::string busy(const Service &service)
 static RunResult nmcli(std::vector<std::string> words, int limitMs = kCommandMs)
 {
     words.insert(words.begin(), "/usr/bin/nmcli");
-    return runTool(words, {}, limitMs);
+    return runToEnd(words, {}, limitMs);
 }
 
 /// What to print after a command that finds nothing to do where there is no such connection.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "helpers/compose4/Profile.h"
+#include "helpers/compose4/ConnectionProfile.h"
 
 /// Each returns what to print, which holds "Success" when it worked and "Error" and the reason when it did not.
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "helpers/compose4/Profile.h"
+#include "helpers/compose4/ConnectionProfile.h"
 
 /// What to do about a process that holds a service's lock.
 enum class LockHolder {

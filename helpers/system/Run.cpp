@@ -76,7 +76,7 @@ void dieWithParent(int signal, pid_t parent)
     }
 }
 
-RunResult runTool(const std::vector<std::string> &command, const std::string &input, int limitMs)
+RunResult runToEnd(const std::vector<std::string> &command, const std::string &input, int limitMs)
 {
     RunResult result;
     // Files, not pipes, so that no order of reading and writing can block.

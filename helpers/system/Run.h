@@ -18,7 +18,7 @@ std::vector<std::string> cleanEnvironment();
 /// Runs `command` (an absolute path, then its arguments) without a shell and in the clean environment, feeds it
 /// `input` and waits for its end, at most `limitMs` milliseconds. It is killed when the limit passes and when the
 /// calling process dies.
-RunResult runTool(const std::vector<std::string> &command, const std::string &input = {}, int limitMs = 30000);
+RunResult runToEnd(const std::vector<std::string> &command, const std::string &input = {}, int limitMs = 30000);
 
 /// Makes the kernel send `signal` to this process when the thread that started it ends, and sends it at once if
 /// `parent` is gone already. It survives becomeTool().

@@ -81,7 +81,7 @@ std::vector<std::string> valuesAfter(const RouteWords &route, const std::string 
 
 std::vector<RouteWords> mainTable()
 {
-    const RunResult listing = runTool({kIpTool, "-o", "-4", "route", "show", "table", "main"});
+    const RunResult listing = runToEnd({kIpTool, "-o", "-4", "route", "show", "table", "main"});
     std::vector<RouteWords> routes;
     std::istringstream lines(listing.output);
     std::string line;
@@ -97,7 +97,7 @@ std::string changeRouting(const RouteWords &words)
 {
     std::vector<std::string> command = {kIpTool, "-4"};
     command.insert(command.end(), words.begin(), words.end());
-    const RunResult result = runTool(command);
+    const RunResult result = runToEnd(command);
     if (result.status == 0) {
         return {};
     }

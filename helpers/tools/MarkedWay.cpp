@@ -112,7 +112,7 @@ std::vector<std::string> openMarkedWay(const RouteJournal &journal, const std::v
             problems.push_back("can not set " + path);
         }
     }
-    const RunResult rules = runTool({kNft, "-f", "-"}, packetRules());
+    const RunResult rules = runToEnd({kNft, "-f", "-"}, packetRules());
     if (rules.status != 0) {
         problems.push_back("IPv6 is not blocked: " + (access(kNft, X_OK) == 0
                                                           ? rules.errors.substr(0, rules.errors.find('\n'))
@@ -123,7 +123,7 @@ std::vector<std::string> openMarkedWay(const RouteJournal &journal, const std::v
 
 void closeMarkedWay(const RouteJournal &journal)
 {
-    runTool({kNft, "delete", "table", "inet", "korvan_lockdown"});
+    runToEnd({kNft, "delete", "table", "inet", "korvan_lockdown"});
     changeRule("del");
     for (const RouteWords &route : journal.routes) {
         changeRoute("del", route, kTable);

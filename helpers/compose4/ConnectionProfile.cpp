@@ -1,4 +1,4 @@
-#include "helpers/compose4/Profile.h"
+#include "helpers/compose4/ConnectionProfile.h"
 
 #include "helpers/system/ReplaceFile.h"
 #include "names/Names.h"
