@@ -1,6 +1,10 @@
 #include "vpn/VPNClient.h"
 
 #include "common/Wait.h"
+#include "vpn/HelperStart.h"
+#include "vpn/OpenVPNWorker.h"
+#include "vpn/ServiceWorker.h"
+#include "vpn/SstpWorker.h"
 #include "vpn/VPNAgent.h"
 #include "vpn/VPNTables.h"
 
@@ -39,6 +43,16 @@ void VPNClient::setState(STATE s)
 {
     if (m_state.exchange(s) != s) {
         announce(s);
+    }
+}
+
+void VPNClient::setStateUnlessClosing(STATE s)
+{
+    STATE current = m_state;
+    while (current != DISCONNECTING && current != s) {
+        if (m_state.compare_exchange_weak(current, s)) {
+            announce(s);
+        }
     }
 }
 
@@ -110,7 +124,7 @@ bool VPNClient::open(OPTION option)
     m_agent->setClient(this);
     setState(CONNECTING);
     dropHelper();
-    m_process = std::make_unique<QProcess>();
+    m_process = newHelper();
     m_process->moveToThread(this);
 
     const int attempt = ++m_attempt;
@@ -155,6 +169,25 @@ bool VPNClient::close()
     m_closing = false;
     setState(DISCONNECTED);
     return true;
+}
+
+void VPNClient::run()
+{
+    switch (m_option.type) {
+    case OPENVPN:
+        OpenVPNWorker(*this, *m_process, m_option).run();
+        break;
+    case PPTP:
+    case L2TP:
+    case IKEV2:
+        ServiceWorker(*this, *m_process, m_option).run();
+        break;
+    case SSTP:
+        SstpWorker(*this, *m_process, m_option).run();
+        break;
+    }
+    m_process->moveToThread(thread()); // whose event loop reaps a helper that is still running
+    m_ended = true;
 }
 
 bool VPNClient::reset()

@@ -8,7 +8,6 @@
 #include <optional>
 
 class VPNAgent;
-enum class SstpOutput;
 
 /// One VPN connection at a time. open() runs the helper program of the connection's type on a worker thread (this
 /// thread object's run()), which answers the helper's prompts, reports what it prints through message() and turns
@@ -64,6 +63,9 @@ public:
     /// Stores the state and announces it: stateChanged(), then the signal of the state's own. Entering CONNECTED
     /// starts the byte-count agent. The current state again does nothing. Callable from any thread.
     void setState(STATE s);
+    /// setState() for the worker: never out of DISCONNECTING, so that no marker that arrives just then undoes a
+    /// cancel.
+    void setStateUnlessClosing(STATE s);
     /// Getter and setter in one, callable from any thread: with both arguments 0 they are filled with the stored byte
     /// counts, otherwise they are stored.
     void byteCount(quint64 &received, quint64 &sent);
@@ -108,33 +110,7 @@ protected:
     std::unique_ptr<VPNAgent> m_agent;
 
 private:
-    void runOpenVPN();
-    void actOnOpenVPN(const QString &chunk);
-    void killOpenVPN();
-    void startDownScript();
-
-    void runService();
-    bool dialService();
-    void monitorService();
-    bool checkService();
-    void cancelService();
-    void disconnectService();
-    void failToStop(const QString &text);
-
-    void runSstp();
-    void followSstpLog();
-    SstpOutput actOnSstp(const QString &chunk);
-    void pauseSstp();
-
-    bool isStopping() const;
-    bool startHelper(QProcess &process, const QStringList &arguments);
-    bool waitForHelperEnd(QProcess &process, int limitMs);
-    void killHelper();
-    QString readChunk(QIODevice &device);
-    bool moveTo(STATE s);
     void announce(STATE s);
-    void fail(const QString &text);
-
     bool workerRuns();
     void endWorker();
     void dropHelper();
@@ -142,7 +118,6 @@ private:
 
     int m_attempt = 0; ///< counts open() and close(), so that a waiting open() notices that it was overtaken
     bool m_closing = false;
-    bool m_downScriptStarted = false; ///< for the OpenVPN that runs or ran last
     /// The worker's last store, loaded after every wait for its end: the thread sanitizer does not see into Qt's
     /// wait().
     std::atomic<bool> m_ended{false};

@@ -5,6 +5,7 @@
 #include "platform/Tool.h"
 #include "vpn/HelperArguments.h"
 #include "vpn/HelperOutput.h"
+#include "vpn/HelperStart.h"
 #include "vpn/VPNTables.h"
 
 #include <unistd.h>
@@ -79,19 +80,19 @@ bool VPNClient::unsetup(SETUP s)
 /// nothing when it did not start. A helper that outlasts the time limit is killed.
 std::optional<QString> VPNClient::runSetupHelper(TYPE type, const QStringList &arguments, const QString &note)
 {
-    QProcess helper;
-    helper.setProcessChannelMode(QProcess::MergedChannels);
-    helper.setProcessEnvironment(childEnvironment());
-    helper.start(helperPath(SETUPCOMPOSE[type]), arguments, QIODevice::ReadWrite);
-    if (!helper.waitForStarted(kToolLimitMs)) {
+    const std::unique_ptr<QProcess> helper = newHelper();
+    startHelper(*helper, SETUPCOMPOSE[type], arguments);
+    if (!helper->waitForStarted(kToolLimitMs)) {
         return std::nullopt;
     }
     emit message(note);
     Wait wait;
-    wait.until(&helper, qOverload<int, QProcess::ExitStatus>(&QProcess::finished));
+    wait.until(helper.get(), qOverload<int, QProcess::ExitStatus>(&QProcess::finished));
     if (!wait.run(m_timeout)) {
-        helper.kill();
-        helper.waitForFinished();
+        helper->kill();
+        helper->waitForFinished();
     }
-    return readChunk(helper);
+    const QString output = latin1UpToNul(helper->readAll());
+    emit message(output);
+    return output;
 }

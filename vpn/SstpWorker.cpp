@@ -1,9 +1,8 @@
-#include "vpn/VPNClient.h"
+#include "vpn/SstpWorker.h"
 
 #include "common/AppPath.h"
 #include "vpn/HelperArguments.h"
 #include "vpn/HelperOutput.h"
-#include "vpn/WorkerLimits.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -12,31 +11,31 @@
 /// The pause between two looks at the log file.
 static constexpr int kLogPauseMs = 3000;
 
-void VPNClient::runSstp()
+void SstpWorker::run()
 {
     QDir().mkpath(QStringLiteral("/etc/ppp/"));
     QFile::remove(appPath("/vpnlog.txt"));
     // Never overwrites: the options that were installed first stay, with what the machine's owner changed in them.
     QFile::copy(appPath("/options"), QStringLiteral("/etc/ppp/options"));
-    if (state() == DISCONNECTED || state() == DISCONNECTING) {
-        emit message(QStringLiteral("Connection canceled."));
+    if (state() == VPNClient::DISCONNECTED || state() == VPNClient::DISCONNECTING) {
+        report(QStringLiteral("Connection canceled."));
         return;
     }
-    m_process->setStandardOutputFile(QProcess::nullDevice()); // it reports in its log file
-    if (!startHelper(*m_process, sstpArguments(m_option))) {
-        fail(tr("start vpn helper process failed."));
+    m_helper.setStandardOutputFile(QProcess::nullDevice()); // it reports in its log file
+    if (!start(m_helper, sstpArguments(m_option))) {
+        fail(VPNClient::tr("start vpn helper process failed."));
         return;
     }
-    followSstpLog();
+    followLog();
 }
 
 /// Reads what the SSTP client adds to its log file until it ends. Its end is not reported: the state stays as it is.
-void VPNClient::followSstpLog()
+void SstpWorker::followLog()
 {
     qint64 offset = 0;
-    while (m_process->state() == QProcess::Running && !isInterruptionRequested()) {
-        if (state() == DISCONNECTED || state() == DISCONNECTING) {
-            emit message(QStringLiteral("Connection canceled."));
+    while (m_helper.state() == QProcess::Running && !isInterrupted()) {
+        if (state() == VPNClient::DISCONNECTED || state() == VPNClient::DISCONNECTING) {
+            report(QStringLiteral("Connection canceled."));
             killHelper();
             return;
         }
@@ -44,32 +43,32 @@ void VPNClient::followSstpLog()
         const qint64 size = log.size();
         auto outcome = SstpOutput::Other;
         if (size != offset && log.open(QIODevice::ReadOnly) && log.seek(offset)) {
-            outcome = actOnSstp(readChunk(log));
+            outcome = actOn(readChunk(log));
         }
         offset = size;
         if (outcome == SstpOutput::Other) {
-            pauseSstp();
+            pause();
         }
     }
 }
 
-SstpOutput VPNClient::actOnSstp(const QString &chunk)
+SstpOutput SstpWorker::actOn(const QString &chunk)
 {
     const SstpOutput outcome = classifySstp(chunk);
     if (outcome == SstpOutput::Connected) {
-        moveTo(CONNECTED);
+        moveTo(VPNClient::CONNECTED);
     } else if (outcome == SstpOutput::AuthFailed) {
-        fail(tr("username or password is not matched."));
+        fail(VPNClient::tr("username or password is not matched."));
     }
     return outcome;
 }
 
 /// Waits until the next look at the log file; a cancel and the helper's end cut it short.
-void VPNClient::pauseSstp()
+void SstpWorker::pause()
 {
     QElapsedTimer waited;
     waited.start();
-    while (waited.elapsed() < kLogPauseMs && !isStopping() && m_process->state() == QProcess::Running) {
-        m_process->waitForFinished(kPollMs);
+    while (waited.elapsed() < kLogPauseMs && !isStopping() && m_helper.state() == QProcess::Running) {
+        m_helper.waitForFinished(kPollMs);
     }
 }
