@@ -52,6 +52,7 @@ void VPNClient::setStateUnlessClosing(STATE s)
     while (current != DISCONNECTING && current != s) {
         if (m_state.compare_exchange_weak(current, s)) {
             announce(s);
+            return;
         }
     }
 }

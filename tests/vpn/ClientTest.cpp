@@ -7,6 +7,7 @@
 #include <QDir>
 
 #include <unistd.h>
+#include <utility>
 
 /// The numbers of this process's descriptors, threads and children.
 static QList<int> owned()
@@ -88,6 +89,18 @@ private slots:
         });
         QVERIFY(!client.openWith(VPNClient::OPENVPN, "/dies"));
         QCOMPARE(client.errors(), QStringList("[ERROR]vpn connect error, please check log"));
+    }
+
+    /// Neither takes the other one back, nor is either told twice.
+    void timesOutWhileItComesUp()
+    {
+        TestClient client;
+        const auto timeOut = [&client, late = true]() mutable {
+            client.setState(std::exchange(late, false) ? VPNClient::VPNERROR : client.state());
+        };
+        connect(&client, &VPNClient::connected, &client, timeOut, Qt::DirectConnection);
+        QVERIFY(client.openWith(VPNClient::OPENVPN, "/up") && client.state() == VPNClient::VPNERROR);
+        QTRY_COMPARE(client.states.join(' '), QString("2 3 4"));
     }
 
     /// An open() that was overtaken has failed, whatever became of the one that overtook it.
