@@ -15,6 +15,11 @@
 
 using Environment = std::vector<std::pair<std::string, std::string>>;
 
+/// Stands where a root process must find nothing: a folder that does not exist and that only root could make. In a
+/// home of the user's, libraries read settings that name code to load, and follow links; a bus that the X server
+/// names starts programs.
+static constexpr char kNowhere[] = "/nonexistent";
+
 [[noreturn]] static void fail(const char *what, const char *reason)
 {
     std::fprintf(stderr, "Korvan: can not start as root: %s: %s\n", what, reason);
@@ -52,7 +57,11 @@ static Environment allowedEnvironment(const passwd &user)
     }
     const std::string uid = std::to_string(user.pw_uid);
     result.emplace_back("PATH", "/usr/sbin:/usr/bin:/sbin:/bin");
-    result.emplace_back("HOME", user.pw_dir);
+    result.emplace_back("HOME", kNowhere);
+    const std::string noBus = std::string("unix:path=") + kNowhere;
+    result.emplace_back("DBUS_SESSION_BUS_ADDRESS", noBus);
+    result.emplace_back("AT_SPI_BUS_ADDRESS", noBus);
+    result.emplace_back("NO_AT_BRIDGE", "1");
     result.emplace_back("USER", user.pw_name);
     result.emplace_back("LOGNAME", user.pw_name);
     const std::string sound = "/run/user/" + uid + "/pulse/native";

@@ -176,6 +176,11 @@ private slots:
         putScript(hostile + "/netstat", "touch '" + marker.toUtf8() + "'");
         putScript(inBundle("/tools/netstat"), "(echo; env; id -u -r) > \"${0%/*}/seen\"");
         QProcess::execute("chmod", {"-R", "a+rX", m_folder->path()});
+        // Any program of the user's can write to the screen's root window.
+        const QString trap = "unixexec:path=/usr/bin/touch,argv1=" + marker;
+        QCOMPARE(QProcess::execute("env", {"DISPLAY=" + m_screen.display(), "xprop", "-root", "-f", "AT_SPI_BUS",
+                                           "8s", "-set", "AT_SPI_BUS", trap}),
+                 0);
         const QString environment = "DISPLAY=%1 LANG=C.UTF-8 TZ=:/etc/shadow PATH=%2:/usr/bin:/bin QT_PLUGIN_PATH=%2 "
                                     "QT_QPA_GENERIC_PLUGINS=hostile QT_QPA_PLATFORM_PLUGIN_PATH=%2 "
                                     "XDG_CONFIG_HOME=%2 QT_LOGGING_CONF=/etc/shadow OPENSSL_CONF=%2/openssl.cnf";
@@ -194,6 +199,8 @@ private slots:
             QVERIFY(startIsDone());
             QVERIFY2(!QFile::exists(marker), "neither the plug-in nor the tool of the user's ran");
             const QByteArray seen = fileBytes(inBundle("/tools/seen"));
+            QVERIFY2(seen.contains("\nHOME=/nonexistent\n") && seen.contains("BUS_ADDRESS=unix:path=/nonexistent\n"),
+                     "no settings of the user's are read, and no bus is looked for on the screen");
             QVERIFY2(seen.contains("\nUSER=nobody\n") && seen.endsWith("\n0\n"), "bash would drop a half root");
             for (const char *name : {"QT_", "XDG_", "OPENSSL_CONF", "TZ=", "HOSTILE", "hostile", "PKEXEC"}) {
                 QVERIFY2(!seen.contains(name), seen.constData());
