@@ -86,15 +86,31 @@ function(korvan_test name)
     add_dependencies(${name} lab_service)
   endif()
   add_test(NAME ${name} COMMAND ${lab} $<TARGET_FILE:${name}> WORKING_DIRECTORY ${CMAKE_BINARY_DIR}/tests/${name})
+  korvan_test_properties(${name} ${ARG_LABEL} ${ARG_TIMEOUT})
+endfunction()
+
+# korvan_network_test(NAME LABEL label FILE cases.sh DEPENDS target...): the cases of a script, for which
+# tests/support/network-cases.sh makes a network each. The target NAME builds what they run.
+function(korvan_network_test name)
+  cmake_parse_arguments(ARG "" "LABEL;FILE" "DEPENDS" ${ARGN})
+  add_custom_target(${name} ALL)
+  add_dependencies(${name} ${ARG_DEPENDS})
+  add_test(NAME ${name} COMMAND ${CMAKE_SOURCE_DIR}/tests/support/network-cases.sh ${KORVAN_BUNDLE}
+                                ${CMAKE_CURRENT_SOURCE_DIR}/${ARG_FILE})
+  korvan_test_properties(${name} ${ARG_LABEL} 300)
+endfunction()
+
+# What ctest knows of every test.
+function(korvan_test_properties name label timeout)
   set_tests_properties(
-    ${name} PROPERTIES LABELS ${ARG_LABEL} TIMEOUT ${ARG_TIMEOUT}
+    ${name} PROPERTIES LABELS ${label} TIMEOUT ${timeout}
                        SKIP_REGULAR_EXPRESSION "SKIPPED WHOLE TEST;lab: it needs root;lab: /dev/net/tun is missing")
   set_property(
     TEST ${name}
     PROPERTY ENVIRONMENT "QT_QPA_PLATFORM=offscreen"
              "TSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/tsan.supp:ignore_noninstrumented_modules=1"
              "LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/lsan.supp")
-  if(ARG_LABEL STREQUAL lab)
+  if(label STREQUAL lab)
     set_tests_properties(${name} PROPERTIES RUN_SERIAL TRUE)
   endif()
 endfunction()
