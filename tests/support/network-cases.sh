@@ -13,7 +13,7 @@ cases=("${@/#/case_}")
 [ $# -gt 0 ] || mapfile -t cases < <(sed -n 's/^\(case_[a-z0-9_]*\)() {$/\1/p' "$file")
 failed=$((${#cases[@]} == 0))
 for case in "${cases[@]}"; do
-    printed=$(timeout 60 unshare --net --mount --pid --fork --kill-child --mount-proc bash -c \
+    printed=$(timeout -s KILL 60 unshare --net --mount --pid --fork --kill-child --mount-proc bash -c \
         '. "$0/network.sh" && own_machine && . "$1"; "$2"; echo ended' "$here" "$file" "$case" 2>&1 </dev/null)
     if [ "$printed" = ended ]; then
         echo "PASS   : $case"

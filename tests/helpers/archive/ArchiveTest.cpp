@@ -1,6 +1,6 @@
-#include "tests/helpers/Shell.h"
 #include "tests/support/Archives.h"
 #include "tests/support/Cases.h"
+#include "tests/support/Shell.h"
 #include "tests/support/TestFiles.h"
 
 #include <QDir>

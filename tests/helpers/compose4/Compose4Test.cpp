@@ -1,4 +1,4 @@
-#include "tests/helpers/Shell.h"
+#include "tests/support/Shell.h"
 #include "tests/support/TestFiles.h"
 
 #include <QProcess>

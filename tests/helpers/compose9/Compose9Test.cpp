@@ -1,5 +1,5 @@
-#include "tests/helpers/Shell.h"
 #include "tests/support/Cases.h"
+#include "tests/support/Shell.h"
 #include "tests/support/TestFiles.h"
 
 #include <QDir>
