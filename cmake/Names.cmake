@@ -55,5 +55,21 @@ korvan_name(packaged_folder /opt/korvan "Where the package puts the bundle and u
 korvan_name(packaged_bundle ${KORVAN_PACKAGED_FOLDER}/Korvan.app "The package's bundle.")
 korvan_name(launcher /usr/bin/korvan "The package's launcher, which gets the program root's rights.")
 
+# What the program keeps in the folder of its state (names/StateFiles.h), without what is inside a folder: state_kept
+# and state_passing.
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/names/StateFiles.h)
+file(READ ${CMAKE_SOURCE_DIR}/names/StateFiles.h rows)
+string(REGEX MATCHALL "\"/[^/\"]+\", *(Kept|Passing)" rows "${rows}")
+foreach(row IN LISTS rows)
+  string(REGEX MATCH "/([^\"]+)\", *(Kept|Passing)" row ${row})
+  string(TOUPPER ${CMAKE_MATCH_2} fate)
+  string(APPEND KORVAN_STATE_${fate} " ${CMAKE_MATCH_1}")
+endforeach()
+foreach(fate KEPT PASSING)
+  string(STRIP "${KORVAN_STATE_${fate}}" KORVAN_STATE_${fate})
+  string(TOLOWER state_${fate} name)
+  string(APPEND names_shell "${name}='${KORVAN_STATE_${fate}}'\n")
+endforeach()
+
 file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/names/Names.h CONTENT "${names_header}" @ONLY)
 file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/names/names.sh CONTENT "${names_shell}" @ONLY)

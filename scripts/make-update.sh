@@ -14,11 +14,14 @@ for name in Korvan version compose compose4 composec compose6 compose7 compose9 
     [ -f "$1/$macos/$name" ] || { echo "make-update: $1/$macos/$name is missing, build everything first" >&2; exit 1; }
 done
 
+# shellcheck source=/dev/null
+. "$1/names/names.sh"
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 cp -a "$bundle" "$work"
 cd "$work"
-rm -rf $macos/{cfg,update,log,log.txt,vpnlog.txt,instance,l2tp,defgate,setting.ini}
+# shellcheck disable=SC2086,SC2154
+(cd $macos && rm -rf $state_kept $state_passing)
 [ $# -lt 3 ] || printf %s "$3" >$macos/version
 if [ -n "$(find Korvan.app ! -type f ! -type d -print -quit)" ]; then
     echo "make-update: the bundle holds links, which no update may" >&2

@@ -1,5 +1,7 @@
 #include "helpers/compose9/Bundle.h"
 
+#include "names/StateFiles.h"
+
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
@@ -84,7 +86,11 @@ static std::string copyOne(const fs::path &from, const fs::path &to, const struc
 
 std::string carryStateOver(const std::string &oldBundle, const std::string &newBundle)
 {
-    for (const char *name : {"cfg", "setting.ini", "l2tp", "defgate", "log.txt"}) {
+    for (const StateFile &file : kStateFiles) {
+        const std::string name = file.path + 1;
+        if (file.fate != StateFate::Kept || name.find('/') != std::string::npos) {
+            continue; // a folder brings what is in it
+        }
         const fs::path from = oldBundle + kMacOs + name;
         const fs::path to = newBundle + kMacOs + name;
         std::error_code error;

@@ -8,7 +8,10 @@ case_nothing_to_complain_of() {
     quietly cpack -G DEB --config "$build/CPackConfig.cmake"
     mv korvan_*.deb korvan.deb && dpkg-deb -x korvan.deb unpacked
     # The client may have run from the build's bundle, and the package must not bring anybody's login along.
-    state='^./(cfg/|update/|(log|vpnlog).txt$|setting.ini$|(l2tp|defgate|instance)$)'
+    # shellcheck source=/dev/null
+    . "$build/names/names.sh"
+    # shellcheck disable=SC2154
+    state="^./(${state_kept// /|}|${state_passing// /|})(/|\$)"
     is '' diff <(files "$bundle" | grep -vE "$state") <(files unpacked/opt/korvan/Korvan.app/Contents/MacOS)
     # Those that the package's life does not run.
     depends=", $(dpkg-deb -f korvan.deb Depends),"
