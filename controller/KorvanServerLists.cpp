@@ -2,8 +2,8 @@
 
 #include "account/L2tpPassword.h"
 #include "account/ServerLists.h"
-#include "common/TableWidget.h"
 #include "ui/KvL2TPBox.h"
+#include "ui/TableWidget.h"
 #include "ui_Korvan.h"
 
 #include <QDebug>

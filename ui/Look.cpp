@@ -1,6 +1,6 @@
 #include "ui/Look.h"
 
-#include "ui/FocusRing.h"
+#include "ui/KvFocusRing.h"
 #include "ui/Palette.h"
 #include "ui/StatePicture.h"
 
@@ -61,5 +61,5 @@ void applyLook(QApplication &application)
     QApplication::setFont(textFont());
     application.setStyleSheet(styleSheet());
     QApplication::setWindowIcon(applicationIcon());
-    FocusRing::install(application);
+    KvFocusRing::install(application);
 }

@@ -18,7 +18,7 @@ private slots:
             {"1.10", "1.9", 1},  {"1.2", "1.5", -3},      // numbers, not text
             {"2.0a", "2.0", 0},  {"1.2.3rc", "1.2.0", 0}, // only one letter goes
             {"1.2", "1.2.1", 0}, {"1.2.1", "1.2", 1},     // the server's one decides how many parts are compared
-            {"9.9", "", 0},      {"2.4.2", "2.4.1\n", 1}, // "1\n" is no number
+            {"9.9", "", 0},      {"2.4.2", "2.4.1\n", 1}, // the line end of the file goes
         };
         for (const auto &[server, current, result] : cases) {
             COMPARE_CASE(server, VersionCompare(server, current), result);

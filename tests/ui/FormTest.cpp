@@ -1,5 +1,5 @@
 #include "tests/window/WindowFixture.h"
-#include "ui/FocusRing.h"
+#include "ui/KvFocusRing.h"
 
 #include <QAccessible>
 #include <QRegularExpression>
@@ -33,7 +33,7 @@ private slots:
         for (QWidget *control : m_window->findChildren<QWidget *>()) {
             control->setEnabled(true);
         }
-        const auto *ring = m_window->findChild<FocusRing *>();
+        const auto *ring = m_window->findChild<KvFocusRing *>();
         int page = kLoginPage;
         for (const char *controls : pages) {
             showPage(page++);
@@ -66,7 +66,7 @@ private slots:
                 showPage(page);
                 QTest::qWait(0);
                 for (const QWidget *widget : m_window->findChildren<QWidget *>(names)) {
-                    const auto *box = qobject_cast<const ElidingComboBox *>(widget);
+                    const auto *box = qobject_cast<const KvElidingComboBox *>(widget);
                     const auto *label = qobject_cast<const QLabel *>(widget);
                     const bool isWhole = widget->parentWidget()->rect().contains(widget->geometry()) &&
                                          widget->size().expandedTo(widget->minimumSizeHint()) == widget->size() &&

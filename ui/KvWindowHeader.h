@@ -6,12 +6,12 @@
 
 /// The window's own title bar. It takes the desktop's frame off the window that it is built into, and drags that
 /// window, through the window manager where there is one.
-class WindowHeader : public QFrame
+class KvWindowHeader : public QFrame
 {
     Q_OBJECT
 
 public:
-    explicit WindowHeader(QWidget *parent = nullptr);
+    explicit KvWindowHeader(QWidget *parent = nullptr);
 
 protected:
     void mousePressEvent(QMouseEvent *event) override;

@@ -3,12 +3,12 @@
 #include <QFrame>
 
 /// The card of the connection status. Its text and its progress bar take their colour from the status picture.
-class StatusPanel : public QFrame
+class KvStatusPanel : public QFrame
 {
     Q_OBJECT
 
 public:
-    explicit StatusPanel(QWidget *parent = nullptr);
+    explicit KvStatusPanel(QWidget *parent = nullptr);
 
 public slots:
     /// To be called with the resource name of the status picture whenever it changes.

@@ -1,4 +1,4 @@
-#include "ui/ElidingComboBox.h"
+#include "ui/KvElidingComboBox.h"
 
 #include "ui/PlainText.h"
 
@@ -38,7 +38,7 @@ private:
 
 } // namespace
 
-ElidingComboBox::ElidingComboBox(QWidget *parent) : QComboBox(parent)
+KvElidingComboBox::KvElidingComboBox(QWidget *parent) : QComboBox(parent)
 {
     // Thousands of servers must not be measured one by one for a size that is the same anyway.
     setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
@@ -49,19 +49,19 @@ ElidingComboBox::ElidingComboBox(QWidget *parent) : QComboBox(parent)
     setItemDelegate(new QStyledItemDelegate(this)); // the one that heeds the style sheet
 }
 
-void ElidingComboBox::setItems(const QStringList &texts, const QStringList &userData)
+void KvElidingComboBox::setItems(const QStringList &texts, const QStringList &userData)
 {
     setModel(new ItemModel(texts, userData, this)); // deletes the one before, which has the same parent
 }
 
-int ElidingComboBox::fieldWidth() const
+int KvElidingComboBox::fieldWidth() const
 {
     QStyleOptionComboBox option;
     initStyleOption(&option);
     return style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, this).width() - 2;
 }
 
-QFont ElidingComboBox::fittingFont() const
+QFont KvElidingComboBox::fittingFont() const
 {
     QFont fitting = font();
     if (fontMetrics().horizontalAdvance(currentText()) > fieldWidth()) {
@@ -70,12 +70,12 @@ QFont ElidingComboBox::fittingFont() const
     return fitting;
 }
 
-bool ElidingComboBox::isShortened() const
+bool KvElidingComboBox::isShortened() const
 {
     return QFontMetrics(fittingFont()).horizontalAdvance(currentText()) > fieldWidth();
 }
 
-bool ElidingComboBox::event(QEvent *event)
+bool KvElidingComboBox::event(QEvent *event)
 {
     if (event->type() == QEvent::ToolTip && isShortened()) {
         QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(), plainText(currentText()), this);
@@ -84,7 +84,7 @@ bool ElidingComboBox::event(QEvent *event)
     return QComboBox::event(event);
 }
 
-void ElidingComboBox::showPopup()
+void KvElidingComboBox::showPopup()
 {
     // As wide as the text of most characters: measuring them all would take long with thousands.
     QString longest;
@@ -97,7 +97,7 @@ void ElidingComboBox::showPopup()
     QComboBox::showPopup();
 }
 
-void ElidingComboBox::paintEvent(QPaintEvent *)
+void KvElidingComboBox::paintEvent(QPaintEvent *)
 {
     QStylePainter painter(this);
     QStyleOptionComboBox option;

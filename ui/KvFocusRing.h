@@ -8,7 +8,7 @@ class QApplication;
 /// The ring round the control that has the keyboard focus: strong round a button, and shown only while the keyboard
 /// is in use; a soft halo round a field, shown always. There is one in each window, above everything else and deaf to
 /// the mouse.
-class FocusRing : public QWidget
+class KvFocusRing : public QWidget
 {
     Q_OBJECT
 
@@ -21,8 +21,8 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    explicit FocusRing(QWidget *window);
-    static FocusRing *of(const QWidget *control);
+    explicit KvFocusRing(QWidget *window);
+    static KvFocusRing *of(const QWidget *control);
     static void follow(QWidget *old, QWidget *now);
     void surround(QWidget *control);
     void place();

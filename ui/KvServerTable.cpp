@@ -1,4 +1,4 @@
-#include "ui/ServerTable.h"
+#include "ui/KvServerTable.h"
 
 #include "ui/Palette.h"
 #include "ui/PlainText.h"
@@ -8,7 +8,7 @@
 #include <QPainter>
 #include <QToolTip>
 
-ServerTable::ServerTable(QWidget *parent) : QTableWidget(parent)
+KvServerTable::KvServerTable(QWidget *parent) : QTableWidget(parent)
 {
     setTabKeyNavigation(false);
     setTextElideMode(Qt::ElideMiddle);
@@ -18,7 +18,7 @@ ServerTable::ServerTable(QWidget *parent) : QTableWidget(parent)
     horizontalHeader()->setSectionsClickable(true);
 }
 
-void ServerTable::paintEvent(QPaintEvent *event)
+void KvServerTable::paintEvent(QPaintEvent *event)
 {
     const int row = selectionModel()->hasSelection() ? currentRow() : -1;
     if (row >= 0) {
@@ -29,7 +29,7 @@ void ServerTable::paintEvent(QPaintEvent *event)
     QTableWidget::paintEvent(event);
 }
 
-bool ServerTable::viewportEvent(QEvent *event)
+bool KvServerTable::viewportEvent(QEvent *event)
 {
     if (event->type() == QEvent::ToolTip) {
         const auto *help = static_cast<QHelpEvent *>(event);

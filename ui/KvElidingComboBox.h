@@ -4,12 +4,12 @@
 
 /// A combo box for long names. A text too long for it is set in the smaller size; if it is too long even then, it is
 /// shortened in its middle, and the whole of it is its tool tip.
-class ElidingComboBox : public QComboBox
+class KvElidingComboBox : public QComboBox
 {
     Q_OBJECT
 
 public:
-    explicit ElidingComboBox(QWidget *parent = nullptr);
+    explicit KvElidingComboBox(QWidget *parent = nullptr);
 
     /// Replaces all items in one go, thousands of them at little cost, and selects the first. `userData` is what
     /// currentData() returns, an entry an item, or empty.

@@ -4,12 +4,12 @@
 
 /// The table of servers. The current row is marked over the whole width, and a cell whose text does not fit tells it
 /// in its tool tip.
-class ServerTable : public QTableWidget
+class KvServerTable : public QTableWidget
 {
     Q_OBJECT
 
 public:
-    explicit ServerTable(QWidget *parent = nullptr);
+    explicit KvServerTable(QWidget *parent = nullptr);
 
 protected:
     void paintEvent(QPaintEvent *event) override;

@@ -1,4 +1,4 @@
-#include "ui/TextLine.h"
+#include "ui/KvTextLine.h"
 
 #include "ui/Palette.h"
 #include "ui/PlainText.h"
@@ -14,12 +14,12 @@ const QString kNothing = QStringLiteral("\u2013"); // shown in place of an empty
 
 } // namespace
 
-TextLine::TextLine(QWidget *parent) : QLabel(parent)
+KvTextLine::KvTextLine(QWidget *parent) : QLabel(parent)
 {
     setTextFormat(Qt::PlainText);
 }
 
-void TextLine::setCaption(const QString &caption)
+void KvTextLine::setCaption(const QString &caption)
 {
     m_caption = caption;
     setAccessibleDescription(caption);
@@ -27,13 +27,13 @@ void TextLine::setCaption(const QString &caption)
     update();
 }
 
-QSize TextLine::minimumSizeHint() const
+QSize KvTextLine::minimumSizeHint() const
 {
     const int caption = m_caption.isEmpty() ? 0 : fontMetrics().horizontalAdvance(m_caption) + kGap;
     return {caption + fontMetrics().averageCharWidth() * 8, fontMetrics().height()};
 }
 
-QRect TextLine::textBox() const
+QRect KvTextLine::textBox() const
 {
     QRect box = contentsRect();
     if (!m_caption.isEmpty() && !isCaptionItself()) {
@@ -42,7 +42,7 @@ QRect TextLine::textBox() const
     return box;
 }
 
-bool TextLine::event(QEvent *event)
+bool KvTextLine::event(QEvent *event)
 {
     // A tool tip that somebody set wins over the shortened text.
     if (event->type() == QEvent::ToolTip && toolTip().isEmpty() &&
@@ -53,7 +53,7 @@ bool TextLine::event(QEvent *event)
     return QLabel::event(event);
 }
 
-void TextLine::paintEvent(QPaintEvent *)
+void KvTextLine::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     const QRect box = textBox();

@@ -1,14 +1,14 @@
-#include "ui/WindowHeader.h"
+#include "ui/KvWindowHeader.h"
 
 #include <QMouseEvent>
 #include <QWindow>
 
-WindowHeader::WindowHeader(QWidget *parent) : QFrame(parent)
+KvWindowHeader::KvWindowHeader(QWidget *parent) : QFrame(parent)
 {
     window()->setWindowFlag(Qt::FramelessWindowHint);
 }
 
-void WindowHeader::mousePressEvent(QMouseEvent *event)
+void KvWindowHeader::mousePressEvent(QMouseEvent *event)
 {
     if (event->button() != Qt::LeftButton) {
         return;
@@ -19,14 +19,14 @@ void WindowHeader::mousePressEvent(QMouseEvent *event)
     }
 }
 
-void WindowHeader::mouseMoveEvent(QMouseEvent *event)
+void KvWindowHeader::mouseMoveEvent(QMouseEvent *event)
 {
     if (m_grip) {
         window()->move(event->globalPos() - *m_grip);
     }
 }
 
-void WindowHeader::mouseReleaseEvent(QMouseEvent *)
+void KvWindowHeader::mouseReleaseEvent(QMouseEvent *)
 {
     m_grip.reset();
 }

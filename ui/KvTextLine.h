@@ -5,13 +5,13 @@
 /// One line of text, without the blanks at its ends. It is shortened in its middle where it does not fit; the whole
 /// of it is then its tool tip. An empty text shows as a dash. With a caption it is a row: the caption at the left,
 /// the text at the right. A text that begins with the caption takes its place.
-class TextLine : public QLabel
+class KvTextLine : public QLabel
 {
     Q_OBJECT
     Q_PROPERTY(QString caption READ caption WRITE setCaption)
 
 public:
-    explicit TextLine(QWidget *parent = nullptr);
+    explicit KvTextLine(QWidget *parent = nullptr);
 
     QString caption() const { return m_caption; }
     void setCaption(const QString &caption);

@@ -1,4 +1,4 @@
-#include "ui/FocusRing.h"
+#include "ui/KvFocusRing.h"
 
 #include "ui/Palette.h"
 
@@ -50,38 +50,38 @@ bool LastInput::s_key = false;
 
 } // namespace
 
-FocusRing::FocusRing(QWidget *window) : QWidget(window)
+KvFocusRing::KvFocusRing(QWidget *window) : QWidget(window)
 {
     setAttribute(Qt::WA_TransparentForMouseEvents);
     setFocusPolicy(Qt::NoFocus);
 }
 
-void FocusRing::install(QApplication &application)
+void KvFocusRing::install(QApplication &application)
 {
     application.installEventFilter(new LastInput(&application));
-    connect(&application, &QApplication::focusChanged, &FocusRing::follow);
+    connect(&application, &QApplication::focusChanged, &KvFocusRing::follow);
 }
 
-FocusRing *FocusRing::of(const QWidget *control)
+KvFocusRing *KvFocusRing::of(const QWidget *control)
 {
-    return control->window()->findChild<FocusRing *>(QString(), Qt::FindDirectChildrenOnly);
+    return control->window()->findChild<KvFocusRing *>(QString(), Qt::FindDirectChildrenOnly);
 }
 
-void FocusRing::follow(QWidget *old, QWidget *now)
+void KvFocusRing::follow(QWidget *old, QWidget *now)
 {
-    if (FocusRing *left = old ? of(old) : nullptr) {
+    if (KvFocusRing *left = old ? of(old) : nullptr) {
         left->surround(nullptr);
     }
     if (wantsRing(now)) {
-        FocusRing *ring = of(now);
+        KvFocusRing *ring = of(now);
         if (!ring) {
-            ring = new FocusRing(now->window());
+            ring = new KvFocusRing(now->window());
         }
         ring->surround(now);
     }
 }
 
-void FocusRing::surround(QWidget *control)
+void KvFocusRing::surround(QWidget *control)
 {
     if (m_control) {
         m_control->removeEventFilter(this);
@@ -93,7 +93,7 @@ void FocusRing::surround(QWidget *control)
     place();
 }
 
-void FocusRing::place()
+void KvFocusRing::place()
 {
     if (!m_control || !m_control->isVisible() || !(isField(m_control) || LastInput::isKey())) {
         hide();
@@ -113,7 +113,7 @@ void FocusRing::place()
     show();
 }
 
-bool FocusRing::eventFilter(QObject *watched, QEvent *event)
+bool KvFocusRing::eventFilter(QObject *watched, QEvent *event)
 {
     switch (event->type()) {
     case QEvent::Move:
@@ -130,7 +130,7 @@ bool FocusRing::eventFilter(QObject *watched, QEvent *event)
     return QWidget::eventFilter(watched, event);
 }
 
-void FocusRing::paintEvent(QPaintEvent *)
+void KvFocusRing::paintEvent(QPaintEvent *)
 {
     const bool soft = isField(m_control);
     const qreal pen = soft ? kWidth : kWidth - 1;

@@ -1,4 +1,4 @@
-#include "ui/StatusPanel.h"
+#include "ui/KvStatusPanel.h"
 
 #include "ui/KvRetinaProgress.h"
 
@@ -6,9 +6,9 @@
 #include <QStyle>
 #include <QVariant>
 
-StatusPanel::StatusPanel(QWidget *parent) : QFrame(parent) {}
+KvStatusPanel::KvStatusPanel(QWidget *parent) : QFrame(parent) {}
 
-void StatusPanel::showPicture(const QString &resource)
+void KvStatusPanel::showPicture(const QString &resource)
 {
     const bool connected = resource.endsWith(QLatin1String("_connected.png"));
     for (KvRetinaProgress *bar : findChildren<KvRetinaProgress *>()) {
