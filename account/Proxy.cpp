@@ -3,28 +3,52 @@
 #include "common/AppPath.h"
 #include "common/StateFile.h"
 
-QNetworkProxy networkProxy(ProxyKind kind, const QString &host, const QString &port, const QString &user,
-                           const QString &password)
+static constexpr int kNone = 1;
+static constexpr int kHttp = 2;
+static constexpr int kSocks = 3;
+
+int ProxySettings::type() const
+{
+    return none ? kNone : http ? kHttp : socks ? kSocks : 0;
+}
+
+void ProxySettings::setType(int type)
+{
+    none = type == kNone;
+    http = type == kHttp;
+    socks = type == kSocks;
+}
+
+QNetworkProxy networkProxy(const ProxySettings &settings)
 {
     QNetworkProxy proxy(QNetworkProxy::NoProxy);
-    if (kind == ProxyKind::None) {
+    if (!settings.http && !settings.socks) {
         return proxy;
     }
-    proxy.setType(kind == ProxyKind::Http ? QNetworkProxy::HttpProxy : QNetworkProxy::Socks5Proxy);
-    proxy.setHostName(host);
-    proxy.setPort(port.toUShort());
-    if (kind == ProxyKind::Http) {
-        proxy.setUser(user);
-        proxy.setPassword(password);
+    proxy.setType(settings.http ? QNetworkProxy::HttpProxy : QNetworkProxy::Socks5Proxy);
+    proxy.setHostName(settings.address);
+    proxy.setPort(settings.port.toUShort());
+    if (settings.http) {
+        proxy.setUser(settings.user);
+        proxy.setPassword(settings.password);
     }
     proxy.setCapabilities(QNetworkProxy::TunnelingCapability | QNetworkProxy::ListeningCapability |
                           QNetworkProxy::UdpTunnelingCapability | QNetworkProxy::HostNameLookupCapability);
     return proxy;
 }
 
-QString writeProxyCredentials(const QString &user, const QString &password)
+QString openVPNProxy(const ProxySettings &settings, const QString &credentials)
+{
+    if (settings.socks) {
+        return QStringLiteral("|--socks-proxy|%1|%2").arg(settings.address, settings.port);
+    }
+    return settings.http ? QStringLiteral("|--http-proxy|%1|%2|%3").arg(settings.address, settings.port, credentials)
+                         : QString();
+}
+
+QString writeProxyCredentials(const ProxySettings &settings)
 {
     QString path = appPath("/cfg/proxy");
-    writeWhole(path, user.toLocal8Bit() + "\r\n" + password.toLocal8Bit() + "\r\n");
+    writeWhole(path, settings.user.toLocal8Bit() + "\r\n" + settings.password.toLocal8Bit() + "\r\n");
     return path;
 }

@@ -17,6 +17,7 @@ class QMenu;
 class QNetworkAccessManager;
 class QSound;
 struct Options;
+struct ProxySettings;
 
 namespace Ui {
 class Korvan;
@@ -157,6 +158,10 @@ private:
     // Options (controller/KorvanOptions.cpp)
     void showOptions(const Options &options);
     Options shownOptions() const;
+
+    // Proxy (controller/KorvanProxy.cpp)
+    void showProxy(const ProxySettings &proxy);
+    ProxySettings shownProxy() const;
 
     // Engine messages (controller/KorvanMessages.cpp)
     void actOnMessage(const QString &message);

@@ -1,10 +1,10 @@
 #include "controller/Korvan.h"
 
 #include "account/L2tpPassword.h"
+#include "account/Proxy.h"
 #include "base/Addresses.h"
 #include "common/AppPath.h"
 #include "controller/Box.h"
-#include "controller/TunnelProxy.h"
 #include "route/DefaultGateway.h"
 #include "ui_Korvan.h"
 
@@ -100,13 +100,8 @@ bool Korvan::prepareOpenVPN(VPNClient::SETUP &setup, VPNClient::OPTION &option)
     const QString folder = appPath("/cfg/OpenVPN/");
     updateOpenVPN(folder, server + QLatin1String(".ovpn"));
     option.config = QStringLiteral("/cfg/OpenVPN/temp");
-    TunnelProxy proxy;
-    proxy.http = m_form->rbHttp->isChecked();
-    proxy.socks = m_form->rbSocks->isChecked();
-    proxy.address = m_form->edProxyAddr->text();
-    proxy.port = m_form->edProxyPort->text();
-    proxy.credentials = proxy.http ? proxyAuthPath() : QString();
-    option.params = openVPNParameters(proxy, folder);
+    const ProxySettings proxy = shownProxy();
+    option.params = openVPNProxy(proxy, proxy.http ? proxyAuthPath() : QString()) + QLatin1String("|--cd|") + folder;
     return true;
 }
 

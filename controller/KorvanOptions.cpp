@@ -11,8 +11,6 @@
 #include <QDir>
 #include <QFile>
 
-enum ProxyType { ProxyNone = 1, ProxyHttp = 2, ProxySocks = 3 };
-
 void Korvan::updateOption(bool save)
 {
     updateRefresh(save);
@@ -40,14 +38,7 @@ void Korvan::updateOption(bool save)
 void Korvan::showOptions(const Options &options)
 {
     m_form->cmServer->setCurrentIndex(options.server);
-    m_form->rbNone->setChecked(options.proxyType == ProxyNone);
-    m_form->rbHttp->setChecked(options.proxyType == ProxyHttp);
-    m_form->rbSocks->setChecked(options.proxyType == ProxySocks);
-    m_form->edProxyAddr->setText(options.proxyAddress);
-    m_form->edProxyPort->setText(options.proxyPort);
-    m_form->cbProxyAuth->setChecked(options.proxyAuth);
-    m_form->edProxyUser->setText(options.proxyUser);
-    m_form->edProxyPass->setText(options.proxyPassword);
+    showProxy(options.proxy);
     m_form->cbConnectOnBoot->setChecked(options.connectOnBoot);
     m_form->cbRunOnBoot->setChecked(options.runOnBoot);
     m_form->cbHideConnection->setChecked(options.hideConnection);
@@ -64,15 +55,7 @@ Options Korvan::shownOptions() const
 {
     Options options;
     options.server = m_form->cmServer->currentIndex();
-    options.proxyType = m_form->rbNone->isChecked()    ? ProxyNone
-                        : m_form->rbHttp->isChecked()  ? ProxyHttp
-                        : m_form->rbSocks->isChecked() ? ProxySocks
-                                                       : 0;
-    options.proxyAddress = m_form->edProxyAddr->text();
-    options.proxyPort = m_form->edProxyPort->text();
-    options.proxyAuth = m_form->cbProxyAuth->isChecked();
-    options.proxyUser = m_form->edProxyUser->text();
-    options.proxyPassword = m_form->edProxyPass->text();
+    options.proxy = shownProxy();
     options.connectOnBoot = m_form->cbConnectOnBoot->isChecked();
     options.runOnBoot = m_form->cbRunOnBoot->isChecked();
     options.hideConnection = m_form->cbHideConnection->isChecked();

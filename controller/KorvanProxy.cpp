@@ -3,12 +3,29 @@
 #include "account/Proxy.h"
 #include "ui_Korvan.h"
 
+void Korvan::showProxy(const ProxySettings &proxy)
+{
+    m_form->rbNone->setChecked(proxy.none);
+    m_form->rbHttp->setChecked(proxy.http);
+    m_form->rbSocks->setChecked(proxy.socks);
+    m_form->edProxyAddr->setText(proxy.address);
+    m_form->edProxyPort->setText(proxy.port);
+    m_form->cbProxyAuth->setChecked(proxy.authenticated);
+    m_form->edProxyUser->setText(proxy.user);
+    m_form->edProxyPass->setText(proxy.password);
+}
+
+ProxySettings Korvan::shownProxy() const
+{
+    return {m_form->rbNone->isChecked(), m_form->rbHttp->isChecked(), m_form->rbSocks->isChecked(),
+            m_form->edProxyAddr->text(), m_form->edProxyPort->text(), m_form->cbProxyAuth->isChecked(),
+            m_form->edProxyUser->text(), m_form->edProxyPass->text()};
+}
+
 QString Korvan::proxyAuthPath()
 {
-    if (!m_form->cbProxyAuth->isChecked()) {
-        return {};
-    }
-    return writeProxyCredentials(m_form->edProxyUser->text(), m_form->edProxyPass->text());
+    const ProxySettings proxy = shownProxy();
+    return proxy.authenticated ? writeProxyCredentials(proxy) : QString();
 }
 
 void Korvan::updateProxyState()
@@ -20,22 +37,19 @@ void Korvan::updateProxyState()
         m_form->edProxyUser->setEnabled(credentials);
         m_form->edProxyPass->setEnabled(credentials);
     };
-    if (m_form->rbNone->isChecked()) {
+    const ProxySettings proxy = shownProxy();
+    if (proxy.none) {
         enable(false, false, false);
     }
-    if (m_form->rbHttp->isChecked()) {
-        enable(true, true, m_form->cbProxyAuth->isChecked());
+    if (proxy.http) {
+        enable(true, true, proxy.authenticated);
     }
-    if (m_form->rbSocks->isChecked()) {
+    if (proxy.socks) {
         enable(true, false, false);
     }
 }
 
 void Korvan::updateLocalNetworkProxy()
 {
-    const ProxyKind kind = m_form->rbHttp->isChecked()    ? ProxyKind::Http
-                           : m_form->rbSocks->isChecked() ? ProxyKind::Socks
-                                                          : ProxyKind::None;
-    QNetworkProxy::setApplicationProxy(networkProxy(kind, m_form->edProxyAddr->text(), m_form->edProxyPort->text(),
-                                                    m_form->edProxyUser->text(), m_form->edProxyPass->text()));
+    QNetworkProxy::setApplicationProxy(networkProxy(shownProxy()));
 }

@@ -1,18 +1,15 @@
 #pragma once
 
+#include "account/Proxy.h"
+
 #include <QByteArray>
 #include <QString>
 
 /// The user's preferences as "/cfg/option" holds them. The order is the file's.
 struct Options
 {
-    int server = 0;    ///< index of the last selected server
-    int proxyType = 0; ///< 1 none, 2 HTTP, 3 SOCKS
-    QString proxyAddress;
-    QString proxyPort; ///< decimal text
-    bool proxyAuth = false;
-    QString proxyUser;     ///< plain; scrambled in the file
-    QString proxyPassword; ///< plain; scrambled in the file
+    int server = 0;      ///< index of the last selected server
+    ProxySettings proxy; ///< user and password are plain here, and scrambled in the file
     bool connectOnBoot = false;
     bool runOnBoot = false;
     bool hideConnection = false;

@@ -23,7 +23,7 @@ int main(int argc, char *argv[])
     QDir().mkpath(appPath("/cfg"));
     writeSavedLogin({arguments.at(1), arguments.at(2)});
     Options options;
-    options.proxyType = 1;
+    options.proxy.none = true;
     options.connectOnBoot = true;
     options.bootServer = arguments.at(3);
     options.updateFrequency = 1;

@@ -65,7 +65,7 @@ private slots:
         saveL2TPPassword("pässword?>");
         QCOMPARE(fileBytes(appPath("/l2tp")), QByteArray("cMOkc3N3b3JkPz4="));
         QCOMPARE(loadL2TPPassword(), QString("pässword?>"));
-        QVERIFY(isPrivate(appPath("/l2tp")) && isPrivate(writeProxyCredentials("jörg", "p w")));
+        QVERIFY(isPrivate(appPath("/l2tp")) && isPrivate(writeProxyCredentials({})));
     }
 };
 
