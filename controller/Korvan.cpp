@@ -1,33 +1,27 @@
 #include "controller/Korvan.h"
 
+#include "account/SavedLogin.h"
 #include "base/DebugLog.h"
-#include "common/AppPath.h"
-#include "route/DefaultGateway.h"
 #include "ui/PlainText.h"
 #include "ui_Korvan.h"
 
 #include <QApplication>
 #include <QButtonGroup>
-#include <QDebug>
 #include <QFile>
 #include <QHeaderView>
-#include <QMenu>
 #include <QMessageBox>
-
-/// Widths of the columns of the ping table, in pixels.
-static constexpr int kPingColumnWidths[] = {230, 95, 95, 110};
 
 Korvan::Korvan(QMainWindow *parent)
     : QMainWindow(parent),
       m_form(new Ui::Korvan),
       m_engine(new VPNClient),
-      m_tray(new QSystemTrayIcon(this)),
-      m_startTime(QDateTime::currentDateTime()),
-      m_trayMenu(new QMenu(this)),
+      m_tray(this),
+      m_tests(this, m_form, m_status),
+      m_route(m_form),
+      m_traffic(m_form, m_engine),
       m_nextRefresh(QDateTime::currentDateTime())
 {
     qRegisterMetaType<KORVANSTATUS>("KORVANSTATUS");
-    m_trafficTimer.setSingleShot(true);
     m_form->setupUi(this);
     m_form->lbVersion->setText(QApplication::applicationVersion());
     m_form->edProxyAddr->setEnabled(false);
@@ -38,7 +32,7 @@ Korvan::Korvan(QMainWindow *parent)
     g_edLog = m_form->edLog;
     updateOption(false);
     updateLocalNetworkProxy();
-    m_form->cbRember->setChecked(QFile::exists(appPath("/cfg/login")));
+    m_form->cbRember->setChecked(QFile::exists(savedLoginPath()));
     connectSignals();
     m_form->cbDnsLeak->hide();
     m_form->cbAutoReconn->hide();
@@ -46,30 +40,18 @@ Korvan::Korvan(QMainWindow *parent)
     m_form->tab->setCurrentIndex(0);
     m_form->stack->setCurrentWidget(m_form->pageLogin);
     m_form->tabPage->setCurrentIndex(0);
-    m_form->tbPing->setShowGrid(false);
-    m_form->tbPing->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    int column = 0;
-    for (const int width : kPingColumnWidths) {
-        m_form->tbPing->setColumnWidth(column++, width);
-    }
-    m_form->pbTestCancel->setEnabled(false);
-    GetTotalDataTransfer(m_transfer.totalReceived, m_transfer.totalSent, m_transfer.day, m_transfer.dayReceived,
-                         m_transfer.daySent, m_transfer.month, m_transfer.monthReceived, m_transfer.monthSent);
+    m_tests.prepareTable();
+    m_traffic.load();
     QTimer::singleShot(0, this, &Korvan::onInit);
 }
 
 Korvan::~Korvan()
 {
     if (m_status == STATUS_CONNECTED) {
-        quint64 received = 0;
-        quint64 sent = 0;
-        m_engine->byteCount(received, sent);
-        UpdateTotalDataTransfer(received, sent);
+        m_traffic.storeSession();
     }
     m_engine->close();
-    if (m_lockedDown) {
-        restoreGateway(); // a program that has ended guards nothing
-    }
+    m_route.release();
     g_edLog = nullptr;
     delete m_engine;
     delete m_form;
@@ -90,9 +72,9 @@ void Korvan::connectSignals()
     connect(m_form->pbChangeUser, &QAbstractButton::clicked, this, &Korvan::onChangeUser);
     connect(m_form->pbCopyLog, &QAbstractButton::clicked, this, &Korvan::onLogCopy);
     connect(m_form->pbReset, &QAbstractButton::clicked, this, &Korvan::onReset);
-    connect(m_tray, &QSystemTrayIcon::activated, this, &Korvan::onTrayClicked);
+    connect(m_tray.icon(), &QSystemTrayIcon::activated, this, &Korvan::onTrayClicked);
     connect(&m_progressTimer, &QTimer::timeout, this, &Korvan::onProgress);
-    connect(&m_trafficTimer, &QTimer::timeout, this, &Korvan::onStatus);
+    connect(m_traffic.timer(), &QTimer::timeout, this, &Korvan::onStatus);
     connectOptionSignals();
     connect(m_form->pbPingAll, &QAbstractButton::clicked, this, &Korvan::onPingAll);
     connect(m_form->pbPingDet, &QAbstractButton::clicked, this, &Korvan::onPingDet);
@@ -181,30 +163,15 @@ void Korvan::giveImages()
 void Korvan::onInit()
 {
     setStatus(STATUS_INIT);
-    const bool remembered = QFile::exists(appPath("/cfg/login"));
+    const bool remembered = QFile::exists(savedLoginPath());
     if (remembered) {
         loadLogin();
     }
-    repairGateway(); // waits in an event loop, in which a login that was queued before would run and connect
+    m_route.repair(); // waits in an event loop, in which a login that was queued before would run and connect
     if (remembered) {
         QTimer::singleShot(0, this, &Korvan::onLogin);
     }
     announceUpdate();
-}
-
-/// A previous run that ended while connected has left the machine without its own default route.
-void Korvan::repairGateway()
-{
-    m_gateway = GetDefaultGateway();
-    qDebug().noquote() << "Default Gateway:" << m_gateway;
-    const QString saved = LoadDefaultGateway();
-    qDebug().noquote() << "Saved Gateway:" << saved;
-    if (saved.isEmpty() || saved == m_gateway) {
-        return;
-    }
-    m_gateway = saved;
-    restoreGateway();
-    qDebug().noquote() << "Restore Default Gateway to" << m_gateway;
 }
 
 void Korvan::announceUpdate()

@@ -1,19 +1,17 @@
 #pragma once
 
+#include "controller/ServerTests.h"
 #include "controller/Status.h"
-#include "stats/TransferTotals.h"
+#include "controller/Traffic.h"
+#include "controller/Tray.h"
+#include "controller/WindowRoute.h"
 #include "vpn/VPNClient.h"
 
 #include <QDateTime>
 #include <QMainWindow>
-#include <QPersistentModelIndex>
-#include <QProcess>
 #include <QStringList>
-#include <QSystemTrayIcon>
 #include <QTimer>
 
-class QAction;
-class QMenu;
 class QNetworkAccessManager;
 class QSound;
 struct Options;
@@ -23,10 +21,9 @@ namespace Ui {
 class Korvan;
 }
 
-/// The one main window and the controller of everything the user sees. It owns the form, the VPN engine, the tray
-/// icon and the session's bookkeeping. Its slots stand beside the topic they serve: status, connect flow, options,
-/// window and engine messages in controller/, login, bundle, server lists, update and proxy in account/, tests of the
-/// servers in diag/, totals in stats/. Everything runs on the GUI thread.
+/// The one main window and the controller of everything the user sees. It owns the form, the VPN engine and the parts
+/// with a state of their own: tray, default route, traffic figures, tests of the servers. Its slots stand in one file
+/// a topic; those of the parts hand over to them in KorvanParts.cpp. Everything runs on the GUI thread.
 class Korvan : public QMainWindow
 {
     Q_OBJECT
@@ -93,7 +90,7 @@ protected:
     void closeEvent(QCloseEvent *event) override;
     void changeEvent(QEvent *event) override;
 
-    // Account (controller/Korvan*.cpp)
+    // Account
     bool loginKorvan(QString user, QString password, QByteArray &body);
     void releaseCompressedConfig(QByteArray archive);
     void updateL2TPServerList();
@@ -102,14 +99,13 @@ protected:
     bool checkUpdate(QString &url, QString &message, QString &version);
     QString proxyAuthPath();
 
-    // Diagnostics (controller/Korvan*.cpp)
+    // Tests of the servers and totals (controller/KorvanParts.cpp)
     int getPingByHostName(QString host, int count, double &loss);
     int getDownloadSpeedByUrl(QString url);
-
-    // Totals (controller/KorvanTransfer.cpp)
     void refreshTransfer(quint64 received, quint64 sent);
 
 private:
+    friend class Tray;          // its menu's entries call the slots
     friend class WindowFixture; // of the tests, which read the engine
 
     // Login (controller/KorvanLogin.cpp)
@@ -121,35 +117,22 @@ private:
     void selectBootServer();
     void showInServerBox(const QString &text);
 
-    // Server lists (controller/KorvanServerLists.cpp)
-    void fillServerMenu(const QStringList &names);
-
-    // Tests of the servers (controller/KorvanPing.cpp)
-    bool testsAreRefused();
-    QPersistentModelIndex serverToTest();
-
     // Construction (controller/Korvan.cpp)
     void connectSignals();
     void connectOptionSignals();
     void giveImages();
-    void repairGateway();
     void announceUpdate();
 
-    // Status (controller/KorvanStatus.cpp, controller/KorvanTrayMenu.cpp)
-    void applyLook(KORVANSTATUS status);
+    // Status (controller/KorvanStatus.cpp)
+    void showStatus(KORVANSTATUS status);
     void enterInit();
     void enterReady();
     void enterConnecting();
     void enterConnected();
     void enterNotConnected();
-    void commitSession();
-    void buildTrayMenu();
     void playSound(const char *file);
-    void lockDown();
-    void restoreGateway();
 
     // Connect flow (controller/KorvanConnect.cpp)
-    void rememberGateway();
     void giveUpReconnect();
     bool prepareConnection(VPNClient::SETUP &setup, VPNClient::OPTION &option);
     bool prepareOpenVPN(VPNClient::SETUP &setup, VPNClient::OPTION &option);
@@ -177,28 +160,21 @@ private:
     VPNClient *m_engine;
     QString m_userName; ///< of the last login
     QString m_password; ///< of the last login
-    QSystemTrayIcon *m_tray;
-    QDateTime m_startTime; ///< of the program, then of the last attempt to connect
+    Tray m_tray;
     QTimer m_progressTimer;
-    QMenu *m_trayMenu;
     bool m_bundleInWork = false; ///< a profile is being fetched or unpacked: no connection may start
     QString m_updateAddress;     ///< of the newest application archive; empty until one is announced
     QStringList m_skipList;      ///< servers that the ping table leaves out
     QString m_bootServer;        ///< server of the automatic connection, as stored
-    QProcess m_process;          ///< the ping that runs
-    QString m_protocol;          ///< protocol of the dashboard, as stored
-    QString m_gateway;           ///< the machine's own default gateway
-    TransferCounters m_transfer;
+    ServerTests m_tests;
+    QString m_protocol; ///< protocol of the dashboard, as stored
+    WindowRoute m_route;
+    Traffic m_traffic;
 
     QDateTime m_nextRefresh;       ///< when the configuration is due to be refreshed
-    QTimer m_trafficTimer;         ///< the next onStatus()
     bool m_connectInWork = false;  ///< onConnect() waits for something
-    bool m_lockedDown = false;     ///< lock-down has removed the default route
     QStringList m_waitingMessages; ///< of the engine, while an earlier one is acted on
     bool m_actsOnMessage = false;
     QNetworkAccessManager *m_publicIpRequest = nullptr; ///< the newest; null when none is under way
     QSound *m_sound = nullptr;                          ///< played last
-    QMenu *m_connectMenu = nullptr;
-    QAction *m_reconnectAction = nullptr;
-    QAction *m_disconnectAction = nullptr;
 };

@@ -5,7 +5,6 @@
 #include "base/Addresses.h"
 #include "common/AppPath.h"
 #include "controller/Box.h"
-#include "route/DefaultGateway.h"
 #include "ui_Korvan.h"
 
 #include <QAction>
@@ -26,7 +25,7 @@ void Korvan::onConnect()
     }
     // Every wait from here on delivers the user's next clicks.
     const QScopedValueRollback<bool> guard(m_connectInWork, true);
-    rememberGateway();
+    m_route.remember();
     if (m_form->cmServer->currentIndex() < 0 || m_engine->isRunning() || m_bundleInWork) {
         giveUpReconnect();
         return;
@@ -52,16 +51,6 @@ void Korvan::giveUpReconnect()
     if (m_status == STATUS_RECONNECTING) {
         setStatus(STATUS_CONNECTING);
         onDisconnect();
-    }
-}
-
-/// The gateway may have changed since the last connection: the machine may be in another network now. While there is
-/// no default route the remembered one stays.
-void Korvan::rememberGateway()
-{
-    const QString current = GetDefaultGateway();
-    if (!current.isEmpty()) {
-        m_gateway = current;
     }
 }
 

@@ -2,7 +2,6 @@
 
 #include "common/AppPath.h"
 #include "controller/EngineMessage.h"
-#include "route/DefaultGateway.h"
 #include "ui_Korvan.h"
 
 #include <QDebug>
@@ -53,13 +52,7 @@ void Korvan::onTunnelFailed()
         onReconnect();
         return;
     }
-    // The kill switch: no program may send outside the broken tunnel before the user knows of it.
-    DeleteGateway(QStringLiteral("0.0.0.0"), QStringLiteral("0.0.0.0"), m_gateway);
-    QMessageBox::critical(this, tr("Error"),
-                          tr("Internet connection has been terminated for your security.\n"
-                             "Please press OK to resume your regular internet connection and reconnect to the VPN if "
-                             "needed."));
-    restoreGateway();
+    m_route.cutOff(this);
     onDisconnect();
 }
 

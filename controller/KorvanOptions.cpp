@@ -2,9 +2,9 @@
 
 #include "common/AppPath.h"
 #include "common/StateFile.h"
-#include "common/Text.h"
 #include "controller/Options.h"
 #include "platform/LoginItems.h"
+#include "ui/KvImageBox.h"
 #include "ui_Korvan.h"
 
 #include <QDebug>
@@ -16,8 +16,8 @@ void Korvan::updateOption(bool save)
     updateRefresh(save);
     const QString path = appPath("/cfg/option");
     if (save) {
-        if (writeWhole(path, optionBytes(shownOptions())) && !m_form->cbLockDown->isChecked()) {
-            restoreGateway(); // lock-down that is switched off while connected ends at once
+        if (writeWhole(path, optionBytes(shownOptions()))) {
+            m_route.optionsSaved();
         }
         return;
     }
@@ -101,26 +101,8 @@ void Korvan::onSaveReady()
     m_form->pbSaveProxy->setEnabled(true);
 }
 
-void Korvan::onReset()
+void Korvan::onRunOnBoot()
 {
-    QFile::remove(appPath("/cfg/transfer"));
-    for (QLabel *label : {m_form->lbTotalRecv, m_form->lbTotalSend, m_form->lbTotalRD, m_form->lbTotalSD}) {
-        label->setText(FormatDataSize(0));
-    }
-}
-
-void Korvan::onCurrentIndexChanged(QString text)
-{
-    if (text == QLatin1String("OpenVPN")) {
-        updateOpenVPNServerList();
-    } else if (text == QLatin1String("L2TP")) {
-        updateL2TPServerList();
-    }
-}
-
-void Korvan::onRemember()
-{
-    if (!m_form->cbRember->isChecked()) {
-        QFile::remove(appPath("/cfg/login"));
-    }
+    KvImageBox(QStringLiteral(":/img/macnotify.png"), tr("Korvan Help"), this).exec();
+    m_form->cbRunOnBoot->setChecked(false);
 }

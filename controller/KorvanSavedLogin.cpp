@@ -3,6 +3,8 @@
 #include "account/SavedLogin.h"
 #include "ui_Korvan.h"
 
+#include <QFile>
+
 void Korvan::saveLogin()
 {
     writeSavedLogin({m_form->edUser->text(), m_form->edPass->text()});
@@ -13,4 +15,11 @@ void Korvan::loadLogin()
     const SavedLogin login = readSavedLogin();
     m_form->edUser->setText(login.user);
     m_form->edPass->setText(login.password);
+}
+
+void Korvan::onRemember()
+{
+    if (!m_form->cbRember->isChecked()) {
+        QFile::remove(savedLoginPath());
+    }
 }

@@ -2,11 +2,8 @@
 
 #include "base/Addresses.h"
 #include "platform/ActiveWindow.h"
-#include "platform/LoginItems.h"
-#include "ui/KvImageBox.h"
 #include "ui_Korvan.h"
 
-#include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDesktopServices>
@@ -21,18 +18,6 @@ void Korvan::showOnTop()
     raise();
 }
 
-void Korvan::hideInTray()
-{
-    QSystemTrayIcon::isSystemTrayAvailable() ? hide() : showMinimized();
-}
-
-void Korvan::onTrayClicked(QSystemTrayIcon::ActivationReason reason)
-{
-    if (reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::MiddleClick) {
-        QTimer::singleShot(0, this, &Korvan::showOnTop);
-    }
-}
-
 void Korvan::changeEvent(QEvent *event)
 {
     QMainWindow::changeEvent(event);
@@ -43,7 +28,7 @@ void Korvan::changeEvent(QEvent *event)
         showNormal();
         activateWindow();
         macosActiveWindow();
-    } else if (QSystemTrayIcon::isSystemTrayAvailable()) {
+    } else if (Tray::isAvailable()) {
         QTimer::singleShot(0, this, &Korvan::hide); // into the tray
     }
 }
@@ -62,14 +47,9 @@ void Korvan::closeEvent(QCloseEvent *event)
 void Korvan::onMenuCommand()
 {
     showOnTop();
-    const auto *action = qobject_cast<QAction *>(sender());
-    if (action == nullptr) {
-        return;
-    }
-    if (action->text() == tr("Update Config...")) {
-        m_form->tab->setCurrentIndex(kSettingsTab);
-    } else if (action->text() == tr("Proxy Settings...")) {
-        m_form->tab->setCurrentIndex(kProxyTab);
+    const int tab = Tray::tabOf(sender());
+    if (tab >= 0) {
+        m_form->tab->setCurrentIndex(tab);
     }
 }
 
@@ -97,20 +77,4 @@ void Korvan::onFAQ()
 void Korvan::onUpAccount()
 {
     onUpdate();
-}
-
-void Korvan::onProgress()
-{
-    static int ticks = 0;
-    if (ticks++ % 10 < 3) {
-        return; // the bar moves in bursts
-    }
-    // Only STATUS_CONNECTED completes the bar.
-    m_form->pgLinkState->setValue(qMin(m_form->pgLinkState->value() + 1, 99));
-}
-
-void Korvan::onRunOnBoot()
-{
-    KvImageBox(QStringLiteral(":/img/macnotify.png"), tr("Korvan Help"), this).exec();
-    m_form->cbRunOnBoot->setChecked(false);
 }
