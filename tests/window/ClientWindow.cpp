@@ -7,6 +7,7 @@
 #include "ui_Korvan.h"
 
 #include <QDir>
+#include <QMenu>
 #include <QTextCodec>
 
 void prepareApplication(QApplication &application)
@@ -51,19 +52,49 @@ QStringList ClientWindow::items(const char *name, int column) const
     return texts;
 }
 
-bool ClientWindow::press(const char *button) const
+QString ClientWindow::enabled(const QString &controls) const
 {
-    auto *widget = find<QAbstractButton>(button);
+    QString letters;
+    for (const QString &control : controls.split(' ')) {
+        letters += find(qPrintable(control.mid(2)))->isEnabled() ? control.at(0) : '-';
+    }
+    return letters;
+}
+
+QAction *ClientWindow::trayEntry(const QString &text) const
+{
+    for (const QMenu *menu : m_window->findChildren<QMenu *>()) {
+        for (QAction *action : menu->actions()) {
+            if (action->text() == text) {
+                return action;
+            }
+        }
+    }
+    return nullptr;
+}
+
+bool ClientWindow::press(const char *control) const
+{
+    if (QAction *entry = trayEntry(control)) {
+        entry->trigger(); // does nothing when it is not enabled
+        return true;
+    }
+    auto *button = find<QAbstractButton>(control);
     auto *tab = find<KvRetinaTabBar>("tab");
     const auto *pages = find<QStackedWidget>("tabPage");
     for (int page = 0; page < pages->count(); ++page) {
-        if (page != pages->currentIndex() && pages->widget(page)->isAncestorOf(widget)) {
+        if (page != pages->currentIndex() && pages->widget(page)->isAncestorOf(button)) {
             QTest::mouseClick(tab, Qt::LeftButton, {}, tab->tabRect(page).center());
         }
     }
-    if (!widget->isVisibleTo(m_window.get()) || !widget->isEnabled()) {
+    if (!button->isVisibleTo(m_window.get()) || !button->isEnabled()) {
         return false;
     }
-    widget->click();
+    button->click();
     return true;
+}
+
+void ClientWindow::when(const std::function<bool()> &condition, const std::function<void()> &action) const
+{
+    QTimer::singleShot(5, m_window.get(), [=] { condition() ? action() : when(condition, action); });
 }

@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QTest>
 
+#include <functional>
 #include <memory>
 
 /// Encoding and look as the program sets them.
@@ -43,8 +44,18 @@ public:
     /// The items of a box, or a column of a table.
     QStringList items(const char *name, int column = 0) const;
 
-    /// Presses a button as the user does, who opens its page first and presses only what is shown and enabled.
-    bool press(const char *button) const;
+    /// For controls as in "c:pbConnect d:pbDisconnect": the letters of those that are enabled, a dash for each other.
+    QString enabled(const QString &controls) const;
+
+    /// An entry of the tray's menu or of its list of servers; null when there is none of that text.
+    QAction *trayEntry(const QString &text) const;
+
+    /// Presses a button as the user does, who opens its page first and presses only what is shown and enabled; or
+    /// chooses an entry of the tray's menu by its text.
+    bool press(const char *control) const;
+
+    /// Runs the action as soon as the condition holds, also while a slot of the window waits.
+    void when(const std::function<bool()> &condition, const std::function<void()> &action) const;
 
     BoxAnswers boxes;
 

@@ -39,38 +39,3 @@ void WindowFixture::startLoggedIn(const QStringList &servers)
     type("edUser", "alice");
     press("pbExist");
 }
-
-QString WindowFixture::enabled(const QString &controls) const
-{
-    QString letters;
-    for (const QString &control : controls.split(' ')) {
-        letters += find(qPrintable(control.mid(2)))->isEnabled() ? control.at(0) : '-';
-    }
-    return letters;
-}
-
-QAction *WindowFixture::trayEntry(const QString &text) const
-{
-    for (const QMenu *menu : m_window->findChildren<QMenu *>()) {
-        for (QAction *action : menu->actions()) {
-            if (action->text() == text) {
-                return action;
-            }
-        }
-    }
-    return nullptr;
-}
-
-bool WindowFixture::press(const char *button) const
-{
-    if (QAction *entry = trayEntry(button)) {
-        entry->trigger(); // does nothing when it is not enabled
-        return true;
-    }
-    return ClientWindow::press(button);
-}
-
-void WindowFixture::when(const std::function<bool()> &condition, const std::function<void()> &action) const
-{
-    QTimer::singleShot(5, m_window.get(), [=] { condition() ? action() : when(condition, action); });
-}

@@ -38,18 +38,6 @@ protected:
     void type(const char *field, const QString &text) const { find<QLineEdit>(field)->setText(text); }
     QString page() const { return find<QStackedWidget>("stack")->currentWidget()->objectName(); }
 
-    /// For controls as in "c:pbConnect d:pbDisconnect": the letters of those that are enabled, a dash for each other.
-    QString enabled(const QString &controls) const;
-
-    /// An entry of the tray's menu or of its list of servers; null when there is none of that text.
-    QAction *trayEntry(const QString &text) const;
-
-    /// Presses a button, or chooses an entry of the tray's menu by its text.
-    bool press(const char *button) const;
-
-    /// Runs the action as soon as the condition holds, also while a slot of the window waits.
-    void when(const std::function<bool()> &condition, const std::function<void()> &action) const;
-
     /// What the route command was asked so far, a line a call.
     static QByteArray routes() { return fileBytes(appPath("/fake/routes")); }
 
