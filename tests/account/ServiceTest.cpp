@@ -6,8 +6,6 @@
 #include "tests/support/Cases.h"
 #include "tests/support/TestFiles.h"
 
-#include <QDir>
-
 static QByteArray real(const QString &name)
 {
     return fileBytes(KORVAN_SOURCE "/tests/data/account/" + name);
@@ -32,16 +30,6 @@ private slots:
             putFile(profileFolder() + "S.ovpn", file);
             COMPARE_CASE(file, GetHostFromOvpn("S"), expected);
         }
-    }
-
-    void l2tpList()
-    {
-        QStringList seen;
-        for (const L2TPServer &server : parseL2TPServers("Größe-1|198.51.100.7\n\nNameOnly\n  Two|host|extra|\t\r\n"
-                                                         "Empty|\r\n|no name\nLast|l")) {
-            seen << server.name + '=' + server.address;
-        }
-        QCOMPARE(seen.join(' '), QString("Größe-1=198.51.100.7 Two=host Empty= =no name Last=l"));
     }
 
     void certificateDate()
@@ -105,21 +93,6 @@ private slots:
             const UpdateDescription update = readUpdateDescription(page);
             const QString number = QString::number(update.hasEntries);
             COMPARE_CASE(name, QStringList({number, update.version, update.url, update.message}).join('|'), expected);
-        }
-    }
-
-    void refreshTime()
-    {
-        const QDateTime now(QDate(2026, 6, 15), QTime(12, 0), Qt::UTC);
-        const QDateTime wrapped = *nextRefresh(4, now, now); // into the far past
-        QVERIFY(wrapped < now.addYears(-1000000));
-        QDir().mkpath(appPath("/cfg"));
-        writeNextRefresh(wrapped);
-        QCOMPARE(readNextRefresh(), wrapped);
-        const QByteArray whole = fileBytes(appPath("/cfg/update"));
-        for (int length = 0; length < whole.size(); ++length) {
-            putFile(appPath("/cfg/update"), whole.left(length));
-            QVERIFY(!readNextRefresh().isValid());
         }
     }
 };

@@ -39,10 +39,11 @@ private slots:
 
     void protocolSwitchKeepsTheServer()
     {
-        putFile(l2tpListPath(), "First|192.0.2.1\r\nOnly a name\n\nBoth|192.0.2.2|more\r\n");
+        putFile(l2tpListPath(), "Größe-1|192.0.2.1\r\nOnly a name\n\n  Both|192.0.2.2|more|\t\r\nNowhere|");
         startLoggedIn({"Alone", "Both"});
         const QStringList openVPN{"Alone", "Both"}; // stays in the menu and the table
-        const QVector<QStringList> l2tp{{"First", "Both"}, {"First", "Both"}, openVPN, openVPN};
+        const QStringList listed{"Größe-1", "Both", "Nowhere"};
+        const QVector<QStringList> l2tp{listed, listed, openVPN, openVPN};
         for (const auto &[server, address] : {std::pair("Both", "192.0.2.2"), {"Alone", "192.0.2.1"}}) {
             combo("cmProto")->setCurrentText("OpenVPN");
             QCOMPARE(servers(), QVector<QStringList>(4, openVPN));

@@ -22,6 +22,7 @@ private slots:
     near) echo 'received, 12.5% packet loss'; echo 'stddev = 10.9/23.7/40.1/5.2 ms' ;;
     dead) echo 'received, 100.0% packet loss'; exit 1 ;;
     slow | gone) exec sleep 600 ;;
+    print) cat output ;;
     esac)sh");
         startLoggedIn({});
         m_table = find<QTableWidget>("tbPing");
@@ -38,7 +39,6 @@ private slots:
             {"pbPingAll", {"near", "near", "slow"}, "23ms 23ms Canceled, loss - - -"},
             {"pbPingAll", {"gone", "near"}, "- -, loss - -"},
             {"pbPingDet", {"near", "near"}, "- 23ms, loss - 12.5%"},
-            {"pbPingDet", {"near", "dead"}, "- N/A, loss - 100%"},
             {"pbPingDet", {"near", "nobody"}, "- N/A, loss - 0%"},
             {"pbPingDet", {"near", "slow"}, "- N/A, loss - 0%"},
             {"pbPingDet", {"near", "gone"}, "- -, loss - -"}};
@@ -47,8 +47,9 @@ private slots:
             serve(hosts);
             m_table->setItem(1, 2, new QTableWidgetItem("9%")); // of an earlier test
             m_table->setCurrentCell(1, 0);
+            const bool isDetailed = name.startsWith("pbPingDet");
             // The ping of this host does not answer before the user has acted.
-            const QByteArray watched = name.contains("slow") ? "slow" : hosts.at(name[6] == 'D' ? 1 : 0).toUtf8();
+            const QByteArray watched = name.contains("slow") ? "slow" : hosts.at(isDetailed ? 1 : 0).toUtf8();
             putFile(appPath("/fake/watched"), watched);
             QString during;
             when([watched] { return pings().contains(' ' + watched + ' '); },
@@ -64,9 +65,32 @@ private slots:
             QVERIFY(!press("pbTestCancel") && press(pressed));
             COMPARE_CASE(name, column(1) + ", loss " + column(2), expected);
             COMPARE_CASE(name, during + ' ' + state(), "Ping...---c ads- sorts");
-            QVERIFY(pings().startsWith(name[6] == 'D' ? "-c20 " : "-c1 "));
+            QVERIFY(pings().startsWith(isDetailed ? "-c20 " : "-c1 "));
             const QString process = pings().trimmed().split(' ').last();
             QVERIFY2(!QFile::exists("/proc/" + process), "the command goes with its test");
+        }
+    }
+
+    void outputsOfPing()
+    {
+        const auto real = [](const char *name) {
+            return fileBytes(KORVAN_SOURCE "/tests/data/diag/" + QString(name));
+        };
+        const std::pair<QByteArray, const char *> cases[] = {
+            {real("ping-20.txt").replace("\n", "\r\n"), "23ms 25%"},
+            {real("ping-dead.txt"), "N/A 100%"},
+            {"2 received, 12.5% packet loss\nstddev = 1.0/2.0/3", "N/A 12.5%"}, // cut in the times
+            {"stddev = 1/2/3 ms", "N/A 0%"},
+            {"stddev = 0/0.99/1/0 ms", "N/A 0%"}, // below a millisecond
+            {"stddev = 1/nan/1/1 ms", "N/A 0%"},
+            {"stddev = 1/1e300/1/1 ms", "N/A 0%"},
+            {"received, 33.33333333% packet", "N/A 33.3333%"}};
+        for (const auto &[output, cells] : cases) {
+            putFile(appPath("/fake/output"), output);
+            serve({"print"});
+            m_table->setCurrentCell(0, 0);
+            QVERIFY(press("pbPingDet"));
+            COMPARE_CASE(output, column(1) + ' ' + column(2), cells);
         }
     }
 

@@ -17,7 +17,7 @@ private slots:
     {
         for (const char *refresh : {"Every Startup", "Never"}) { // the second one reads the empty file of the first
             start();
-            QVERIFY(QFile::exists(m_path) && fileBytes(m_path).isEmpty() && !canSave());
+            QVERIFY(QFile::exists(m_path) && fileBytes(m_path).isEmpty() && canSave() == "--");
             QCOMPARE(combo("cmUpdate")->currentText(), QString(refresh));
         }
     }
@@ -37,33 +37,37 @@ private slots:
                  QCOMPARE(QApplication::activeModalWidget()->windowTitle(), QString("Korvan Help"));
                  QApplication::activeModalWidget()->findChild<QAbstractButton *>()->click();
              });
-        for (const char *name :
-             {"rbSocks", "rbNone", "rbHttp", "cbConnectOnBoot", "cbHideConnection", "cbNoSound", "cbLockDown",
-              "cbDnsLeak", "cbProxyAuth", "cbAutoReconn", "cbRunOnBoot", "edProxyAddr", "edProxyPort", "edProxyUser",
-              "edProxyPass", "cmBootServer", "cmUpdate"}) {
-            if (name[1] == 'm') {
-                QTest::keyClick(find(name), Qt::Key_Down);
-            } else {
-                QTest::keyClicks(find(name), name[0] == 'e' ? name + 7 : " ");
-            }
-            COMPARE_CASE(name, canSave(), true);
-            COMPARE_CASE(name, press(name[0] == 'e' ? "pbSaveProxy" : "pbSave"), true);
-            COMPARE_CASE(name, enabled("s:pbSave p:pbSaveProxy"), "--");
+        for (const char *name : {"rbSocks", "rbNone", "rbHttp", "cbConnectOnBoot", "cbHideConnection", "cbNoSound",
+                                 "cbLockDown", "cbDnsLeak", "cbProxyAuth", "cbAutoReconn", "cbRunOnBoot"}) {
+            QTest::keyClick(find(name), Qt::Key_Space);
+            COMPARE_CASE(name, savesBy("pbSave"), true);
         }
-        const QByteArray bytes = fileBytes(m_path);
+        for (const char *name : {"Addr", "Port", "User", "Pass"}) {
+            QTest::keyClicks(find(qPrintable("edProxy" + QString(name))), name);
+            COMPARE_CASE(name, savesBy("pbSaveProxy"), true);
+        }
+        for (const char *name : {"cmBootServer", "cmUpdate"}) {
+            QTest::keyClick(find(name), Qt::Key_Down);
+            COMPARE_CASE(name, savesBy("pbSave"), true);
+        }
         // clang-format off
-        QCOMPARE(bytes.toHex(), QByteArray(
+        QCOMPARE(fileBytes(m_path).toHex(), QByteArray(
             "00000000" "00000002" "00000008" "0041006400640072" "00000008" "0050006f00720074" "01" // Addr, Port
             "00000010" "005d002e004f0045002b005f00400028" "00000010" "0020006000690074003d0077005d002e" // scrambled
             "01" "00" "01" "01" "00" "00000016" "00530061006d0070006c006f006e00690061002d0031" // Samplonia-1
             "00000002" "0000000e" "004f00700065006e00560050004e" "01" "01")); // OpenVPN
         // clang-format on
+    }
 
-        // What no click can set stays over a save.
-        Options options = optionsOf(bytes);
-        options.runOnBoot = true;
-        options.connectOnBoot = false;
+    void whatNoClickCanSetStays()
+    {
+        Options options;
+        options.runOnBoot = options.autoReconnect = options.dnsLeak = options.lockDown = true;
+        options.proxy.setType(3);
+        options.proxy.address = options.proxy.port = "1";
+        options.bootServer = "Samplonia-1";
         options.server = 1; // the boot server
+        options.protocol = "OpenVPN";
         putFile(m_path, optionBytes(options));
         open();
         QVERIFY(save());
@@ -129,11 +133,20 @@ private slots:
             QVERIFY(save());
             QCOMPARE((now.secsTo(readNextRefresh()) + 7200) / 86400, days); // clocks may change meanwhile
         }
+        combo("cmUpdate")->setCurrentIndex(4);
+        QVERIFY(save());
+        QVERIFY2(readNextRefresh() < now.addYears(-1000000), "it wraps into the far past");
+        const QByteArray whole = fileBytes(appPath("/cfg/update"));
+        for (int length = 0; length < whole.size(); ++length) {
+            putFile(appPath("/cfg/update"), whole.left(length));
+            QVERIFY(!readNextRefresh().isValid());
+        }
     }
 
 private:
     void open() { startLoggedIn({"Examplia-1", "Samplonia-1"}); }
-    bool canSave() const { return button("pbSave")->isEnabled() && button("pbSaveProxy")->isEnabled(); }
+    QString canSave() const { return enabled("s:pbSave p:pbSaveProxy"); }
+    bool savesBy(const char *button) const { return canSave() == "sp" && press(button) && canSave() == "--"; }
     /// Changes something and saves it.
     bool save() const { return press("cbNoSound") && press("pbSave"); }
 };
