@@ -65,7 +65,13 @@ private slots:
         saveL2TPPassword("pässword?>");
         QCOMPARE(fileBytes(appPath("/l2tp")), QByteArray("cMOkc3N3b3JkPz4="));
         QCOMPARE(loadL2TPPassword(), QString("pässword?>"));
-        QVERIFY(isPrivate(appPath("/l2tp")) && isPrivate(writeProxyCredentials({})));
+        ProxySettings proxy;
+        proxy.http = proxy.socks = true; // which no click brings about
+        proxy.user = "jörg";
+        proxy.password = "p w";
+        QVERIFY(isPrivate(appPath("/l2tp")) && isPrivate(writeProxyCredentials(proxy)));
+        QCOMPARE(fileBytes(appPath("/cfg/proxy")), QByteArray("jörg\r\np w\r\n"));
+        QVERIFY(openVPNProxy(proxy, "/c") == "|--socks-proxy||" && networkProxy(proxy).user() == "jörg");
     }
 };
 

@@ -1,5 +1,4 @@
 #include "tests/window/WindowFixture.h"
-#include "ui/KvL2TPBox.h"
 
 static const char kUnknownError[] = "Unknown error, please check log.";
 
@@ -16,26 +15,6 @@ private slots:
         startLoggedIn({"Examplia-1"});
     }
 
-    /// The proxy's credentials are gone afterwards, though the attempt fails.
-    void tellsTheHelper()
-    {
-        const QByteArray folder = appPath("").toUtf8();
-        QVERIFY(press("rbHttp") && press("cbProxyAuth"));
-        type("edProxyAddr", "127.0.0.1");
-        type("edProxyPort", "3128");
-        type("edProxyUser", QString::fromUtf8("Zoë"));
-        type("edProxyPass", "p w");
-        helperDoes("cat ../cfg/proxy > proxy; echo AUTH_FAILED; exit 1");
-        boxes.expect("Error", kUnknownError);
-        QVERIFY(press("pbConnect"));
-        QTRY_VERIFY_WITH_TIMEOUT(boxes.left() == 0 && canConnect(), 30000);
-        QVERIFY2(noted().startsWith("--config " + folder + "/cfg/OpenVPN/temp --http-proxy 127.0.0.1 3128 " + folder +
-                                    "/cfg/proxy --cd " + folder + "/cfg/OpenVPN/ "),
-                 noted().constData());
-        QCOMPARE(fileBytes(appPath("/fake/proxy")), QByteArray("Zoë\r\np w\r\n"));
-        QVERIFY(!QFile::exists(appPath("/cfg/proxy")));
-    }
-
     void expiredCertificate()
     {
         helperDoes("echo 'Initialization Sequence Completed'; exec sleep 600");
@@ -49,23 +28,6 @@ private slots:
         }
         QCOMPARE(m_opened.count("https://portal.korvan.example/subscription"), 2);
         QCOMPARE(noted().count('\n'), 1);
-    }
-
-    void l2tpPassword()
-    {
-        putScript(appPath("/compose4"), "[ $1 = L2TP ] && echo Success && exit; echo 'Error 691: wrong'; exit 1");
-        combo("cmProto")->setCurrentText("L2TP");
-        when([] { return qobject_cast<KvL2TPBox *>(QApplication::activeModalWidget()) != nullptr; },
-             [] {
-                 QWidget *box = QApplication::activeModalWidget();
-                 box->findChild<QCheckBox *>("ckRem")->click();
-                 box->findChild<QLineEdit *>("edPass")->setText("secret");
-                 QTest::keyClick(box, Qt::Key_Return);
-             });
-        boxes.expect("Error", "Username or password is not valid.");
-        QVERIFY(press("pbConnect"));
-        QTRY_COMPARE_WITH_TIMEOUT(boxes.left(), 0, 30000);
-        QTRY_VERIFY2(!QFile::exists(appPath("/l2tp")), "asked for again at the next attempt");
     }
 
     /// A second connect, a disconnect, a change of user; and a refresh of the configuration while it reconnects.
@@ -120,6 +82,7 @@ private slots:
             {"[ERROR]Error 691", "OpenVPN", kUnknownError, ""},
             {"UDPv4 link remote: 10", "OpenVPN", "", "10"}}; // no port
         for (const auto &[message, protocol, box, address] : cases) {
+            putFile(appPath("/l2tp"), "");
             combo("cmProto")->setCurrentText(protocol);
             if (!box.isEmpty()) {
                 boxes.expect("Error", box);
@@ -127,6 +90,7 @@ private slots:
             emit engine().message(message);
             COMPARE_CASE(message.toUtf8(), boxes.takeFailures() + label("lbServerIP"), address);
             QCOMPARE(boxes.left(), 0);
+            QCOMPARE(QFile::exists(appPath("/l2tp")), !box.startsWith("Username")); // asked for again
         }
 
         QString whileOpen; // what comes while a box is open waits for its end
