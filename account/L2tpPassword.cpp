@@ -2,10 +2,11 @@
 
 #include "common/AppPath.h"
 #include "common/StateFile.h"
+#include "names/StateFiles.h"
 
 static QString path()
 {
-    return appPath("/l2tp");
+    return appPath(kL2tpPasswordFile);
 }
 
 void saveL2TPPassword(const QString &password)

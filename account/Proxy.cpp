@@ -2,6 +2,7 @@
 
 #include "common/AppPath.h"
 #include "common/StateFile.h"
+#include "names/StateFiles.h"
 
 static constexpr int kNone = 1;
 static constexpr int kHttp = 2;
@@ -48,7 +49,7 @@ QString openVPNProxy(const ProxySettings &settings, const QString &credentials)
 
 QString writeProxyCredentials(const ProxySettings &settings)
 {
-    QString path = appPath("/cfg/proxy");
+    QString path = appPath(kProxyLoginFile);
     writeWhole(path, settings.user.toLocal8Bit() + "\r\n" + settings.password.toLocal8Bit() + "\r\n");
     return path;
 }

@@ -3,6 +3,7 @@
 #include "common/AppPath.h"
 #include "common/Digest.h"
 #include "common/StateFile.h"
+#include "names/StateFiles.h"
 
 #include <QDebug>
 
@@ -34,7 +35,7 @@ QString decode(QString scrambled)
 
 QString savedLoginPath()
 {
-    return appPath("/cfg/login");
+    return appPath(kLoginFile);
 }
 
 void writeSavedLogin(const SavedLogin &login)

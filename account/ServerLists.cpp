@@ -3,6 +3,7 @@
 #include "common/AppPath.h"
 #include "common/StateFile.h"
 #include "common/Text.h"
+#include "names/StateFiles.h"
 
 #include <QDir>
 #include <QDirIterator>
@@ -13,7 +14,7 @@
 
 QString profileFolder()
 {
-    return appPath("/cfg/OpenVPN/");
+    return appPath(kProfileFolder);
 }
 
 namespace {
@@ -83,7 +84,7 @@ QVector<L2TPServer> parseL2TPServers(const QString &text)
 
 QString l2tpListPath()
 {
-    return appPath("/cfg/L2TP.txt");
+    return appPath(kL2tpListFile);
 }
 
 QVector<L2TPServer> readL2TPServers()

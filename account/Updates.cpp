@@ -4,6 +4,7 @@
 #include "common/AppPath.h"
 #include "common/StateFile.h"
 #include "common/Text.h"
+#include "names/StateFiles.h"
 
 #include <limits>
 
@@ -89,7 +90,7 @@ std::optional<QDateTime> nextRefresh(int choice, const QDateTime &stored, const 
 
 static QString refreshPath()
 {
-    return appPath("/cfg/update");
+    return appPath(kRefreshFile);
 }
 
 bool writeNextRefresh(const QDateTime &time)

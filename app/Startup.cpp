@@ -6,6 +6,7 @@
 #include "common/Paths.h"
 #include "common/StateFile.h"
 #include "names/Names.h"
+#include "names/StateFiles.h"
 #include "platform/Tool.h"
 #include "route/DefaultGateway.h"
 #include "vpn/VPNClient.h"
@@ -66,7 +67,7 @@ void preferBundledTools()
 
 PendingUpdate installPendingUpdate(const char *argument)
 {
-    const QStringList names = QDir(appPath("/update")).entryList(QDir::Files, QDir::Unsorted);
+    const QStringList names = QDir(appPath(kUpdateFolder)).entryList(QDir::Files, QDir::Unsorted);
     if (!names.contains(kArchiveName)) {
         return PendingUpdate::None;
     }
@@ -85,7 +86,7 @@ PendingUpdate installPendingUpdate(const char *argument)
         qDebug().noquote() << "[ERROR]Update failed: can not make" << staging;
         return PendingUpdate::None; // the archive waits for another start
     }
-    QFile::rename(appPath("/update/") + kArchiveName, archive);
+    QFile::rename(appPath(kUpdateArchive), archive);
     QFile::rename(appPath("/compose9"), helper); // it leaves the bundle that it is about to replace
     Uncompress(archive, staging);
     qputenv(kRestartArgument, argument);

@@ -1,6 +1,7 @@
 #include "base/DebugLog.h"
 
 #include "common/AppPath.h"
+#include "names/StateFiles.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -80,7 +81,7 @@ static void addForView(const QString &text)
 /// Appends one line in a single write, so that it is whole however many threads log.
 static void appendToFile(const QByteArray &line)
 {
-    const QByteArray path = QFile::encodeName(appPath("/log.txt"));
+    const QByteArray path = QFile::encodeName(appPath(kLogFile));
     const int file = open(path.constData(), O_WRONLY | O_APPEND | O_CREAT | O_NOFOLLOW | O_CLOEXEC, 0600);
     if (file < 0) {
         return;

@@ -1,10 +1,11 @@
 #include "base/Settings.h"
 
 #include "common/AppPath.h"
+#include "names/StateFiles.h"
 
 #include <QSettings>
 
 QString getSetting(const QString &key)
 {
-    return QSettings(appPath("/setting.ini"), QSettings::IniFormat).value(key, QString()).toString();
+    return QSettings(appPath(kSettingsFile), QSettings::IniFormat).value(key, QString()).toString();
 }

@@ -5,6 +5,7 @@
 #include "base/Addresses.h"
 #include "common/AppPath.h"
 #include "controller/Box.h"
+#include "names/StateFiles.h"
 #include "ui_Korvan.h"
 
 #include <QAction>
@@ -38,7 +39,7 @@ void Korvan::onConnect()
     }
     setStatus(STATUS_CONNECTING);
     const bool up = m_engine->setup(setup) && m_status == STATUS_CONNECTING && m_engine->open(option);
-    QFile::remove(appPath("/cfg/proxy")); // OpenVPN has read it by now
+    QFile::remove(appPath(kProxyLoginFile)); // OpenVPN has read it by now
     // A wait also ends when the program quits: only a tunnel that is up counts as one.
     if (up && m_status == STATUS_CONNECTING && m_engine->state() == VPNClient::CONNECTED) {
         setStatus(STATUS_CONNECTED);
@@ -86,9 +87,9 @@ bool Korvan::prepareOpenVPN(VPNClient::SETUP &setup, VPNClient::OPTION &option)
         proxied ? tr("Proxied configurations require you to configure your program to use the VPN.\n"
                      "Check installation instructions for further details.")
                 : QString());
-    const QString folder = appPath("/cfg/OpenVPN/");
+    const QString folder = appPath(kProfileFolder);
     updateOpenVPN(folder, server + QLatin1String(".ovpn"));
-    option.config = QStringLiteral("/cfg/OpenVPN/temp");
+    option.config = QLatin1String(kProfileCopy);
     const ProxySettings proxy = shownProxy();
     option.params = openVPNProxy(proxy, proxy.http ? proxyAuthPath() : QString()) + QLatin1String("|--cd|") + folder;
     return true;
@@ -100,7 +101,7 @@ bool Korvan::prepareL2TP(VPNClient::SETUP &setup, VPNClient::OPTION &option)
     setup.b = m_form->cmServer->currentData().toString();
     option.type = VPNClient::L2TP;
     option.user = m_form->edUser->text();
-    if (QFile::exists(appPath("/l2tp"))) {
+    if (QFile::exists(appPath(kL2tpPasswordFile))) {
         option.password = loadL2TPPassword();
         return true;
     }

@@ -2,6 +2,7 @@
 
 #include "common/AppPath.h"
 #include "controller/EngineMessage.h"
+#include "names/StateFiles.h"
 #include "ui_Korvan.h"
 
 #include <QDebug>
@@ -60,5 +61,5 @@ void Korvan::onL2TPLoginFailed()
 {
     onDisconnect();
     QMessageBox::critical(this, tr("Error"), tr("Username or password is not valid."));
-    QFile::remove(appPath("/l2tp")); // asked for again at the next attempt
+    QFile::remove(appPath(kL2tpPasswordFile)); // asked for again at the next attempt
 }

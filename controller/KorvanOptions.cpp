@@ -3,6 +3,7 @@
 #include "common/AppPath.h"
 #include "common/StateFile.h"
 #include "controller/Options.h"
+#include "names/StateFiles.h"
 #include "platform/LoginItems.h"
 #include "ui/KvImageBox.h"
 #include "ui_Korvan.h"
@@ -14,14 +15,14 @@
 void Korvan::updateOption(bool save)
 {
     updateRefresh(save);
-    const QString path = appPath("/cfg/option");
+    const QString path = appPath(kOptionFile);
     if (save) {
         if (writeWhole(path, optionBytes(shownOptions()))) {
             m_route.optionsSaved();
         }
         return;
     }
-    QDir().mkpath(appPath("/cfg"));
+    QDir().mkpath(appPath(kCfgFolder));
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) { // the first run
         const auto noted =

@@ -7,6 +7,7 @@
 #include "common/StateFile.h"
 #include "common/Text.h"
 #include "common/Wait.h"
+#include "names/StateFiles.h"
 #include "ui_Korvan.h"
 
 #include <QCoreApplication>
@@ -49,7 +50,7 @@ void Korvan::updateRefresh(bool save)
         }
         return;
     }
-    QDir().mkpath(appPath("/cfg"));
+    QDir().mkpath(appPath(kCfgFolder));
     const QDateTime stored = readNextRefresh();
     if (stored.isValid()) {
         m_nextRefresh = stored;
@@ -100,9 +101,9 @@ void Korvan::onUpdate()
 /// Leaves the archive in "/update/", where the next start installs it. Anything older there goes.
 static bool storeUpdateArchive(const QByteArray &archive)
 {
-    const QString folder = appPath("/update/");
+    const QString folder = appPath(kUpdateFolder);
     QDir_removeFolder(folder);
-    return QDir().mkpath(folder) && writeWhole(folder + QLatin1String("update.zip"), archive);
+    return QDir().mkpath(folder) && writeWhole(appPath(kUpdateArchive), archive);
 }
 
 void Korvan::onUpApp()

@@ -2,6 +2,7 @@
 
 #include "common/AppPath.h"
 #include "common/Text.h"
+#include "names/StateFiles.h"
 #include "ui_Korvan.h"
 #include "vpn/VPNClient.h"
 
@@ -107,7 +108,7 @@ void Traffic::reset()
 
 void Traffic::deleteStored()
 {
-    QFile::remove(appPath("/cfg/transfer"));
+    QFile::remove(appPath(kTransferFile));
     for (QLabel *label : {m_form->lbTotalRecv, m_form->lbTotalSend, m_form->lbTotalRD, m_form->lbTotalSD}) {
         label->setText(FormatDataSize(0));
     }

@@ -1,6 +1,7 @@
 #include "platform/SingleInstance.h"
 
 #include "common/AppPath.h"
+#include "names/StateFiles.h"
 
 #include <QDebug>
 #include <QFile>
@@ -13,7 +14,7 @@
 
 SingleInstance::SingleInstance()
 {
-    const QString path = appPath("/instance");
+    const QString path = appPath(kInstanceFile);
     m_lock = open(QFile::encodeName(path).constData(), O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, 0600);
     if (m_lock < 0) {
         qDebug().noquote() << "WARNING: can not open" << path << std::strerror(errno);

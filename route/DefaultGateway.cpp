@@ -2,6 +2,7 @@
 
 #include "common/AppPath.h"
 #include "common/StateFile.h"
+#include "names/StateFiles.h"
 #include "platform/Tool.h"
 
 #include <QDebug>
@@ -47,10 +48,10 @@ void DeleteGateway(QString destination, QString mask, QString gateway)
 
 void SaveDefaultGateway(QString gateway)
 {
-    writeWhole(appPath("/defgate"), gateway.toUtf8());
+    writeWhole(appPath(kGatewayFile), gateway.toUtf8());
 }
 
 QString LoadDefaultGateway()
 {
-    return QString::fromUtf8(readWhole(appPath("/defgate")).constData()); // up to the first NUL
+    return QString::fromUtf8(readWhole(appPath(kGatewayFile)).constData()); // up to the first NUL
 }

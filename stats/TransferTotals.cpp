@@ -2,6 +2,7 @@
 
 #include "common/AppPath.h"
 #include "common/StateFile.h"
+#include "names/StateFiles.h"
 
 #include <QFile>
 
@@ -35,7 +36,7 @@ bool TransferCounters::rollOver(const QDate &today)
 void GetTotalDataTransfer(quint64 &totalReceived, quint64 &totalSent, qint32 &day, quint64 &dayReceived,
                           quint64 &daySent, qint32 &month, quint64 &monthReceived, quint64 &monthSent)
 {
-    QFile file(appPath("/cfg/transfer"));
+    QFile file(appPath(kTransferFile));
     if (!file.open(QIODevice::ReadOnly)) {
         totalReceived = totalSent = 0;
         return;
@@ -58,5 +59,5 @@ void UpdateTotalDataTransfer(quint64 received, quint64 sent, const QDate &today)
     stream.setVersion(kStreamVersion);
     stream << stored.totalReceived << stored.totalSent << stored.day << stored.dayReceived << stored.daySent
            << stored.month << stored.monthReceived << stored.monthSent;
-    writeWhole(appPath("/cfg/transfer"), bytes);
+    writeWhole(appPath(kTransferFile), bytes);
 }

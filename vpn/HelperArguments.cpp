@@ -1,6 +1,7 @@
 #include "vpn/HelperArguments.h"
 
 #include "common/AppPath.h"
+#include "names/StateFiles.h"
 #include "vpn/VPNTables.h"
 
 QStringList openVPNArguments(const VPNClient::OPTION &option, const QString &port)
@@ -55,7 +56,7 @@ QStringList sstpArguments(const VPNClient::OPTION &option)
             QStringLiteral("mtu"),
             mtu,
             QStringLiteral("logfile"),
-            appPath("/vpnlog.txt")};
+            appPath(kSstpLogFile)};
 }
 
 QStringList setupArguments(const VPNClient::SETUP &setup)

@@ -1,6 +1,7 @@
 #include "vpn/SstpWorker.h"
 
 #include "common/AppPath.h"
+#include "names/StateFiles.h"
 #include "vpn/HelperArguments.h"
 #include "vpn/HelperOutput.h"
 
@@ -14,7 +15,7 @@ static constexpr int kLogPauseMs = 3000;
 void SstpWorker::run()
 {
     QDir().mkpath(QStringLiteral("/etc/ppp/"));
-    QFile::remove(appPath("/vpnlog.txt"));
+    QFile::remove(appPath(kSstpLogFile));
     // Never overwrites: the options that were installed first stay, with what the machine's owner changed in them.
     QFile::copy(appPath("/options"), QStringLiteral("/etc/ppp/options"));
     if (state() == VPNClient::DISCONNECTED || state() == VPNClient::DISCONNECTING) {
@@ -39,7 +40,7 @@ void SstpWorker::followLog()
             killHelper();
             return;
         }
-        QFile log(appPath("/vpnlog.txt"));
+        QFile log(appPath(kSstpLogFile));
         const qint64 size = log.size();
         auto outcome = SstpOutput::Other;
         if (size != offset && log.open(QIODevice::ReadOnly) && log.seek(offset)) {

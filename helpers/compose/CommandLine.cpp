@@ -3,6 +3,7 @@
 #include "helpers/compose/Profile.h"
 #include "helpers/system/Checks.h"
 #include "names/Names.h"
+#include "names/StateFiles.h"
 
 #include <algorithm>
 
@@ -23,7 +24,7 @@ bool takeHttpProxy(CommandLine &result, const Values &values, const std::string 
 {
     result.proxyCredentials = values.size() == 3;
     if (!result.proxy.empty() || values.size() < 2 || values.size() > 3 || !isHost(values[0]) || !isPort(values[1]) ||
-        (result.proxyCredentials && values[2] != bundle + kProxyCredentials)) {
+        (result.proxyCredentials && values[2] != bundle + kProxyLoginFile)) {
         return false;
     }
     result.proxy = {"--http-proxy", values[0], values[1]};
@@ -64,7 +65,7 @@ const Option kOptions[] = {
     {"--cd", "the configuration folder",
      [](CommandLine &result, const Values &values, const std::string &bundle) {
          result.changeFolder = true;
-         return values == Values{bundle + kConfigurationFolder};
+         return values == Values{bundle + kProfileFolder};
      }},
     {"--management", "127.0.0.1 and a port",
      [](CommandLine &result, const Values &values, const std::string &) {
@@ -154,7 +155,7 @@ std::vector<std::string> openVpnCommand(const std::string &openVpn, const Comman
         add({"--auth-nocache"});
     }
     if (commandLine.changeFolder) {
-        add({"--cd", bundle + kConfigurationFolder});
+        add({"--cd", bundle + kProfileFolder});
     }
     if (!commandLine.managementPort.empty()) {
         add({"--management", "127.0.0.1", commandLine.managementPort});

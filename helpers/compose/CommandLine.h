@@ -11,16 +11,12 @@ struct CommandLine
     bool askCredentials = false;
     bool noCache = false;
     std::vector<std::string> proxy; ///< "--http-proxy" or "--socks-proxy", address, port; empty: none
-    bool proxyCredentials = false;  ///< the proxy wants the user name and password in kProxyCredentials
+    bool proxyCredentials = false;  ///< the proxy wants the user name and password in kProxyLoginFile
     bool changeFolder = false;
     std::string managementPort; ///< empty: no management interface
     bool up = false;
     bool down = false;
 };
-
-/// Below the application folder.
-constexpr char kConfigurationFolder[] = "/cfg/OpenVPN/";
-constexpr char kProxyCredentials[] = "/cfg/proxy";
 
 /// Takes the engine's arguments (without the program's name) apart. Nothing, and a reason, for anything but the
 /// options that the engine builds, each in the engine's own form and at most once. `bundle` is the application

@@ -4,6 +4,7 @@
 #include "helpers/compose/LockedDown.h"
 #include "helpers/compose/ProfileFilter.h"
 #include "helpers/system/Run.h"
+#include "names/StateFiles.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -105,7 +106,7 @@ std::optional<FilteredProfile> loadProfile(const CommandLine &commandLine, const
     if (!profile) {
         return std::nullopt;
     }
-    const Descriptor files = openFolder(folder + kConfigurationFolder, error);
+    const Descriptor files = openFolder(folder + kProfileFolder, error);
     if (files < 0 || !openNamedFiles(profile->directives, files, error)) {
         return std::nullopt;
     }
@@ -137,7 +138,7 @@ bool sealProfile(FilteredProfile &profile, bool proxy, Handover &handover, std::
 bool prepareCredentials(const CommandLine &commandLine, int bundle, bool ask, Handover &handover, std::string &error)
 {
     if (commandLine.proxyCredentials) {
-        Descriptor file = openCredentials(bundle, kProxyCredentials + 1, error);
+        Descriptor file = openCredentials(bundle, kProxyLoginFile + 1, error);
         if (file < 0) {
             error.insert(0, "the proxy's credential file ");
             return false;

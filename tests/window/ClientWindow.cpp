@@ -2,6 +2,7 @@
 
 #include "base/DebugLog.h"
 #include "common/AppPath.h"
+#include "names/StateFiles.h"
 #include "tests/support/TestFiles.h"
 #include "ui/Look.h"
 #include "ui_Korvan.h"
@@ -20,9 +21,9 @@ void prepareApplication(QApplication &application)
 void ClientWindow::clear()
 {
     qInstallMessageHandler(debugFilter); // the test runner has put its own in place
-    for (const char *state : {"/cfg", "/l2tp", "/defgate", "/log.txt", "/update", "/setting.ini"}) {
-        QDir(appPath(state)).removeRecursively();
-        QFile::remove(appPath(state));
+    for (const StateFile &state : kStateFiles) {
+        QDir(appPath(state.path)).removeRecursively();
+        QFile::remove(appPath(state.path));
     }
 }
 
