@@ -74,6 +74,10 @@ function(korvan_test name)
   target_compile_definitions(
     ${name} PRIVATE KORVAN_BUNDLE="${KORVAN_BUNDLE}" KORVAN_SOURCE="${CMAKE_SOURCE_DIR}"
                     KORVAN_BUILD="${CMAKE_BINARY_DIR}")
+  if(KORVAN_SANITIZE STREQUAL thread)
+    target_sources(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests/QtThreads.cpp)
+    target_link_libraries(${name} PRIVATE ${CMAKE_DL_LIBS})
+  endif()
   if(ARG_DEPENDS)
     add_dependencies(${name} ${ARG_DEPENDS})
   endif()

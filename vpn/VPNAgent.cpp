@@ -19,7 +19,6 @@ VPNAgent::~VPNAgent()
 {
     requestInterruption();
     wait();
-    (void)m_ended.load();
 }
 
 void VPNAgent::setClient(VPNClient *client)
@@ -28,12 +27,6 @@ void VPNAgent::setClient(VPNClient *client)
 }
 
 void VPNAgent::run()
-{
-    watchClient();
-    m_ended = true;
-}
-
-void VPNAgent::watchClient()
 {
     if (m_client == nullptr || !isWanted() || m_client->type() != VPNClient::OPENVPN) {
         return;

@@ -2,8 +2,6 @@
 
 #include <QThread>
 
-#include <atomic>
-
 class QTcpSocket;
 class VPNClient;
 
@@ -25,14 +23,10 @@ protected:
     void run() override;
 
 private:
-    void watchClient();
     bool isWanted() const;
     bool connectToManagement(QTcpSocket &socket) const;
     bool waitForData(QTcpSocket &socket) const;
     void readReports(QTcpSocket &socket);
 
     VPNClient *m_client = nullptr;
-    /// The thread's last store, loaded after every wait for its end: the thread sanitizer does not see into Qt's
-    /// wait().
-    std::atomic<bool> m_ended{false};
 };

@@ -188,7 +188,6 @@ void VPNClient::run()
         break;
     }
     m_process->moveToThread(thread()); // whose event loop reaps a helper that is still running
-    m_ended = true;
 }
 
 bool VPNClient::reset()
@@ -200,9 +199,7 @@ bool VPNClient::reset()
 /// so that the answer does not depend on who is faster.
 bool VPNClient::workerRuns()
 {
-    const bool runs = isRunning() && !(state() == VPNERROR && wait(kReturnMs));
-    (void)m_ended.load();
-    return runs;
+    return !wait(state() == VPNERROR ? kReturnMs : 0);
 }
 
 /// Ends the worker. It looks for the interruption wherever it waits; one that is stuck elsewhere is terminated.
@@ -213,7 +210,6 @@ void VPNClient::endWorker()
         terminate();
         wait();
     }
-    (void)m_ended.load();
 }
 
 /// Deletes the helper's process object. No worker is running, so it belongs to nobody else.

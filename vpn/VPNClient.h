@@ -118,7 +118,4 @@ private:
 
     int m_attempt = 0; ///< counts open() and close(), so that a waiting open() notices that it was overtaken
     bool m_closing = false;
-    /// The worker's last store, loaded after every wait for its end: the thread sanitizer does not see into Qt's
-    /// wait().
-    std::atomic<bool> m_ended{false};
 };
