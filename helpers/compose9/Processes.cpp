@@ -1,19 +1,22 @@
 #include "helpers/compose9/Processes.h"
 
+#include "helpers/system/Checks.h"
 #include "names/Names.h"
 
-#include <cctype>
+#include <algorithm>
 #include <chrono>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
+#include <poll.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 namespace fs = std::filesystem;
 
 /// Asks `done` again and again until it returns true or the limit passes, and returns its last answer.
-template <typename Done> static bool poll(Done done, int limitMs)
+template <typename Done> static bool repeat(Done done, int limitMs)
 {
     constexpr useconds_t kPauseUs = 50000;
     const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(limitMs);
@@ -26,26 +29,35 @@ template <typename Done> static bool poll(Done done, int limitMs)
     return true;
 }
 
-/// Whether a process other than this one, which lies in the bundle too, runs one of its programs.
-static bool isRunning(const std::string &bundle)
+std::vector<Descriptor> processesOf(const std::string &bundle)
 {
     const std::string inside = bundle + "/";
     const std::string self = std::to_string(getpid());
+    std::vector<Descriptor> processes;
     std::error_code error;
     for (fs::directory_iterator it("/proc", error), end; !error && it != end; it.increment(error)) {
         const std::string name = it->path().filename();
         std::error_code gone;
-        if (isdigit(static_cast<unsigned char>(name[0])) && name != self &&
+        if (isNumber(name) && name != self &&
             fs::read_symlink(it->path() / "exe", gone).native().compare(0, inside.size(), inside) == 0) {
-            return true;
+            processes.emplace_back(static_cast<int>(syscall(SYS_pidfd_open, std::stoi(name), 0)));
         }
     }
-    return false;
+    return processes;
+}
+
+bool waitForEnds(const std::vector<Descriptor> &processes, int limitMs)
+{
+    const auto hasEnded = [](const Descriptor &process) {
+        pollfd end = {process, POLLIN, 0};
+        return process < 0 || poll(&end, 1, 0) > 0;
+    };
+    return repeat([&] { return std::all_of(processes.begin(), processes.end(), hasEnded); }, limitMs);
 }
 
 bool waitForEnd(const std::string &bundle, int limitMs)
 {
-    return poll([&] { return !isRunning(bundle); }, limitMs);
+    return repeat([&] { return processesOf(bundle).empty(); }, limitMs);
 }
 
 int startProgram(const std::string &path)
@@ -67,7 +79,7 @@ std::string watch(int pid, int watchMs)
     if (pid < 0) {
         return "it can not be started";
     }
-    if (!poll([&] { return waitpid(pid, &status, WNOHANG) == pid; }, watchMs) || status == 0) {
+    if (!repeat([&] { return waitpid(pid, &status, WNOHANG) == pid; }, watchMs) || status == 0) {
         return {};
     }
     return WIFSIGNALED(status) ? std::string("it was ended by a signal: ") + strsignal(WTERMSIG(status))

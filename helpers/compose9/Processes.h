@@ -1,6 +1,15 @@
 #pragma once
 
+#include "helpers/system/Descriptor.h"
+
 #include <string>
+#include <vector>
+
+/// The processes other than this one, which lies in the bundle too, that run one of the bundle's programs now.
+std::vector<Descriptor> processesOf(const std::string &bundle);
+
+/// Waits until all these processes have ended. Returns false when one has not after `limitMs`.
+bool waitForEnds(const std::vector<Descriptor> &processes, int limitMs);
 
 /// Waits until no process runs a program of the bundle. Returns false when one still does after `limitMs`.
 bool waitForEnd(const std::string &bundle, int limitMs);

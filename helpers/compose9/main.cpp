@@ -115,13 +115,15 @@ static void removeLeftovers(const Places &places)
 static std::string update(const Places &places)
 {
     const std::string oldVersion = bundleVersion(places.bundle);
+    const std::vector<Descriptor> ending = processesOf(places.bundle);
     std::string reason = prepare(places);
     if (reason.empty()) {
         reason = swapBundles(places);
     }
     if (!reason.empty()) {
         removeLeftovers(places);
-        if (waitForEnd(places.bundle, 0)) {
+        // The program may take a while to end; one that somebody has started since goes on.
+        if (waitForEnds(ending, kEndLimitMs) && processesOf(places.bundle).empty()) {
             startProgram(places.executable());
         }
         return reason;

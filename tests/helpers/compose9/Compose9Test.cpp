@@ -103,14 +103,23 @@ private slots:
         }
     }
 
+    /// Also where nothing is to be installed: the version that starts again must not meet itself.
     void waitsForTheProgramToEnd()
     {
-        shell(m_enter + "cp --remove-destination /bin/sleep Korvan");
-        QProcess running;
-        running.start(installed("Korvan"), {"2"});
-        QVERIFY(running.waitForStarted());
-        QCOMPARE(update(), "0 2.5.0 login Korvan.app started");
-        QVERIFY(running.waitForFinished(0) && running.exitCode() == 0);
+        const std::tuple<const char *, const char *, const char *> cases[] = {
+            {"true", "0 2.5.0 login Korvan.app started", "2.5.0\n"},
+            {"rm -r update.temp/Korvan.app", "1 2.4.1 login Korvan.app started", "2.4.1\n"},
+        };
+        for (const auto &[harm, outcome, start] : cases) {
+            init();
+            shell(harm + QString("; cp /bin/sleep ") + installed("old"));
+            QProcess running;
+            running.start(installed("old"), {"2"});
+            QVERIFY(running.waitForStarted());
+            COMPARE_CASE(harm, update(), outcome);
+            QVERIFY2(running.waitForFinished(0) && running.exitCode() == 0, harm);
+            QTRY_VERIFY2(started().contains(start), harm);
+        }
     }
 
     void doesOneUpdateAtATime()
