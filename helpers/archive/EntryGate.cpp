@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <archive_entry.h>
+#include <iconv.h>
 
 /// A profile holds one small file a server, a program update some hundred files.
 constexpr size_t kMaxEntries = 20000;
@@ -37,13 +38,29 @@ std::string EntryGate::addPath(const std::string &path, bool folder)
     if (!isNew && place->second != folder) {
         return quoted(path) + " is both a file and a folder";
     }
-    if (!isNew && !folder) {
-        return quoted(path) + " comes twice";
-    }
     if (m_isFolder.size() > kMaxEntries) {
         return "it has more than " + std::to_string(kMaxEntries) + " entries";
     }
     return {};
+}
+
+/// The name in UTF-8, with "/" between its steps: ZIP's names are in code page 437 unless marked, and other systems
+/// write "\\". Empty when it can not be read.
+static std::string readable(std::string name)
+{
+    if (!isUtf8(name)) {
+        std::string converted(4 * name.size(), '\0');
+        const iconv_t conversion = iconv_open("UTF-8", "CP437");
+        char *from = name.data();
+        char *to = converted.data();
+        size_t left = name.size();
+        size_t space = converted.size();
+        const bool done = iconv(conversion, &from, &left, &to, &space) != static_cast<size_t>(-1);
+        iconv_close(conversion);
+        name = done ? converted.substr(0, converted.size() - space) : std::string();
+    }
+    std::replace(name.begin(), name.end(), '\\', '/');
+    return name;
 }
 
 /// Why a stored name can not be used at all, or an empty text.
@@ -67,7 +84,7 @@ static std::string badName(const std::string &name)
 std::string EntryGate::admitName(archive_entry *entry)
 {
     const char *stored = archive_entry_pathname(entry);
-    const std::string name = stored ? stored : "";
+    const std::string name = readable(stored ? stored : "");
     std::string reason = badName(name);
     std::string path;
     for (size_t begin = 0, end = 0; reason.empty() && begin < name.size(); begin = end + 1) {
@@ -87,6 +104,9 @@ std::string EntryGate::admitName(archive_entry *entry)
     }
     if (!reason.empty()) {
         return reason;
+    }
+    if (name.back() == '/') {
+        archive_entry_set_filetype(entry, AE_IFDIR);
     }
     const bool folder = archive_entry_filetype(entry) == AE_IFDIR;
     archive_entry_copy_pathname(entry, path.c_str());

@@ -13,8 +13,9 @@ public:
     /// `archiveSize` is the size of the archive file in bytes, against which the unpacked size is held.
     explicit EntryGate(uint64_t archiveSize);
 
-    /// Checks the next entry and reduces its name and mode to what is to be written. Returns why the archive is
-    /// refused, or an empty text. An entry whose name is left empty is the target folder itself.
+    /// Checks the next entry and reduces its name, to UTF-8 without backslashes, and its mode to what is to be
+    /// written. Returns why the archive is refused, or an empty text. An entry whose name is left empty is the target
+    /// folder itself.
     std::string admit(archive_entry *entry);
 
     /// Checks that one entry, of which `bytes` bytes have been unpacked by now, still fits together with those

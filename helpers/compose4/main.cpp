@@ -26,8 +26,7 @@ static Arguments takeArguments(int argc, char *argv[])
 /// Whether the text can stand in a connection profile: UTF-8 on one line.
 static bool isPlain(const std::string &text)
 {
-    return mbstowcs(nullptr, text.c_str(), 0) != static_cast<size_t>(-1) &&
-           text.find_first_of("\r\n") == std::string::npos;
+    return isUtf8(text) && text.find_first_of("\r\n") == std::string::npos;
 }
 
 static std::string setUpChecked(const Service &service, const Arguments &arguments)

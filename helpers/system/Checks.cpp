@@ -11,6 +11,11 @@ bool hasControl(std::string_view text)
     return std::any_of(text.begin(), text.end(), isControl);
 }
 
+bool isUtf8(const std::string &text)
+{
+    return mbstowcs(nullptr, text.c_str(), 0) != static_cast<size_t>(-1);
+}
+
 static bool isAddress(int family, const std::string &text)
 {
     in6_addr address = {};

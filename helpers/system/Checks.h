@@ -14,6 +14,9 @@ constexpr bool isControl(char c)
 /// True when the text has a control character, a line end too.
 bool hasControl(std::string_view text);
 
+/// True when the text is UTF-8. The process's LC_CTYPE must be C.UTF-8.
+bool isUtf8(const std::string &text);
+
 /// True for an IPv4 address as four decimal numbers.
 bool isIpv4(const std::string &text);
 
