@@ -1,7 +1,7 @@
 #include "helpers/compose4/Operations.h"
+#include "helpers/system/Arguments.h"
 #include "helpers/system/Checks.h"
 
-#include <algorithm>
 #include <clocale>
 #include <cstdlib>
 #include <cstring>
@@ -12,16 +12,6 @@ using Arguments = std::vector<std::string>;
 
 static const char *const kUsage = "Error: usage: compose4 TYPE NAME SERVER [PSK] | NAME USER PASSWORD | CHECK NAME | "
                                   "NAME | TYPE NAME\n";
-
-/// Takes the arguments over and blanks them in the process list, which every user of the machine can read.
-static Arguments takeArguments(int argc, char *argv[])
-{
-    Arguments arguments(argv + std::min(argc, 1), argv + argc);
-    for (int i = 1; i < argc; ++i) {
-        explicit_bzero(argv[i], strlen(argv[i]));
-    }
-    return arguments;
-}
 
 /// Whether the text can stand in a connection profile: UTF-8 on one line.
 static bool isPlain(const std::string &text)
@@ -71,7 +61,8 @@ static std::string run(const Arguments &arguments)
 }
 
 /// Manages the system VPN services PPTP, L2TP and IKEv2 as connection profiles of NetworkManager (and knows SSTP by
-/// name). Prints one answer, in one piece; exit status 0 when it holds "Success", else 1.
+/// name). With "-" alone it reads its arguments from standard input, each ended by a NUL. Prints one answer, in one
+/// piece; exit status 0 when it holds "Success", else 1.
 int main(int argc, char *argv[])
 {
     const Arguments arguments = takeArguments(argc, argv);

@@ -1,6 +1,8 @@
-// Becomes the SSTP client sstpc. It takes the program's arguments and gives sstpc and pppd theirs.
+// Becomes the SSTP client sstpc. It takes the program's arguments, or with "-" alone from standard input, each ended
+// by a NUL, and gives sstpc and pppd theirs.
 
 #include "helpers/composec/SstpArguments.h"
+#include "helpers/system/Arguments.h"
 #include "helpers/system/Descriptor.h"
 #include "helpers/system/Run.h"
 
@@ -11,7 +13,7 @@
 
 int main(int argc, char **argv)
 {
-    const SstpRequest request = parseSstpArguments({argv + 1, argv + argc});
+    const SstpRequest request = parseSstpArguments(takeArguments(argc, argv));
     if (!request.problem.empty()) {
         std::fprintf(stderr, "composec: %s\n", request.problem.c_str());
         return 2;
