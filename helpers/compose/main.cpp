@@ -138,7 +138,7 @@ bool sealProfile(FilteredProfile &profile, bool proxy, Handover &handover, std::
 bool prepareCredentials(const CommandLine &commandLine, int bundle, bool ask, Handover &handover, std::string &error)
 {
     if (commandLine.proxyCredentials) {
-        Descriptor file = openCredentials(bundle, kProxyLoginFile + 1, error);
+        Descriptor file = openCredentials(bundle, &kProxyLoginFile[1], error);
         if (file < 0) {
             error.insert(0, "the proxy's credential file ");
             return false;

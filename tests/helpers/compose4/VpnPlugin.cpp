@@ -48,7 +48,8 @@ private:
         const auto data = qdbus_cast<Texts>(vpn.value("data"));
         const auto secrets = qdbus_cast<Texts>(vpn.value("secrets"));
         const QString server = data.value("gateway");
-        const QStringList given = {data.value("user"), secrets.value("password"), secrets.value("ipsec-psk")};
+        const QStringList given = {data.value("user"), secrets.value("password"), secrets.value("ipsec-psk"),
+                                   data.value("ipsec-enabled")};
         putFile("/run/given", given.join('\n').toUtf8());
         if (server.startsWith("reject")) {
             emitSignal("Failure", 0u);
