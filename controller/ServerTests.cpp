@@ -129,28 +129,22 @@ void ServerTests::pingAll()
 
 void ServerTests::pingSelected()
 {
-    const QPersistentModelIndex server = selected();
-    if (!server.isValid()) {
-        return;
-    }
-    const Run run(m_window, m_form);
-    setCell(server, kPing, Korvan::tr("Ping..."));
-    double loss = 0;
-    const int average = ping(GetHostFromOvpn(server.data().toString()), 20, loss);
-    setCell(server, kPing, pingCell(average));
-    setCell(server, kLoss, lossCell(loss));
+    testSelected([this](const QPersistentModelIndex &server, const QString &host) {
+        setCell(server, kPing, Korvan::tr("Ping..."));
+        double loss = 0;
+        const int average = ping(host, 20, loss);
+        setCell(server, kPing, pingCell(average));
+        setCell(server, kLoss, lossCell(loss));
+    });
 }
 
 void ServerTests::testSpeed()
 {
-    const QPersistentModelIndex server = selected();
-    if (!server.isValid()) {
-        return;
-    }
-    const Run run(m_window, m_form);
-    setCell(server, kSpeed, Korvan::tr("Test..."));
-    const QString host = GetHostFromOvpn(server.data().toString());
-    setCell(server, kSpeed, speedCell(downloadSpeedOf(QStringLiteral("http://%1:8080/korvantest.dat").arg(host))));
+    testSelected([this](const QPersistentModelIndex &server, const QString &host) {
+        setCell(server, kSpeed, Korvan::tr("Test..."));
+        const int speed = downloadSpeedOf(QStringLiteral("http://%1:8080/korvantest.dat").arg(host));
+        setCell(server, kSpeed, speedCell(speed));
+    });
 }
 
 void ServerTests::sortBy(int column)
@@ -222,15 +216,19 @@ bool ServerTests::isRefused() const
     return false;
 }
 
-/// The server of the current row; invalid, after a box that tells why, when it can not be tested.
-QPersistentModelIndex ServerTests::selected() const
+/// Runs the test on the server of the current row. A box tells why where it can not be tested.
+void ServerTests::testSelected(
+    const std::function<void(const QPersistentModelIndex &server, const QString &host)> &test)
 {
     if (isRefused()) {
-        return {};
+        return;
     }
     const QModelIndex current = m_form->tbPing->currentIndex();
     if (!current.isValid()) {
         QMessageBox::critical(m_window, Korvan::tr("Error"), Korvan::tr("Please select one server."));
+        return;
     }
-    return current.siblingAtColumn(kName);
+    const Run run(m_window, m_form);
+    const QPersistentModelIndex server = current.siblingAtColumn(kName);
+    test(server, GetHostFromOvpn(server.data().toString()));
 }

@@ -5,6 +5,8 @@
 #include <QPersistentModelIndex>
 #include <QProcess>
 
+#include <functional>
+
 class Korvan;
 
 namespace Ui {
@@ -46,7 +48,7 @@ private:
 
     static void setCell(const QPersistentModelIndex &server, Column column, const QString &text);
     bool isRefused() const;
-    QPersistentModelIndex selected() const;
+    void testSelected(const std::function<void(const QPersistentModelIndex &server, const QString &host)> &test);
 
     Korvan *m_window;
     Ui::Korvan *m_form;
