@@ -64,8 +64,8 @@ function(korvan_bundle_files name)
 endfunction()
 
 # korvan_test(NAME LABEL label SOURCES file... LINKS target...): one test program, in a folder of its own, which is
-# thereby its application folder. LABEL is unit, window or lab. Tests of the label lab measure times and run alone. With IN_LAB
-# the program runs on the subscriber's machine of a lab of its own (lab/README.md). TIMEOUT in seconds (120 unless given).
+# thereby its application folder. LABEL is unit, window or lab. With IN_LAB the program runs on the subscriber's machine of
+# a lab of its own (lab/README.md). TIMEOUT in seconds (120 unless given).
 function(korvan_test name)
   cmake_parse_arguments(ARG "IN_LAB" "LABEL;TIMEOUT" "SOURCES;LINKS;DEPENDS" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
@@ -114,7 +114,4 @@ function(korvan_test_properties name label timeout)
     PROPERTY ENVIRONMENT "QT_QPA_PLATFORM=offscreen"
              "TSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/tsan.supp:ignore_noninstrumented_modules=1"
              "LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/lsan.supp")
-  if(label STREQUAL lab)
-    set_tests_properties(${name} PROPERTIES RUN_SERIAL TRUE)
-  endif()
 endfunction()

@@ -1,8 +1,14 @@
 #include "tests/lab/ClientLab.h"
 
 #include "common/AppPath.h"
+#include "tests/support/Shell.h"
 
 #include <cstdio>
+
+QByteArray inHome(const QString &command, const QByteArray &input)
+{
+    return runShell("/", command, input).trimmed();
+}
 
 /// All that a connection may change: routes, rules, packet filter, name servers, links.
 static QByteArray networkState()
@@ -14,15 +20,48 @@ static QByteArray networkState()
 
 ClientLab::ClientLab() : m_network(networkState())
 {
-    // Not the state of the bundle's own runs.
-    inHome("cp -a '" KORVAN_BUNDLE "'/{Korvan,compose,compose4,up.sh,down.sh,options,snd} '" + appPath("/").toUtf8() +
-           "'");
+    if (!qEnvironmentVariableIsSet("LAB_CONTROL")) {
+        qFatal("it runs in a lab only: lab/lab run -- %s", qPrintable(QCoreApplication::applicationFilePath()));
+    }
+    prepareApplication(*qApp);
+    static const QByteArray systemPath = qgetenv("PATH");
+    qputenv("PATH", QFile::encodeName(appPath("/tools")) + ':' + systemPath);
+    inHome("cp -au '" KORVAN_BUNDLE "'/. '" + appPath("/") + "'");
+    clear(); // the state of the bundle's own runs
+    QCoreApplication::setApplicationVersion(QString::fromUtf8(fileBytes(appPath("/version"))));
+    reset();
 }
 
 ClientLab::~ClientLab()
 {
     end();
+    reset(); // also ends what still stalls
+    QCOMPARE(boxes.takeFailures(), QString());
+    QCOMPARE(boxes.left(), 0);
     QVERIFY(networkIsAsBefore());
+}
+
+void ClientLab::login(const QString &user, const QString &password) const
+{
+    find<QLineEdit>("edUser")->setText(user);
+    find<QLineEdit>("edPass")->setText(password);
+    QVERIFY(press("pbLogin"));
+}
+
+void ClientLab::logInTo(const QString &server) const
+{
+    tick("cbNoSound");
+    login();
+    find<QComboBox>("cmServer")->setCurrentText(server);
+    QCOMPARE(find<QComboBox>("cmServer")->currentText(), server);
+}
+
+void ClientLab::tick(const char *box, bool on) const
+{
+    auto *widget = find<QAbstractButton>(box);
+    if (widget->isChecked() != on) {
+        widget->click();
+    }
 }
 
 bool ClientLab::breakTunnel()
@@ -42,7 +81,7 @@ bool ClientLab::networkIsAsBefore() const
     return false;
 }
 
-QByteArray whereabouts(const QByteArray &curlOptions)
+QByteArray whereabouts(const QString &curlOptions)
 {
     return inHome(
         "curl -s -m 2 " + curlOptions +
@@ -54,15 +93,4 @@ pid_t openVPN()
     // The servers' machines have network namespaces of their own.
     return inHome("for p in $(pgrep -x openvpn); do [ /proc/$p/ns/net -ef /proc/self/ns/net ] && echo $p; done")
         .toInt();
-}
-
-LeakWatch::LeakWatch()
-{
-    inHome("ip netns exec world nft 'table inet leaks; delete table inet leaks; table inet leaks { "
-           "counter outside {}; chain input { type filter hook input priority 0; "
-           "iifname home ip daddr { 203.0.113.10, 203.0.113.30 } counter name outside; "
-           "iifname home ip6 daddr 2001:db8:113::10 counter name outside; }; }'");
-    senders.start("bash", {"-c", "while :; do for host in 203.0.113.10 203.0.113.30 2001:db8:113::10; do "
-                                 "echo x >/dev/udp/$host/9; done; read -t .002 <> <(:); done 2>/dev/null"});
-    senders.waitForStarted();
 }

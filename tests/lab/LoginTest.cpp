@@ -1,4 +1,4 @@
-#include "tests/lab/LabWindow.h"
+#include "tests/lab/ClientLab.h"
 
 #include "account/SavedLogin.h"
 #include "common/AppPath.h"
@@ -31,13 +31,13 @@ class LoginTest : public QObject
 private slots:
     void receivesTheProfile()
     {
-        LabWindow lab;
+        ClientLab lab;
         lab.start();
         putFile(appPath("/setting.ini"), "[DEBUG]\nENABLE=True\n"); // only "true" switches it on
         putFile(appPath("/cfg/OpenVPN/config/file"), {});           // in the way of the archive, from another profile
         lab.login("bob", kBobsPassword);
         // The service answers with a profile only when method, headers, length and encoding are right to the byte.
-        const QByteArray request = LabWindow::lastRequest("/api");
+        const QByteArray request = ClientLab::lastRequest("/api");
         QVERIFY2(request.endsWith("\r\n\r\nusername=bob&password=a%26b%3Dc%2Bd%20%C3%A9"), request.constData());
 
         const QStringList servers = labServers("bob");
@@ -51,7 +51,7 @@ private slots:
 
         // In debug mode what came is shown up to a zero byte, and kept; without the tool nothing can be unpacked.
         const QByteArray archive("PK\3\4\0 and so on", 14);
-        LabWindow::order("/api", "", archive);
+        ClientLab::order("/api", "", archive);
         putFile(appPath("/setting.ini"), "[DEBUG]\nENABLE=true\n");
         QFile::remove(appPath("/compose7"));
         lab.boxes.expect("Debug", "Result: PK\3\4");
@@ -82,7 +82,7 @@ private slots:
             {"truncated ZIP", true, "keep=500", "", {}, nothing},
         };
         for (const auto &[name, hasProfile, order, body, box, after] : failures) {
-            LabWindow lab;
+            ClientLab lab;
             if (hasProfile) {
                 putFile(appPath("/cfg/OpenVPN/Old-1.ovpn"), "remote 192.0.2.1 1194\n");
                 putFile(appPath("/cfg/OpenVPN/alice.crt"), "            Not After : Dec 31 23:59:59 2099 GMT\n");
@@ -91,7 +91,7 @@ private slots:
             lab.start();
             QVERIFY(lab.press("cbRember"));
             if (order != nullptr) {
-                LabWindow::order("/api", order, body);
+                ClientLab::order("/api", order, body);
             }
             if (!box.isEmpty()) {
                 lab.boxes.expect(box.first(), box.last());
@@ -106,7 +106,7 @@ private slots:
             COMPARE_CASE(name, QDir(appPath("/cfg/OpenVPN")).isEmpty(), box.isEmpty() || !hasProfile);
             // Whatever went wrong, the next login works.
             QVERIFY(!lab.isLoggedIn() || lab.press("pbChangeUser"));
-            LabWindow::reset();
+            ClientLab::reset();
             lab.login();
             COMPARE_CASE(name, lab.items("cmServer"), labServers("alice"));
         }
@@ -117,19 +117,19 @@ private slots:
         const std::tuple<QString, QString, bool> users[] = {{"bob", kBobsPassword, true},
                                                             {"carol", "expired", false}};
         for (const auto &[user, password, hasValidCertificate] : users) {
-            LabWindow lab;
+            ClientLab lab;
             lab.start();
             QVERIFY(lab.press("cbRember"));
             QVERIFY2(!QFile::exists(savedLoginPath()), "a password is kept only after the service accepted it");
             lab.login(user, password);
             QCOMPARE(readSavedLogin().password, password);
 
-            LabWindow::reset();
+            ClientLab::reset();
             lab.start();
             QTRY_VERIFY(lab.isLoggedIn());
             QCOMPARE(lab.label("lbName"), user);
             QCOMPARE(lab.items("cmServer"), labServers(user));
-            QCOMPARE(LabWindow::lastRequest("/api").isEmpty(), hasValidCertificate);
+            QCOMPARE(ClientLab::lastRequest("/api").isEmpty(), hasValidCertificate);
 
             QVERIFY(lab.press("pbChangeUser") && lab.press("cbRember"));
             QVERIFY2(!QFile::exists(savedLoginPath()), "forgotten at once");

@@ -1,4 +1,4 @@
-#include "tests/lab/LabWindow.h"
+#include "tests/lab/ClientLab.h"
 
 #include "common/AppPath.h"
 #include "tests/support/Cases.h"
@@ -24,12 +24,12 @@ private slots:
     /// An archive that does not come leaves the one before; one that comes takes its place.
     void downloads()
     {
-        LabWindow lab;
+        ClientLab lab;
         inHome("mkfifo /run/fifo"); // markup would make the program open it, and wait for ever
-        LabWindow::order("/update.xml", "", QByteArray(kOffer).replace("</mess", "<img src=/run/fifo></mess"));
+        ClientLab::order("/update.xml", "", QByteArray(kOffer).replace("</mess", "<img src=/run/fifo></mess"));
         lab.boxes.expect("Update", plainText("<img src=/run/fifo>"));
         lab.start();
-        LabWindow::order("/update.xml", "", kOffer);
+        ClientLab::order("/update.xml", "", kOffer);
         lab.boxes.expect("Update", "New version 99.1 ready, please click \"Update\".");
         lab.start();
         QCOMPARE(lab.find<KvRetinaTabBar>("tab")->currentIndex(), 2);
@@ -38,7 +38,7 @@ private slots:
         putFile(appPath("/update/older/file"), "old");
         const QByteArray archive(1000000, 'z');
         for (const QByteArray failure : {"empty", "status=404", "break=1000", "reset"}) {
-            LabWindow::order(kArchive, failure, failure == "empty" ? QByteArray() : archive);
+            ClientLab::order(kArchive, failure, failure == "empty" ? QByteArray() : archive);
             lab.boxes.expect("Update", "Update failed, no data.");
             QVERIFY(lab.press("pbUpApp"));
             COMPARE_CASE(failure, lab.boxes.left(), 0);
@@ -47,7 +47,7 @@ private slots:
         auto *progress = lab.find<QProgressBar>("pgUpdate");
         progress->setValue(0);
         const QSignalSpy steps(progress, &QProgressBar::valueChanged);
-        LabWindow::order(kArchive, "rate=1000000", archive); // takes a second, seen in steps of a tenth
+        ClientLab::order(kArchive, "rate=1000000", archive); // takes a second, seen in steps of a tenth
         lab.boxes.expect("Update", "Update done, please restart application.");
         QTimer::singleShot(0, [&lab] { lab.press("pbUpApp"); }); // a second click meanwhile has no effect
         QVERIFY(lab.press("pbUpApp"));
@@ -59,11 +59,11 @@ private slots:
 
     void configuration()
     {
-        LabWindow lab;
+        ClientLab lab;
         lab.start();
         lab.login();
         const QStringList servers = lab.items("cmServer");
-        LabWindow::order("/api", "", "invalid username or password"); // taken for a profile, which costs the old one
+        ClientLab::order("/api", "", "invalid username or password"); // taken for a profile, which costs the old one
         for (const char *button : {"pbUpdate", "pbUpAccount"}) {
             const bool works = button == QByteArray("pbUpAccount");
             lab.boxes.expect("Notify", works ? "Update Successful." : "Update Failed.");
@@ -71,10 +71,10 @@ private slots:
             COMPARE_CASE(button, lab.boxes.left(), 0);
             COMPARE_CASE(button, lab.items("cmServer"), works ? servers : QStringList());
             QVERIFY(lab.isOn("pbUpdate") && lab.isOn("cmServer") && lab.isOn("cmProto"));
-            LabWindow::reset();
+            ClientLab::reset();
         }
         // When nothing comes nothing is lost, and the way back to the list of servers is a new login.
-        LabWindow::order("/api", "reset");
+        ClientLab::order("/api", "reset");
         QVERIFY(lab.press("pbUpdate"));
         QTRY_VERIFY(!lab.isLoggedIn());
         QVERIFY(lab.press("pbExist"));
