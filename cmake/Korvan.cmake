@@ -65,9 +65,9 @@ endfunction()
 
 # korvan_test(NAME LABEL label SOURCES file... LINKS target...): one test program, in a folder of its own, which is
 # thereby its application folder. LABEL is unit, window or lab. With IN_LAB the program runs on the subscriber's machine of
-# a lab of its own (lab/README.md). TIMEOUT in seconds (120 unless given).
+# a lab of its own (lab/README.md), with ON_SCREEN on an X server of its own. TIMEOUT in seconds (120 unless given).
 function(korvan_test name)
-  cmake_parse_arguments(ARG "IN_LAB" "LABEL;TIMEOUT" "SOURCES;LINKS;DEPENDS" ${ARGN})
+  cmake_parse_arguments(ARG "IN_LAB;ON_SCREEN" "LABEL;TIMEOUT" "SOURCES;LINKS;DEPENDS" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE korvan_options korvan_test_support Qt5::Test ${ARG_LINKS})
   set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests/${name})
@@ -84,12 +84,14 @@ function(korvan_test name)
   if(NOT ARG_TIMEOUT)
     set(ARG_TIMEOUT 120)
   endif()
-  set(lab)
-  if(ARG_IN_LAB)
-    set(lab ${CMAKE_SOURCE_DIR}/lab/lab run --build ${CMAKE_BINARY_DIR} --)
+  set(around)
+  if(ARG_ON_SCREEN)
+    set(around ${CMAKE_SOURCE_DIR}/scripts/with-screen.sh)
+  elseif(ARG_IN_LAB)
+    set(around ${CMAKE_SOURCE_DIR}/lab/lab run --build ${CMAKE_BINARY_DIR} --)
     add_dependencies(${name} lab_service)
   endif()
-  add_test(NAME ${name} COMMAND ${lab} $<TARGET_FILE:${name}> WORKING_DIRECTORY ${CMAKE_BINARY_DIR}/tests/${name})
+  add_test(NAME ${name} COMMAND ${around} $<TARGET_FILE:${name}> WORKING_DIRECTORY ${CMAKE_BINARY_DIR}/tests/${name})
   korvan_test_properties(${name} ${ARG_LABEL} ${ARG_TIMEOUT})
 endfunction()
 

@@ -33,19 +33,9 @@ cp build/release/demo/prepare_state "$application/"
 "$application/prepare_state" alice wonderland-7 Examplia-1
 rm "$application/prepare_state"
 
-children=()
-trap 'kill "${children[@]}" 2>/dev/null || true' EXIT
-if [ "$mode" = headless ]; then
-    unset XAUTHORITY WAYLAND_DISPLAY
-    exec {display}< <(exec Xvfb -noreset -displayfd 1 -screen 0 1280x800x24 -nolisten tcp 2>"$demo/screen.log")
-    children+=($!)
-    read -r -t 30 number <&"$display" || { echo "demo: Xvfb does not start: see $demo/screen.log" >&2; exit 1; }
-    export DISPLAY=:$number
-    openbox >>"$demo/screen.log" 2>&1 & children+=($!)
-    trayer --edge bottom --align right --width 10 >>"$demo/screen.log" 2>&1 & children+=($!)
-fi
-
+screen=()
+[ "$mode" != headless ] || screen=(scripts/with-screen.sh)
 as_root=()
 [ "$(id -u)" -eq 0 ] || as_root=(sudo --preserve-env=DISPLAY,XAUTHORITY)
-"${as_root[@]}" env KORVAN_BUILD="$PWD/build/release" DEMO_STARTED="$started" \
+"${screen[@]}" "${as_root[@]}" env KORVAN_BUILD="$PWD/build/release" DEMO_STARTED="$started" \
     lab/lab run -- scripts/demo/tour.sh "$mode" "$application" "$demo"

@@ -86,6 +86,8 @@ private slots:
             QFile::remove(appPath("/cfg/option")); // the next start does not connect
             QVERIFY(lab.starts(arguments) && lab.networkIsAsBefore());
             QVERIFY(arguments.isEmpty() || lab.ends());
+            const QByteArray log = fileBytes(appPath("/log.txt"));
+            QVERIFY2(arguments.isEmpty() || log.contains("Unload tap driver success."), log.constData());
         }
     }
 };

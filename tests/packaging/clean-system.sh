@@ -39,4 +39,6 @@ exec 9>"$store/lock"
 flock 9
 depends=$(dpkg-deb -f "$package" Depends)
 [ "$(cat "$store/depends" 2>/dev/null)" = "$depends" ] || make_system >"$store/log" 2>&1
-exec "$source/lab/lab" run --build "$build" -- "$here/life.sh" "$store/system" "$package" "$build"
+# The screen is the machine's, because the lab shares /tmp.
+exec "$source/scripts/with-screen.sh" "$source/lab/lab" run --build "$build" -- \
+    "$here/life.sh" "$store/system" "$package" "$build"

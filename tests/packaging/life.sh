@@ -104,11 +104,6 @@ printf '#!/bin/sh\nexit 101\n' >"$root/usr/sbin/policy-rc.d"
 chmod 755 "$root/usr/sbin/policy-rc.d"
 cp "$package" "$root/root/korvan.deb"
 
-# A screen without a person; the machine's, because the lab shares /tmp.
-exec {number}< <(exec Xvfb -noreset -displayfd 1 -screen 0 1280x800x24 -nolisten tcp 2>/dev/null)
-read -r -t 30 display <&"$number" || fail "Xvfb does not start"
-export DISPLAY=:$display
-
 state >/run/state.before
 
 install
