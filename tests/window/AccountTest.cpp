@@ -19,7 +19,7 @@ private slots:
         QCOMPARE(servers(), QVector<QStringList>(4));
 
         const QString odd = QString::fromUtf8("Größe∕2");
-        QStringList names{
+        const QStringList names{
             "A", "b", "c", "Ex\"amp'l|ia & more", odd, QString(200, 'z'), QString::fromUtf8("サーバー")};
         for (const QString &name : names) {
             putFile(profileFolder() + name + (name == "c" ? ".OVPN" : ".ovpn"), "remote h 1\n");
@@ -28,12 +28,7 @@ private slots:
         putFile(profileFolder() + "skiplist.dat", "b|a|" + odd.toUtf8()); // letter case counts here
         start();
         QVERIFY(press("pbExist"));
-        QStringList tested{"A", "c", names.at(3), names.at(5), names.at(6)};
-        QCOMPARE(servers(), QVector<QStringList>({names, names, names, tested}));
-
-        QFile::remove(profileFolder() + names.takeFirst() + ".ovpn");
-        tested.removeFirst();
-        m_window->updateOpenVPNServerList();
+        const QStringList tested{"A", "c", names.at(3), names.at(5), names.at(6)};
         QCOMPARE(servers(), QVector<QStringList>({names, names, names, tested}));
     }
 
