@@ -1,27 +1,18 @@
 #include "vpn/HelperOutput.h"
 
+#include "common/Text.h"
+
 #include <QList>
+
+QString outputMessage(const QByteArray &output)
+{
+    const QString text = latin1UpToNul(output);
+    return text.startsWith(QLatin1String(kErrorPrefix)) ? QLatin1Char(' ') + text : text;
+}
 
 static bool holds(const QString &chunk, const char *marker)
 {
     return chunk.contains(QLatin1String(marker));
-}
-
-OpenVPNOutput classifyOpenVPN(const QString &chunk)
-{
-    if (holds(chunk, "Auth Username:")) {
-        return OpenVPNOutput::WantsUser;
-    }
-    if (holds(chunk, "Auth Password:")) {
-        return OpenVPNOutput::WantsPassword;
-    }
-    if (holds(chunk, "AUTH_FAILED")) {
-        return OpenVPNOutput::AuthFailed;
-    }
-    if (holds(chunk, "Initialization Sequence Completed")) {
-        return holds(chunk, "With Errors") ? OpenVPNOutput::TunnelFailed : OpenVPNOutput::TunnelUp;
-    }
-    return OpenVPNOutput::Other;
 }
 
 ServiceOutput classifyService(const QString &chunk)

@@ -5,10 +5,12 @@
 
 #include <optional>
 
-/// What a chunk of OpenVPN's output asks for or tells. Prompts come before everything else; a marker that is split
-/// across two chunks is not recognised.
-enum class OpenVPNOutput { Other, WantsUser, WantsPassword, AuthFailed, TunnelFailed, TunnelUp };
-OpenVPNOutput classifyOpenVPN(const QString &chunk);
+/// The beginning of every error that the engine reports, and of no other message of it.
+constexpr char kErrorPrefix[] = "[ERROR]";
+
+/// Helper output as the text of a message: up to the first NUL, and behind a blank where it would pass for an error
+/// of the engine.
+QString outputMessage(const QByteArray &output);
 
 /// The outcome in a chunk of the service helper's output.
 enum class ServiceOutput { Other, Success, Error };

@@ -1,7 +1,6 @@
 #include "vpn/OpenVPNWorker.h"
 
 #include "vpn/HelperArguments.h"
-#include "vpn/HelperOutput.h"
 #include "vpn/HelperStart.h"
 #include "vpn/ManagementPort.h"
 
@@ -27,7 +26,7 @@ void OpenVPNWorker::run()
     }
     while (m_helper.state() == QProcess::Running && !isInterrupted()) {
         if (m_helper.waitForReadyRead(kPollMs)) {
-            actOn(readChunk(m_helper));
+            actOn(readOutput());
         }
         if (state() == VPNClient::DISCONNECTING) {
             killOpenVPN();
@@ -37,7 +36,7 @@ void OpenVPNWorker::run()
         (m_helper.state() != QProcess::NotRunning || m_helper.exitStatus() == QProcess::CrashExit)) {
         startDownScript();
     }
-    readChunk(m_helper);
+    readOutput();
     if (state() == VPNClient::CONNECTED) {
         fail(VPNClient::tr("openvpn error, please check log"));
     } else if (state() == VPNClient::CONNECTING) {
@@ -45,9 +44,16 @@ void OpenVPNWorker::run()
     }
 }
 
-void OpenVPNWorker::actOn(const QString &chunk)
+OpenVPNOutput OpenVPNWorker::readOutput()
 {
-    switch (classifyOpenVPN(chunk)) {
+    const OpenVPNReader::Chunk chunk = m_reader.read(m_helper.readAll());
+    report(chunk.message);
+    return chunk.output;
+}
+
+void OpenVPNWorker::actOn(OpenVPNOutput output)
+{
+    switch (output) {
     case OpenVPNOutput::WantsUser:
         m_helper.write(m_option.user.toLocal8Bit() + "\r\n");
         break;

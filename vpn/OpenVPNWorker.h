@@ -1,5 +1,6 @@
 #pragma once
 
+#include "vpn/OpenVPNReader.h"
 #include "vpn/Worker.h"
 
 /// The way over OpenVPN: answers its prompts, follows what it prints until it ends, and cleans up after one that was
@@ -13,8 +14,10 @@ public:
     void run();
 
 private:
-    void actOn(const QString &chunk);
+    OpenVPNOutput readOutput();
+    void actOn(OpenVPNOutput output);
     void killOpenVPN();
 
+    OpenVPNReader m_reader;
     bool m_downScriptStarted = false;
 };

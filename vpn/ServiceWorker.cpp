@@ -1,6 +1,5 @@
 #include "vpn/ServiceWorker.h"
 
-#include "common/Text.h"
 #include "vpn/HelperArguments.h"
 #include "vpn/HelperOutput.h"
 #include "vpn/HelperStart.h"
@@ -88,7 +87,7 @@ bool ServiceWorker::check()
     if (output.contains("Success")) {
         return true;
     }
-    report(latin1UpToNul(output));
+    report(outputMessage(output));
     if (state() == VPNClient::CONNECTED) {
         fail(VPNClient::tr("unexpected vpn disconnected."));
     }
@@ -132,7 +131,7 @@ void ServiceWorker::hangUp()
 void ServiceWorker::failToStop(const QString &text)
 {
     if (!isInterrupted()) {
-        report(QStringLiteral("[ERROR]") + text);
+        report(QLatin1String(kErrorPrefix) + text);
         m_client.setState(VPNClient::VPNERROR);
     }
 }

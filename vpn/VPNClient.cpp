@@ -1,6 +1,7 @@
 #include "vpn/VPNClient.h"
 
 #include "common/Wait.h"
+#include "vpn/HelperOutput.h"
 #include "vpn/HelperStart.h"
 #include "vpn/OpenVPNWorker.h"
 #include "vpn/ServiceWorker.h"
@@ -102,21 +103,21 @@ void VPNClient::clearByteCount()
 bool VPNClient::open(OPTION option)
 {
     if (!isValidType(option.type)) {
-        emit message(QStringLiteral("[ERROR]") + tr("Type is not valid."));
+        emit message(QLatin1String(kErrorPrefix) + tr("Type is not valid."));
         return false;
     }
     const STATE current = state();
     if ((current != DISCONNECTED && current != VPNERROR) || workerRuns()) {
         emit message(tr("State is %1, trying to close it.").arg(current));
         if (!close()) {
-            emit message(QStringLiteral("[ERROR]") + tr("Close opened connection failed."));
+            emit message(QLatin1String(kErrorPrefix) + tr("Close opened connection failed."));
             return false;
         }
     }
     m_agent.reset(); // it reads the option
     m_option = option;
     if (!QFile::exists(helperPath(VPNCOMPOSE[option.type]))) {
-        emit message(QStringLiteral("[ERROR]") + tr("openvpn compose is missed."));
+        emit message(QLatin1String(kErrorPrefix) + tr("openvpn compose is missed."));
         setState(VPNERROR);
         return false;
     }
@@ -138,7 +139,7 @@ bool VPNClient::open(OPTION option)
         return false;
     }
     if (wait.waitedMs() >= m_timeout - kTimeoutMarginMs) {
-        emit message(QStringLiteral("[ERROR]") + tr("Connect to server timeout"));
+        emit message(QLatin1String(kErrorPrefix) + tr("Connect to server timeout"));
         setState(VPNERROR);
         return false;
     }

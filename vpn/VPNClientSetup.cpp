@@ -1,6 +1,5 @@
 #include "vpn/VPNClient.h"
 
-#include "common/Text.h"
 #include "common/Wait.h"
 #include "platform/Tool.h"
 #include "vpn/HelperArguments.h"
@@ -35,14 +34,14 @@ bool VPNClient::setup(SETUP s)
     const std::optional<QString> output =
         runSetupHelper(s.type, setupArguments(s), QStringLiteral("Checking local settings..."));
     if (!output) {
-        emit message(QStringLiteral("[ERROR]Compose is not exist."));
+        emit message(QLatin1String(kErrorPrefix) + QStringLiteral("Compose is not exist."));
         return false;
     }
     if (classifyService(*output) == ServiceOutput::Success) {
         emit message(QStringLiteral("Setup local driver done."));
         return true;
     }
-    emit message(QStringLiteral("[ERROR]") + tr("Setup local driver failed."));
+    emit message(QLatin1String(kErrorPrefix) + tr("Setup local driver failed."));
     setState(VPNERROR);
     return false;
 }
@@ -51,7 +50,8 @@ bool VPNClient::unsetup(SETUP s)
 {
     if (s.type == OPENVPN) {
         if (getuid() != 0 && setuid(0) != 0) {
-            emit message(QStringLiteral("[ERROR]") + tr("Secure failed, you must run me as root at least one time"));
+            emit message(QLatin1String(kErrorPrefix) +
+                         tr("Secure failed, you must run me as root at least one time"));
             setState(VPNERROR);
             return false;
         }
@@ -71,7 +71,7 @@ bool VPNClient::unsetup(SETUP s)
         emit message(QStringLiteral("Remove local driver done."));
         return true;
     }
-    emit message(QStringLiteral("[ERROR]") + tr("Remove local driver failed."));
+    emit message(QLatin1String(kErrorPrefix) + tr("Remove local driver failed."));
     setState(VPNERROR);
     return false;
 }
@@ -92,7 +92,7 @@ std::optional<QString> VPNClient::runSetupHelper(TYPE type, const QStringList &a
         helper->kill();
         helper->waitForFinished();
     }
-    const QString output = latin1UpToNul(helper->readAll());
+    const QString output = outputMessage(helper->readAll());
     emit message(output);
     return output;
 }

@@ -1,6 +1,6 @@
 #include "vpn/Worker.h"
 
-#include "common/Text.h"
+#include "vpn/HelperOutput.h"
 #include "vpn/HelperStart.h"
 #include "vpn/VPNTables.h"
 
@@ -36,7 +36,7 @@ void Worker::report(const QString &text)
 void Worker::fail(const QString &text)
 {
     if (state() != VPNClient::DISCONNECTING) {
-        report(QStringLiteral("[ERROR]") + text);
+        report(QLatin1String(kErrorPrefix) + text);
         moveTo(VPNClient::VPNERROR);
     }
 }
@@ -75,7 +75,7 @@ void Worker::killHelper()
 
 QString Worker::readChunk(QIODevice &device)
 {
-    QString chunk = latin1UpToNul(device.readAll());
+    QString chunk = outputMessage(device.readAll());
     report(chunk);
     return chunk;
 }

@@ -1,8 +1,10 @@
 #include "common/AppPath.h"
+#include "tests/support/Cases.h"
 #include "tests/vpn/TestClient.h"
 #include "vpn/HelperArguments.h"
 #include "vpn/HelperOutput.h"
 #include "vpn/ManagementPort.h"
+#include "vpn/OpenVPNReader.h"
 
 #include <QNetworkProxy>
 #include <QTcpServer>
@@ -32,11 +34,53 @@ private slots:
         }
     }
 
+    /// A chunk's output is the number of its OpenVPNOutput.
+    void openVPN()
+    {
+        const QByteArray stamp = "2026-11-23 07:24:30 ";
+        const QByteArray up = "Initialization Sequence Completed";
+        const std::pair<QList<QByteArray>, const char *> cases[] = {
+            {{stamp + up + "\n", "Mon Nov  3 07:24:30 2026 us=12 " + up + "\r\n", up}, "444"},
+            {{stamp + up + " With Errors ( see ... )\n"}, "3"},
+            {{stamp + "AUTH: Received control message: AUTH_FAILED,why\n", "AUTH_FAILED\n"}, "22"},
+            {{"Enter Auth Username:Enter Auth Password:", "Enter Auth Password:", stamp + up + "\n"}, "014"},
+            {{"AUTH_FAILED\nEnter Auth Password:", up + "\nAUTH_FAILED"}, "12"}, // the order of the search
+            {{"2026-11-23 07:2", "4:30 " + up + "\n", up.left(9), up.mid(9) + "\n"}, "5455"},
+            {{QByteArray("x\0\n", 3), up}, "54"},
+            // What a server or a proxy has chosen, as OpenVPN prints it.
+            {{stamp + "VERIFY OK: depth=0, O=" + stamp + up + ", CN=x\\0A\\0D" + up + "\\0A\n"}, "5"},
+            {{stamp + "[AUTH_FAILED] Peer Connection Initiated with [AF_INET]203.0.113.21:1300\n"}, "5"},
+            {{"PUSH: Received control message: 'PUSH_REPLY," + up + ",Enter Auth Username:,ping 2'\n"}, "5"},
+            {{stamp + "Options error: Unrecognized option [PUSH-OPTIONS]:3: " + up + " (2.6.14)\n"}, "5"},
+            {{stamp + "HTTP proxy returned: 'HTTP/1.0 200 AUTH_FAILED'\n"}, "5"},
+            {{stamp + "VERIFY OK: O=" + QByteArray(4000, 'x'), stamp + up, "\n" + up}, "554"},
+            {{"AUTH: Received control message: ", "AUTH_FAILED"}, "52"},
+        };
+        for (const auto &[chunks, outputs] : cases) {
+            OpenVPNReader reader;
+            QByteArray read;
+            for (const QByteArray &chunk : chunks) {
+                read += QByteArray::number(int(reader.read(chunk).output));
+            }
+            COMPARE_CASE(chunks.first(), read, QByteArray(outputs));
+        }
+    }
+
+    /// What the log gets is never taken for the engine's own error or for OpenVPN's word on its server.
+    void misleadingMessages()
+    {
+        OpenVPNReader reader;
+        const QString honest = "UDPv4 link remote: [AF_INET]203.0.113.21:1194\n2026-11-23 07:24:30 VERIFY OK: O=";
+        QCOMPARE(reader.read(honest.toLatin1()).message, honest);
+        for (const char *cut :
+             {"2026-11-23 07:24:30 TCPv4_CLIENT link remote: 10.0.0.1:1", "[ERROR]openvpn error]"}) {
+            QCOMPARE(reader.read(cut).message, QString(' ') + cut);
+        }
+    }
+
     /// Where a chunk holds several markers.
     void output()
     {
-        QCOMPARE(classifyOpenVPN("AUTH_FAILED\nEnter Auth Password:"), OpenVPNOutput::WantsPassword);
-        QCOMPARE(classifyOpenVPN("Initialization Sequence Completed\nAUTH_FAILED"), OpenVPNOutput::AuthFailed);
         QCOMPARE(classifyService("No Error\nSuccess"), ServiceOutput::Success);
         QCOMPARE(classifySstp("authentication failed\nremote IP address 10.0.0.1"), SstpOutput::Connected);
         const ByteCount count = parseServiceCounts("Send 7\nRecv  18446744073709551615 \r\nSuccess\n");

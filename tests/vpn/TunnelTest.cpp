@@ -119,6 +119,19 @@ private slots:
         QVERIFY(client.close());
     }
 
+    /// A server whose certificate bears the marker as its name, and which then says nothing.
+    void forgedMarker()
+    {
+        run("bash " KORVAN_SOURCE "/tests/vpn/forged-server.sh '" + appPath("/cfg/OpenVPN") + "'");
+        TestClient client;
+        client.m_timeout = 8000;
+        QVERIFY(!openTo(client, "Forged-1"));
+        const QString messages = client.messages.join('\n');
+        QVERIFY2(messages.contains("VERIFY OK: depth=0, CN=Initialization Sequence Completed"), qPrintable(messages));
+        QVERIFY2(!client.states.contains("3"), qPrintable(messages));
+        QVERIFY(client.close());
+    }
+
 private:
     QString m_before;
 };
