@@ -40,6 +40,75 @@ std::vector<std::string_view> linesOf(std::string_view text)
     return lines;
 }
 
+/// Splits a line into words, character by character.
+class LineSplitter
+{
+public:
+    bool isBetween() const { return m_state == State::Between; }
+    const std::vector<std::string> &words() const { return m_words; }
+
+    /// Returns why the character can not stand here, or an empty text.
+    std::string take(char c)
+    {
+        if (isControl(c) && !isBlank(c)) {
+            return "holds a control character, so it is not a line of a profile";
+        }
+        if (c == '\\' && !m_escaped && m_state != State::Single) {
+            m_escaped = true;
+            return {};
+        }
+        const bool special = !std::exchange(m_escaped, false);
+        if (!special && c != '\\' && c != '"' && !isBlank(c)) {
+            return "a backslash may stand only before a blank, a double quote or another backslash";
+        }
+        if (isBetween()) {
+            begin(c, special);
+        } else if (ends(c, special)) {
+            m_state = State::Between;
+        } else {
+            m_words.back() += c;
+        }
+        return {};
+    }
+
+    /// Returns why the line can not end here, or an empty text.
+    std::string problemAtEnd() const
+    {
+        if (m_state == State::Double || m_state == State::Single) {
+            return "a quotation mark is not closed";
+        }
+        if (m_escaped) {
+            return "ends with a backslash";
+        }
+        return m_words.size() > kMaxWords ? "has more than " + std::to_string(kMaxWords) + " words" : "";
+    }
+
+private:
+    enum class State { Between, Plain, Double, Single };
+
+    void begin(char c, bool special)
+    {
+        if (isBlank(c)) {
+            return;
+        }
+        m_words.emplace_back();
+        m_state = special && c == '"' ? State::Double : special && c == '\'' ? State::Single : State::Plain;
+        if (m_state == State::Plain) {
+            m_words.back() += c;
+        }
+    }
+
+    bool ends(char c, bool special) const
+    {
+        return (m_state == State::Plain && special && isBlank(c)) ||
+               (m_state == State::Double && special && c == '"') || (m_state == State::Single && c == '\'');
+    }
+
+    State m_state = State::Between;
+    bool m_escaped = false;
+    std::vector<std::string> m_words;
+};
+
 /// Turns lines into directives. `firstLine` is the profile's number of lines.front().
 class Parser
 {
@@ -178,52 +247,18 @@ std::string atLine(int line, const std::string &reason)
 
 std::optional<std::vector<std::string>> splitOptionLine(std::string_view line, std::string &error)
 {
-    enum class State { Between, Plain, Double, Single } state = State::Between;
-    std::vector<std::string> words;
-    bool escaped = false;
+    LineSplitter splitter;
     for (const char c : line) {
-        if (state == State::Between && (c == '#' || c == ';')) {
+        if (splitter.isBetween() && (c == '#' || c == ';')) {
             break;
         }
-        if (isControl(c) && !isBlank(c)) {
-            error = "holds a control character, so it is not a line of a profile";
+        error = splitter.take(c);
+        if (!error.empty()) {
             return std::nullopt;
         }
-        if (c == '\\' && !escaped && state != State::Single) {
-            escaped = true;
-            continue;
-        }
-        const bool special = !std::exchange(escaped, false);
-        if (!special && c != '\\' && c != '"' && !isBlank(c)) {
-            error = "a backslash may stand only before a blank, a double quote or another backslash";
-            return std::nullopt;
-        }
-        if (state == State::Between) {
-            if (isBlank(c)) {
-                continue;
-            }
-            words.emplace_back();
-            state = special && c == '"' ? State::Double : special && c == '\'' ? State::Single : State::Plain;
-            if (state == State::Plain) {
-                words.back() += c;
-            }
-        } else if ((state == State::Plain && special && isBlank(c)) ||
-                   (state == State::Double && special && c == '"') || (state == State::Single && c == '\'')) {
-            state = State::Between;
-        } else {
-            words.back() += c;
-        }
     }
-    if (state == State::Double || state == State::Single) {
-        error = "a quotation mark is not closed";
-    } else if (escaped) {
-        error = "ends with a backslash";
-    } else if (words.size() > kMaxWords) {
-        error = "has more than " + std::to_string(kMaxWords) + " words";
-    } else {
-        return words;
-    }
-    return std::nullopt;
+    error = splitter.problemAtEnd();
+    return error.empty() ? std::optional(splitter.words()) : std::nullopt;
 }
 
 std::optional<std::vector<Directive>> parseProfile(std::string_view text, std::string &error)
