@@ -6,7 +6,7 @@ set -euo pipefail
 lab=$(dirname "$(realpath "$0")")
 export LAB_DIR=/run/lab LAB_PROFILES=/run/lab/profiles/alice
 # On the gateway's address in the subscriber's own network, which no change of the default route cuts off.
-export LAB_CONTROL=http://198.51.100.1:9090
+export LAB_CONTROL=http://$LAB_HOME.1:9090
 export LAB_HTTP_PROXY=203.0.113.30:3128 LAB_HTTP_AUTH_PROXY=203.0.113.30:3129 LAB_SOCKS_PROXY=203.0.113.30:1080
 export LAB_PROXY_USER=proxyuser LAB_PROXY_PASSWORD=proxypass
 
@@ -33,7 +33,7 @@ private_folders() {
 	203.0.113.30 proxy.korvan.example
 	END
     # Nobody listens there for name queries, so that an unknown name fails at once.
-    echo "nameserver 198.51.100.1" >"$LAB_DIR/etc/resolv.conf"
+    echo "nameserver $LAB_HOME.1" >"$LAB_DIR/etc/resolv.conf"
     mount --bind "$LAB_DIR/etc" /etc
 }
 

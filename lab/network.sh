@@ -1,7 +1,7 @@
 # shellcheck shell=bash
 # The machines of the lab and the links between them. Sourced by the first process of a lab.
 
-# home 198.51.100.2 --- 198.51.100.1 world 203.0.113.10, .30 --- vpnN 203.0.113.2N
+# home $LAB_HOME.2 --- $LAB_HOME.1 world 203.0.113.10, .30 --- vpnN 203.0.113.2N
 make_network() {
     local n
     # The namespace of the first process is the router.
@@ -14,20 +14,32 @@ make_network() {
     ip address add 2001:db8:113::10/128 dev lo nodad
 
     ip link add home type veth peer name eth0 netns home
-    ip address add 198.51.100.1/24 dev home
+    ip address add "$LAB_HOME.1/24" dev home
+    [ "$LAB_HOME" = 198.51.100 ] || translate
     ip address add 2001:db8:51::1/64 dev home nodad
     ip link set home up
     ip -n home -batch - <<-END
 	link set lo up
-	address add 198.51.100.2/24 dev eth0
+	address add $LAB_HOME.2/24 dev eth0
 	address add 2001:db8:51::2/64 dev eth0 nodad
 	link set eth0 up
-	route add default via 198.51.100.1
+	route add default via $LAB_HOME.1
 	route add default via 2001:db8:51::1
 	END
     for n in 1 2 3 4; do
         make_machine "$n"
     done
+}
+
+# The world sees home as 198.51.100.2, where that is not its own address.
+translate() {
+    ip address add 198.51.100.1/24 dev home
+    nft -f - <<-END
+	table ip nat {
+	    chain on { type nat hook postrouting priority 100; ip saddr $LAB_HOME.0/24 oifname "vpn*" snat to 198.51.100.2; }
+	    chain here { type nat hook input priority 100; ip saddr $LAB_HOME.0/24 ip daddr 203.0.113.0/24 snat to 198.51.100.2; }
+	}
+	END
 }
 
 # The machine of a VPN server. What leaves a tunnel keeps its tunnel address, so that the web server sees by it which

@@ -135,6 +135,13 @@ await() {
     fail "$what is not there in time"
 }
 
+# Makes the server push one more option, which it learns by starting anew.
+push_option() {
+    control_server stop "$1"
+    echo "push \"$2\"" >>"$LAB_DIR/servers/$1.conf"
+    control_server start "$1"
+}
+
 # "lab ctl": ACTION SERVER. Vanishing takes the server's whole machine off the network, in both directions.
 control_server() {
     local action=$1 fields pid address direction

@@ -7,7 +7,7 @@ start_web() {
     # Also what leaves a server's own proxy, and the proxies of the world.
     for n in 1 2; do countries+=(--country "203.0.113.2$n=Examplia"); done
     for n in 3 4; do countries+=(--country "203.0.113.2$n=Samplonia"); done
-    countries+=(--country 203.0.113.30=Proxyland --country 198.51.100.=Homeland --country 2001:db8:51:=Homeland)
+    countries+=(--country 203.0.113.30=Proxyland --country 198.51.=Homeland --country 2001:db8:=Homeland)
     "$LAB_BUILD/lab/lab_service" site --users "$LAB_DIR/users" --profiles "$LAB_DIR/profiles" \
         --certificate "$LAB_KEYS/web.crt" --key "$LAB_KEYS/web.key" "${countries[@]}" >"$LAB_DIR/web.log" 2>&1 &
     for n in 1 2 3 4; do

@@ -1,4 +1,5 @@
 #include "lab/service/Web.h"
+#include "lab/service/Wire.h"
 
 #include <csignal>
 #include <cstdio>
@@ -10,17 +11,23 @@ int usage()
 {
     std::fputs("usage: lab_service speedtest\n"
                "       lab_service site --users FILE --profiles FOLDER --certificate FILE --key FILE\n"
-               "                        [--country ADDRESS-PREFIX=NAME]...\n",
+               "                        [--country ADDRESS-PREFIX=NAME]...\n"
+               "       lab_service wire tap|tun NAMESPACE DEVICE NAMESPACE DEVICE\n",
                stderr);
     return 2;
 }
 
 } // namespace
 
-/// The web part of the service: all pages, or the speed-test file of a VPN server. Ends with 1 when it can not serve.
+/// The web part of the service: all pages, or the speed-test file of a VPN server; or a wire between two namespaces.
+/// Ends with 1 when it can not serve.
 int main(int count, char **arguments)
 {
     std::signal(SIGPIPE, SIG_IGN);
+    if (count == 7 && arguments[1] == std::string("wire")) {
+        carry(arguments[2], {arguments[3], arguments[4]}, {arguments[5], arguments[6]});
+        return 1;
+    }
     Site site;
     site.version = KORVAN_VERSION;
     const option options[] = {

@@ -23,6 +23,13 @@ static QStringList labServers(const QString &user)
     return names.replaceInStrings(".ovpn", "");
 }
 
+static void putOldProfile()
+{
+    putFile(appPath("/cfg/OpenVPN/Old-1.ovpn"), "remote 192.0.2.1 1194\n");
+    putFile(appPath("/cfg/OpenVPN/alice.crt"), "            Not After : Dec 31 23:59:59 2099 GMT\n");
+    putFile(appPath("/cfg/L2TP.txt"), "Old-L2TP|192.0.2.1\n");
+}
+
 /// Logging in to the real service through the real buttons, and what every failure leaves.
 class LoginTest : public QObject
 {
@@ -84,9 +91,7 @@ private slots:
         for (const auto &[name, hasProfile, order, body, box, after] : failures) {
             ClientLab lab;
             if (hasProfile) {
-                putFile(appPath("/cfg/OpenVPN/Old-1.ovpn"), "remote 192.0.2.1 1194\n");
-                putFile(appPath("/cfg/OpenVPN/alice.crt"), "            Not After : Dec 31 23:59:59 2099 GMT\n");
-                putFile(appPath("/cfg/L2TP.txt"), "Old-L2TP|192.0.2.1\n");
+                putOldProfile();
             }
             lab.start();
             QVERIFY(lab.press("cbRember"));
