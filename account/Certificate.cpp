@@ -1,8 +1,8 @@
 #include "account/Certificate.h"
 
+#include "account/Limits.h"
 #include "account/ServerLists.h"
 #include "common/Dates.h"
-#include "common/StateFile.h"
 #include "common/Text.h"
 
 QString certificatePath(const QString &user)
@@ -12,7 +12,8 @@ QString certificatePath(const QString &user)
 
 QString GetCertExpiredDateTime(QString path)
 {
-    return GetStringBetween(latin1UpToNul(readWhole(path)), QStringLiteral("Not After : "), QStringLiteral("GMT"))
+    return GetStringBetween(latin1UpToNul(readFromProfile(path)), QStringLiteral("Not After : "),
+                            QStringLiteral("GMT"))
         .trimmed();
 }
 

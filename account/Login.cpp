@@ -1,5 +1,6 @@
 #include "account/Login.h"
 
+#include "account/Limits.h"
 #include "base/Addresses.h"
 #include "base/Settings.h"
 #include "common/Wait.h"
@@ -25,8 +26,10 @@ LoginAnswer postLogin(const QByteArray &body, int limitMs)
     QNetworkRequest request(apiUrl());
     request.setHeader(QNetworkRequest::ContentTypeHeader, QStringLiteral("application/x-www-form-urlencoded"));
     request.setHeader(QNetworkRequest::ContentLengthHeader, body.size());
+    request.setRawHeader("Accept-Encoding", "identity"); // a compressed answer could grow a thousandfold here
     QNetworkReply *reply = manager.post(request, body);
     reply->ignoreSslErrors();
+    limitBody(*reply, kProfileLimit);
     Wait wait;
     wait.until(reply, &QNetworkReply::finished);
     if (!wait.run(limitMs)) {

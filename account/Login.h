@@ -13,7 +13,7 @@ QByteArray loginBody(const QString &user, const QString &password);
 /// What came back from the account API.
 struct LoginAnswer
 {
-    QByteArray body;           ///< empty unless the answer came to its end
+    QByteArray body;           ///< empty unless the answer came to its end, and was no longer than a profile may be
     bool networkError = false; ///< also false when the limit passed first
 };
 

@@ -1,10 +1,11 @@
 #include "account/ServerLists.h"
 
+#include "account/Limits.h"
 #include "common/AppPath.h"
-#include "common/StateFile.h"
 #include "common/Text.h"
 #include "names/StateFiles.h"
 
+#include <QDebug>
 #include <QDir>
 #include <QDirIterator>
 
@@ -40,6 +41,11 @@ struct SortedName
 
 } // namespace
 
+static void reportLongList(const QString &source)
+{
+    qDebug().noquote() << "WARNING: of the servers in" << source << "only the first" << kListLimit << "are listed";
+}
+
 QStringList openVPNServerNames()
 {
     const QString ending = QStringLiteral(".ovpn");
@@ -49,6 +55,10 @@ QStringList openVPNServerNames()
     std::sort(sorted.begin(), sorted.end());
     QStringList names;
     names.reserve(files.size());
+    if (sorted.size() > kListLimit) {
+        reportLongList(profileFolder());
+        sorted.erase(sorted.begin() + kListLimit, sorted.end());
+    }
     for (const SortedName &file : sorted) {
         names.append(file.name.chopped(ending.size()));
     }
@@ -63,7 +73,7 @@ bool hasOpenVPNServers()
 QString GetHostFromOvpn(QString name)
 {
     const QString marker = QStringLiteral("remote ");
-    const QString text = latin1UpToNul(readWhole(profileFolder() + name + QLatin1String(".ovpn")));
+    const QString text = latin1UpToNul(readFromProfile(profileFolder() + name + QLatin1String(".ovpn")));
     const int start = text.indexOf(marker) + marker.size();
     const int end = text.indexOf(QLatin1Char(' '), start);
     return end < 0 ? QString() : text.mid(start, end - start);
@@ -72,12 +82,20 @@ QString GetHostFromOvpn(QString name)
 QVector<L2TPServer> parseL2TPServers(const QString &text)
 {
     QVector<L2TPServer> servers;
-    const QVector<QStringRef> lines = text.splitRef(QLatin1Char('\n'));
-    for (const QStringRef &line : lines) {
-        const QVector<QStringRef> fields = line.trimmed().split(QLatin1Char('|'));
-        if (fields.size() >= 2) {
-            servers.append({fields.at(0).toString(), fields.at(1).toString()});
+    for (int begin = 0, end = 0; begin < text.size(); begin = end + 1) {
+        end = text.indexOf(QLatin1Char('\n'), begin);
+        end = end < 0 ? text.size() : end;
+        const QStringRef line = text.midRef(begin, end - begin).trimmed();
+        const int name = line.indexOf(QLatin1Char('|'));
+        if (name < 0) {
+            continue;
         }
+        if (servers.size() == kListLimit) {
+            reportLongList(l2tpListPath());
+            break;
+        }
+        const int address = line.indexOf(QLatin1Char('|'), name + 1);
+        servers.append({line.left(name).toString(), line.mid(name + 1, address - name - 1).toString()});
     }
     return servers;
 }
@@ -89,10 +107,11 @@ QString l2tpListPath()
 
 QVector<L2TPServer> readL2TPServers()
 {
-    return parseL2TPServers(QString::fromUtf8(readWhole(l2tpListPath())));
+    return parseL2TPServers(QString::fromUtf8(readFromProfile(l2tpListPath(), kL2tpListBytes)));
 }
 
 QStringList readSkipList()
 {
-    return QString::fromUtf8(readWhole(profileFolder() + QLatin1String("skiplist.dat"))).split(QLatin1Char('|'));
+    return QString::fromUtf8(readFromProfile(profileFolder() + QLatin1String("skiplist.dat")))
+        .split(QLatin1Char('|'));
 }

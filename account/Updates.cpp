@@ -1,10 +1,13 @@
 #include "account/Updates.h"
 
+#include "account/Limits.h"
 #include "base/Addresses.h"
 #include "common/AppPath.h"
 #include "common/StateFile.h"
 #include "common/Text.h"
 #include "names/StateFiles.h"
+
+#include <QCoreApplication>
 
 #include <limits>
 
@@ -55,13 +58,22 @@ UpdateDescription readUpdateDescription(const QByteArray &page)
         const int end = closes.at(start);
         if (end < page.size() && end < zeros.at(start) && systems.at(start) + system.size() <= end) {
             const QString entry = QString::fromLatin1(page.mid(start, end - start));
-            description.version = element(entry, QStringLiteral("version"));
-            description.url = element(entry, QStringLiteral("url"));
-            description.message = element(entry, QStringLiteral("message"));
+            description.version = element(entry, QStringLiteral("version")).left(kVersionLimit);
+            description.url = element(entry, QStringLiteral("url")).left(kAddressLimit);
+            description.message = shownText(element(entry, QStringLiteral("message")));
             break;
         }
     }
     return description;
+}
+
+QString whyNoArchive(int status, const QByteArray &body)
+{
+    constexpr int httpOk = 200;
+    if (status != httpOk) {
+        return QCoreApplication::translate("Korvan", "the answer has the status %1").arg(status);
+    }
+    return body.startsWith("PK\3\4") ? QString() : QCoreApplication::translate("Korvan", "the answer is no archive");
 }
 
 std::optional<QDateTime> nextRefresh(int choice, const QDateTime &stored, const QDateTime &now)

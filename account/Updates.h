@@ -23,6 +23,10 @@ struct UpdateDescription
 /// ends at the next "</update>", and is empty when there is none or a zero byte comes before it.
 UpdateDescription readUpdateDescription(const QByteArray &page);
 
+/// Why the body of an answer with this HTTP status can be no update archive, which is a ZIP: a part of a sentence,
+/// empty where it can be one.
+QString whyNoArchive(int status, const QByteArray &body);
+
 /// The next time at which the configuration is to be refreshed, for an index of the refresh choices, or nothing for
 /// an index that is none. The intervals are one row lower than their names ("Every Day" gives seven days), and "Every
 /// Month" wraps around into the far past; stored times depend on both.

@@ -1,5 +1,6 @@
 #include "account/WebPage.h"
 
+#include "account/Limits.h"
 #include "common/Wait.h"
 
 #include <QNetworkAccessManager>
@@ -9,8 +10,9 @@
 QByteArray GetPageDataByUrl(QString url)
 {
     QNetworkAccessManager manager;
-    QNetworkReply *reply = manager.get(QNetworkRequest(QUrl(url)));
+    QNetworkReply *reply = manager.get(plainRequest(url));
     reply->ignoreSslErrors();
+    limitBody(*reply, kPageLimit);
     Wait wait;
     wait.until(reply, &QNetworkReply::finished);
     return wait.run() ? wholeBody(*reply) : QByteArray();
@@ -23,4 +25,11 @@ QByteArray wholeBody(QNetworkReply &reply)
     const QVariant length = reply.header(QNetworkRequest::ContentLengthHeader);
     const bool whole = !length.isValid() || length.toLongLong() == body.size();
     return whole && reply.error() == QNetworkReply::NoError ? body : QByteArray();
+}
+
+QNetworkRequest plainRequest(const QString &url)
+{
+    QNetworkRequest request{QUrl(url)};
+    request.setRawHeader("Accept-Encoding", "identity");
+    return request;
 }

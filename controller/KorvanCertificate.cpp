@@ -1,6 +1,7 @@
 #include "controller/Korvan.h"
 
 #include "account/Certificate.h"
+#include "account/Limits.h"
 #include "ui_Korvan.h"
 
 #include <QDebug>
@@ -16,6 +17,6 @@ bool Korvan::isCrtExpired()
         return true;
     }
     const QString date = GetCertExpiredDateTime(path);
-    qDebug().noquote() << "Certificate expired at:" << date;
+    qDebug().noquote() << "Certificate expired at:" << shownText(date);
     return isExpired(date, QDateTime::currentDateTimeUtc());
 }

@@ -1,6 +1,7 @@
 #include "controller/Korvan.h"
 
 #include "account/Certificate.h"
+#include "account/Limits.h"
 #include "account/Login.h"
 #include "account/SavedLogin.h"
 #include "account/ServerLists.h"
@@ -25,7 +26,8 @@ bool Korvan::loginKorvan(QString user, QString password, QByteArray &body)
     body = answer.body;
     qDebug("Get Data: %d", body.size());
     if (getSetting(QStringLiteral("DEBUG/ENABLE")) == QLatin1String("true")) {
-        QMessageBox::information(this, tr("Debug"), plainText(QLatin1String("Result: ") + latin1UpToNul(body)));
+        QMessageBox::information(this, tr("Debug"),
+                                 plainText(QLatin1String("Result: ") + shownText(latin1UpToNul(body))));
     }
     switch (classifyLogin(answer)) {
     case LoginReply::NoAnswer:
@@ -128,7 +130,7 @@ void Korvan::finishLogin()
 {
     m_form->pbLogin->setEnabled(true);
     updateOpenVPNServerList();
-    m_form->lbExpired->setText(GetCertExpiredDateTime(certificatePath(m_userName)));
+    m_form->lbExpired->setText(shownText(GetCertExpiredDateTime(certificatePath(m_userName))));
     selectBootServer();
     if (m_form->cbConnectOnBoot->isChecked()) {
         QTimer::singleShot(0, this, &Korvan::onConnect);

@@ -1,5 +1,6 @@
 #include "controller/Korvan.h"
 
+#include "account/Limits.h"
 #include "account/PublicIp.h"
 #include "account/WebPage.h"
 #include "base/Addresses.h"
@@ -14,11 +15,12 @@ void Korvan::updateCountryFromIP()
     // below it. Only the newest counts, because an older answer tells the address before the change.
     delete m_publicIpRequest;
     m_publicIpRequest = new QNetworkAccessManager(this);
-    QNetworkReply *reply = m_publicIpRequest->get(QNetworkRequest(QUrl(QStringLiteral(KORVAN_IP_TEST_URL))));
+    QNetworkReply *reply = m_publicIpRequest->get(plainRequest(QStringLiteral(KORVAN_IP_TEST_URL)));
+    limitBody(*reply, kPageLimit);
     connect(reply, &QNetworkReply::finished, this, [this, reply] {
         const PublicIp ip = cutIpPage(wholeBody(*reply));
-        m_form->lbPublicIP->setText(ip.address);
-        m_form->lbCountry->setText(ip.country);
+        m_form->lbPublicIP->setText(shownText(ip.address));
+        m_form->lbCountry->setText(shownText(ip.country));
         m_publicIpRequest->deleteLater();
         m_publicIpRequest = nullptr;
     });

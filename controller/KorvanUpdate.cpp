@@ -1,5 +1,6 @@
 #include "controller/Korvan.h"
 
+#include "account/Limits.h"
 #include "account/Updates.h"
 #include "account/WebPage.h"
 #include "common/AppPath.h"
@@ -114,8 +115,9 @@ void Korvan::onUpApp()
     }
     const QPointer<Korvan> self(this);
     QNetworkAccessManager manager;
-    QNetworkReply *reply = manager.get(QNetworkRequest(QUrl(m_updateAddress)));
+    QNetworkReply *reply = manager.get(plainRequest(m_updateAddress));
     reply->ignoreSslErrors();
+    limitBody(*reply, kArchiveLimit);
     connect(reply, &QNetworkReply::downloadProgress, this, &Korvan::onUpdateProgress);
     m_form->pbUpApp->setEnabled(false);
     Wait wait;
@@ -125,15 +127,17 @@ void Korvan::onUpApp()
         return; // the program ends
     }
     const QByteArray archive = wholeBody(*reply);
-    if (archive.isEmpty()) {
-        QMessageBox::information(this, tr("Update"), tr("Update failed, no data."));
-        m_form->pbUpApp->setEnabled(true);
-    } else if (!storeUpdateArchive(archive)) {
-        QMessageBox::information(this, tr("Update"), tr("Update failed, the archive can not be stored."));
-        m_form->pbUpApp->setEnabled(true);
-    } else {
-        QMessageBox::information(this, tr("Update"), tr("Update done, please restart application."));
+    const int status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+    QString problem = archive.isEmpty() ? tr("no data") : whyNoArchive(status, archive);
+    if (problem.isEmpty() && !storeUpdateArchive(archive)) {
+        problem = tr("the archive can not be stored");
     }
+    if (problem.isEmpty()) {
+        QMessageBox::information(this, tr("Update"), tr("Update done, please restart application."));
+        return;
+    }
+    QMessageBox::information(this, tr("Update"), tr("Update failed, %1.").arg(problem));
+    m_form->pbUpApp->setEnabled(true);
 }
 
 void Korvan::onUpdateProgress(qlonglong received, qlonglong total)

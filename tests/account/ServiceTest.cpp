@@ -1,4 +1,5 @@
 #include "account/Certificate.h"
+#include "account/Limits.h"
 #include "account/PublicIp.h"
 #include "account/ServerLists.h"
 #include "account/Updates.h"
@@ -75,6 +76,18 @@ private slots:
             const PublicIp ip = cutIpPage(page);
             COMPARE_CASE(page, ip.country + '|' + ip.address, expected);
         }
+    }
+
+    void longTextsAndLists()
+    {
+        QCOMPARE(shownText(QString(4096, 'x')).size(), 4096);
+        QCOMPARE(shownText(QString(200000, 'x')), QString(4096, 'x') + "...");
+        QCOMPARE(shownText(QString("x\n").repeated(1000)).count('\n'), 23); // a box fits on the screen
+        putFile(l2tpListPath(), QByteArray("N|192.0.2.1|more\n").repeated(100001));
+        QCOMPARE(readL2TPServers().size(), 100000);
+        QCOMPARE(readL2TPServers().constLast().address, QString("192.0.2.1"));
+        putFile(profileFolder() + "S.ovpn", QByteArray(2 << 20, '\n') + "remote far 1 ");
+        QVERIFY(!GetHostFromOvpn("S").startsWith("far"));
     }
 
     void updateDescription()

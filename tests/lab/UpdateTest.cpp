@@ -36,13 +36,22 @@ private slots:
         lab.login();
         putFile(appPath("/update/update.zip"), "downloaded before");
         putFile(appPath("/update/older/file"), "old");
-        const QByteArray archive(1000000, 'z');
+        const QByteArray archive = "PK\3\4" + QByteArray(1000000, 'z');
         for (const QByteArray failure : {"empty", "status=404", "break=1000", "reset"}) {
             ClientLab::order(kArchive, failure, failure == "empty" ? QByteArray() : archive);
             lab.boxes.expect("Update", "Update failed, no data.");
             QVERIFY(lab.press("pbUpApp"));
             COMPARE_CASE(failure, lab.boxes.left(), 0);
             COMPARE_CASE(failure, fileBytes(appPath("/update/update.zip")), "downloaded before");
+        }
+        for (const auto &[answer, body, reason] : {std::tuple("status=302", archive, "the answer has the status 302"),
+                                                   {"", "<html>Back soon</html>", "the answer is no archive"},
+                                                   {"keep=3", archive, "the answer is no archive"}}) {
+            ClientLab::order(kArchive, answer, body);
+            lab.boxes.expect("Update", QStringLiteral("Update failed, %1.").arg(reason));
+            QVERIFY(lab.press("pbUpApp"));
+            COMPARE_CASE(answer, lab.boxes.left(), 0);
+            COMPARE_CASE(answer, fileBytes(appPath("/update/update.zip")), "downloaded before");
         }
         auto *progress = lab.find<QProgressBar>("pgUpdate");
         progress->setValue(0);
