@@ -2,6 +2,7 @@
 #include "ui/KvFocusRing.h"
 
 #include <QAccessible>
+#include <QMessageBox>
 #include <QRegularExpression>
 
 static constexpr int kLoginPage = -1;
@@ -78,6 +79,21 @@ private slots:
             }
         }
         QVERIFY(!log().contains("no picture"));
+    }
+
+    /// A text of two lines once took what all others got.
+    void aBoxShowsAllOfItsText()
+    {
+        for (const QString &informative : {QString(), QString("One\nTwo\nThree")}) {
+            QMessageBox box(QMessageBox::Information, "Version", "One\nTwo\nThree\nFour\nFive\nSix\nSeven");
+            box.setInformativeText(informative);
+            box.show();
+            for (const QLabel *label : box.findChildren<QLabel *>()) {
+                const int lines = label->text().count('\n') + 1;
+                QVERIFY2(label->text().isEmpty() || label->height() >= lines * label->fontMetrics().height(),
+                         qPrintable(label->objectName()));
+            }
+        }
     }
 
 private:
