@@ -4,10 +4,7 @@
 #include "tests/vpn/TestClient.h"
 
 #include <QDir>
-#include <QElapsedTimer>
 #include <QTest>
-
-#include <csignal>
 
 static QString run(const QString &command)
 {
@@ -47,58 +44,6 @@ private slots:
     }
 
     void cleanup() { QTRY_COMPARE_WITH_TIMEOUT(network(), m_before, 20000); }
-
-    /// The counts are within 10 % of what the tunnel carried: its packets have headers of their own.
-    void carriesTraffic()
-    {
-        TestClient client;
-        QVERIFY2(openTo(client, "Examplia-1"), qPrintable(client.messages.join('\n')));
-        const QString routes = run("ip route");
-        QVERIFY2(routes.contains("0.0.0.0/1 via 198.18.1.") && routes.contains("128.0.0.0/1 via "),
-                 qPrintable(routes));
-        QVERIFY(run("curl -s -m 10 http://ip.korvan.example/testip.php").contains("Your IP: 198.18.1."));
-        run("curl -s -m 50 http://vpn2.korvan.example:8080/korvantest.dat"
-            " | curl -s -m 50 -T - http://vpn2.korvan.example:8080/upload");
-        const auto isRight = [&](int field, const char *direction) {
-            const double counted = client.counts().section('/', field, field).toDouble();
-            const double carried = run(QString("cat /sys/class/net/tun*/statistics/") + direction).toDouble();
-            return carried > (8 << 20) && qAbs(counted / carried - 1) < 0.1;
-        };
-        QTRY_VERIFY_WITH_TIMEOUT(isRight(0, "rx_bytes") && isRight(1, "tx_bytes"), 10000);
-        QVERIFY(client.close());
-    }
-
-    /// And a last one, of which OpenVPN is killed.
-    void tenInARow()
-    {
-        TestClient client;
-        QString times;
-        for (int i = 0; i < 10; ++i) {
-            QElapsedTimer elapsed;
-            elapsed.start();
-            QVERIFY2(openTo(client, i % 2 == 0 ? "Examplia-1" : "Samplonia-Surfing-1-TCP"),
-                     qPrintable(client.messages.join('\n')));
-            times += QString(" %1").arg(elapsed.elapsed());
-            QVERIFY(client.close());
-        }
-        qInfo("connected in%s ms", qPrintable(times));
-        QVERIFY(client.errors().isEmpty() && openTo(client, "Examplia-1"));
-        kill(static_cast<pid_t>(client.m_process->processId()), SIGKILL);
-        QTRY_COMPARE_WITH_TIMEOUT(client.errors(), QStringList("[ERROR]openvpn error, please check log"), 1000);
-        QTRY_VERIFY(client.isFinished());
-    }
-
-    /// A client of its own process, which main() makes.
-    void killedClient()
-    {
-        QProcess other;
-        other.start(QCoreApplication::applicationFilePath(), {"--hold", "Examplia-1"});
-        QVERIFY(other.waitForReadyRead(60000));
-        const QString lives = "grep -sE '^State:\\s+[^ZX]' /proc/" + other.readLine().trimmed() + "/status";
-        QVERIFY(!run(lives).isEmpty() && network() != m_before);
-        other.kill();
-        QTRY_COMPARE_WITH_TIMEOUT(run(lives), QString(), 2000);
-    }
 
     /// The server refuses them until it knows them, takes them as they were typed, and nobody else sees them.
     void promptedCredentials()
@@ -140,13 +85,6 @@ int main(int argc, char **argv)
 {
     qputenv("LC_ALL", "C.UTF-8");
     QCoreApplication application(argc, argv);
-    if (argc == 3 && qstrcmp(argv[1], "--hold") == 0) {
-        TestClient client;
-        const bool up = openTo(client, argv[2]);
-        std::printf("%lld\n", up ? client.m_process->processId() : 0);
-        std::fflush(stdout);
-        return application.exec();
-    }
     TunnelTest test;
     return QTest::qExec(&test, argc, argv);
 }
