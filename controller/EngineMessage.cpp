@@ -1,14 +1,19 @@
 #include "controller/EngineMessage.h"
 
+#include "vpn/HelperOutput.h"
+#include "vpn/OpenVPNReader.h"
+
 #include <QStringList>
 
 EngineMessage classifyMessage(const QString &message, const QString &protocol)
 {
-    if (message.contains(QLatin1String("[ERROR]openvpn error"))) {
-        return EngineMessage::TunnelFailed;
-    }
-    if (!message.contains(QLatin1String("[ERROR]"))) {
+    // At the beginning only: further behind stands what a server has chosen.
+    const QLatin1String error(kErrorPrefix);
+    if (!message.startsWith(error)) {
         return EngineMessage::Progress;
+    }
+    if (message.midRef(error.size()).startsWith(QLatin1String("openvpn error"))) {
+        return EngineMessage::TunnelFailed;
     }
     if (protocol == QLatin1String("L2TP") && message.contains(QLatin1String("691"))) {
         return EngineMessage::L2TPLoginFailed;
@@ -19,18 +24,18 @@ EngineMessage classifyMessage(const QString &message, const QString &protocol)
 QString serverAddressOf(QString message)
 {
     message.remove(QLatin1String("[AF_INET]"));
+    const QStringList lines = message.split(QLatin1Char('\n'));
     QString address;
     for (const QLatin1String marker :
          {QLatin1String("UDPv4 link remote:"), QLatin1String("TCPv4_CLIENT link remote:")}) {
-        const int found = message.indexOf(marker);
-        if (found < 0) {
-            continue;
+        for (const QString &line : lines) {
+            const QString words = openVPNWords(line);
+            if (words.startsWith(marker)) {
+                const int start = marker.size() + 1; // behind the blank after the colon
+                address = words.mid(start, words.lastIndexOf(QLatin1Char(':')) - start);
+                break;
+            }
         }
-        const int lineStart = message.lastIndexOf(QLatin1Char('\n'), found) + 1;
-        const QString line = message.mid(lineStart).section(QLatin1Char('\n'), 0, 0);
-        const int start = found - lineStart + marker.size() + 1; // behind the blank after the colon
-        const int portSeparator = line.lastIndexOf(QLatin1Char(':'));
-        address = line.mid(start, portSeparator - start);
     }
     return address;
 }

@@ -75,6 +75,9 @@ private slots:
              "[server] Peer Connection Initiated with [AF_INET]198.51.100.7:1194\n",
              "OpenVPN", "", "198.51.100.7"},
             {"UDPv6 link remote: [AF_INET6]::1:1194", "OpenVPN", "", "198.51.100.7"}, // no news
+            // Names that a server has chosen for itself.
+            {"2026-11-23 08:00:00 [ERROR]openvpn error] Peer Connection Initiated", "OpenVPN", "", "198.51.100.7"},
+            {"VERIFY OK: depth=0, CN=UDPv4 link remote: 10.6.6.6:1194", "OpenVPN", "", "198.51.100.7"},
             {"Error 691", "L2TP", "", "198.51.100.7"},
             {"[ERROR]openvpn error, please check log", "OpenVPN", kKillSwitch, ""},
             {"[ERROR]openvpn error, 691", "L2TP", kKillSwitch, ""},
