@@ -17,6 +17,7 @@ watch_leaks() {
 	        ip daddr { 10.0.0.0/8, 100.64.0.0/10, 169.254.0.0/16, 172.16.0.0/12, 192.168.0.0/16, 198.51.100.0-198.51.103.255,
 	                   224.0.0.0-255.255.255.255 } return
 	        ip daddr 203.0.113.21-203.0.113.24 meta l4proto { tcp, udp } th dport { 443, 1194, 1195 } return
+	        ip daddr 203.0.113.21-203.0.113.24 icmp type destination-unreachable return # to one whose client was killed
 	        ip6 daddr { fc00::/7, fe80::/10, ff00::/8, 2001:db8:51::/64, 2001:db8:60::/44 } return
 	        meta nfproto ipv4 counter name ipv4
 	        meta nfproto ipv6 counter name ipv6
