@@ -1,6 +1,7 @@
 #include "app/Startup.h"
 #include "base/DebugLog.h"
 #include "controller/Korvan.h"
+#include "platform/DesktopScale.h"
 #include "platform/QuitSignals.h"
 #include "platform/SetUserIdStart.h"
 #include "platform/SingleInstance.h"
@@ -40,8 +41,9 @@ int main(int argc, char *argv[])
     std::signal(SIGPIPE, SIG_IGN); // the log is copied to standard output, whose reader may go
     const bool setUserId = takeOverSetUserIdStart();
     int qtArgc = setUserId ? 1 : argc;
-    QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    const DesktopScale scale(kWindowSize);
     QApplication application(qtArgc, argv);
+    scale.restoreEnvironment();
     if (!setUserId) {
         argc = qtArgc; // less the switches that are Qt's own
     }

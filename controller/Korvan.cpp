@@ -22,6 +22,7 @@ Korvan::Korvan(QMainWindow *parent)
       m_nextRefresh(QDateTime::currentDateTime())
 {
     qRegisterMetaType<KORVANSTATUS>("KORVANSTATUS");
+    m_appearance.show();
     m_form->setupUi(this);
     m_form->lbVersion->setText(QApplication::applicationVersion());
     m_form->edProxyAddr->setEnabled(false);
@@ -37,6 +38,7 @@ Korvan::Korvan(QMainWindow *parent)
     m_form->cbDnsLeak->hide();
     m_form->cbAutoReconn->hide();
     giveImages();
+    m_form->cmTheme->setCurrentIndex(m_appearance.choice());
     m_form->tab->setCurrentIndex(0);
     m_form->stack->setCurrentWidget(m_form->pageLogin);
     m_form->tabPage->setCurrentIndex(0);
@@ -92,6 +94,8 @@ void Korvan::connectSignals()
     connect(m_form->pbHelpSupport, &QAbstractButton::clicked, this, &Korvan::onHelpSupport);
     connect(m_form->tbPing->horizontalHeader(), &QHeaderView::sectionClicked, this, &Korvan::onPingHeader);
     connect(m_form->cbRunOnBoot, &QAbstractButton::clicked, this, &Korvan::onRunOnBoot);
+    connect(m_form->cmTheme, qOverload<int>(&QComboBox::activated), this,
+            [this](int choice) { m_appearance.choose(static_cast<Appearance::Choice>(choice)); });
 }
 
 /// Every change of an option makes the save buttons ready.

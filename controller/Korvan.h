@@ -1,5 +1,6 @@
 #pragma once
 
+#include "controller/Appearance.h"
 #include "controller/ServerTests.h"
 #include "controller/Status.h"
 #include "controller/Traffic.h"
@@ -155,6 +156,7 @@ private:
     static constexpr int kSettingsTab = 2;
     static constexpr int kProxyTab = 3;
 
+    Appearance m_appearance;
     Ui::Korvan *m_form;
     KORVANSTATUS m_status = kStatusNone;
     VPNClient *m_engine;

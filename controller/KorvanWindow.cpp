@@ -21,6 +21,9 @@ void Korvan::showOnTop()
 void Korvan::changeEvent(QEvent *event)
 {
     QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::StyleChange) {
+        m_tray.repaint();
+    }
     if (event->type() != QEvent::WindowStateChange) {
         return;
     }

@@ -3,6 +3,7 @@
 #include "controller/Korvan.h"
 #include "controller/StatusLook.h"
 #include "ui/PlainText.h"
+#include "ui/Theme.h"
 
 #include <QApplication>
 #include <QMenu>
@@ -15,9 +16,13 @@ static constexpr int kMenuEntries = 1000;
 static constexpr char kUpdateConfig[] = QT_TRANSLATE_NOOP("Korvan", "Update Config...");
 static constexpr char kProxySettings[] = QT_TRANSLATE_NOOP("Korvan", "Proxy Settings...");
 
-static QIcon menuIcon(const char *name)
+/// The property of an entry that names its picture.
+static constexpr char kPicture[] = "picture";
+
+static void setPicture(QAction *entry, const QByteArray &name)
 {
-    return QIcon(QStringLiteral(":/img/%1.png").arg(QLatin1String(name)));
+    entry->setProperty(kPicture, name);
+    entry->setIcon(QIcon(themedPicture(QStringLiteral(":/img/%1.png").arg(QLatin1String(name)))));
 }
 
 /// Also changes the entry's picture to the one for that.
@@ -25,7 +30,7 @@ static void turn(QAction *entry, Turn to, const char *picture, const char *greye
 {
     if (entry != nullptr && to != Turn::Keep) {
         entry->setEnabled(to == Turn::On);
-        entry->setIcon(menuIcon(to == Turn::On ? picture : greyed));
+        setPicture(entry, to == Turn::On ? picture : greyed);
     }
 }
 
@@ -44,19 +49,24 @@ void Tray::build()
     bold.setBold(true);
     open->setFont(bold);
     m_menu->addSeparator();
-    m_connectMenu = m_menu->addMenu(menuIcon("connect"), Korvan::tr("Connect"));
+    const auto add = [this](const char *picture, const QString &text, auto *receiver, auto slot) {
+        QAction *entry = m_menu->addAction(text, receiver, slot);
+        setPicture(entry, picture);
+        return entry;
+    };
+    m_connectMenu = m_menu->addMenu(Korvan::tr("Connect"));
+    setPicture(m_connectMenu->menuAction(), "connect");
     m_connectMenu->menuAction()->setEnabled(false); // the menu itself would stay disabled for ever
-    m_reconnect = m_menu->addAction(menuIcon("reconnect"), Korvan::tr("Reconnect"), m_window, &Korvan::onReconnect);
+    m_reconnect = add("reconnect", Korvan::tr("Reconnect"), m_window, &Korvan::onReconnect);
     m_reconnect->setEnabled(false);
-    m_disconnect =
-        m_menu->addAction(menuIcon("disconnect"), Korvan::tr("Disconnect"), m_window, &Korvan::onDisconnect);
+    m_disconnect = add("disconnect", Korvan::tr("Disconnect"), m_window, &Korvan::onDisconnect);
     m_disconnect->setEnabled(false);
     m_menu->addSeparator();
-    m_menu->addAction(menuIcon("changeuser"), Korvan::tr("Change User..."), m_window, &Korvan::onChangeUser);
-    m_menu->addAction(menuIcon("settings"), Korvan::tr(kUpdateConfig), m_window, &Korvan::onMenuCommand);
-    m_menu->addAction(menuIcon("proxy"), Korvan::tr(kProxySettings), m_window, &Korvan::onMenuCommand);
+    add("changeuser", Korvan::tr("Change User..."), m_window, &Korvan::onChangeUser);
+    add("settings", Korvan::tr(kUpdateConfig), m_window, &Korvan::onMenuCommand);
+    add("proxy", Korvan::tr(kProxySettings), m_window, &Korvan::onMenuCommand);
     m_menu->addSeparator();
-    m_menu->addAction(menuIcon("close"), Korvan::tr("Exit"), qApp, &QApplication::quit);
+    add("close", Korvan::tr("Exit"), qApp, &QApplication::quit);
     m_icon->setContextMenu(m_menu);
     m_icon->show();
 }
@@ -88,6 +98,16 @@ void Tray::setServers(const QStringList &names)
                 addServers(group, servers);
             }
         });
+    }
+}
+
+void Tray::repaint()
+{
+    for (QAction *entry : m_menu->actions()) {
+        const QByteArray picture = entry->property(kPicture).toByteArray();
+        if (!picture.isEmpty()) {
+            setPicture(entry, picture);
+        }
     }
 }
 

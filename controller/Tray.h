@@ -25,6 +25,9 @@ public:
     /// Fills the submenu of the servers; does nothing before build().
     void setServers(const QStringList &names);
 
+    /// Paints the entries' pictures for the colours of now.
+    void repaint();
+
     /// Shows a status. The texts are about the server of that name.
     void show(const StatusLook &look, const QString &server);
 

@@ -1,6 +1,6 @@
 #include "ui/KvFocusRing.h"
 
-#include "ui/Palette.h"
+#include "ui/Theme.h"
 
 #include <QAbstractScrollArea>
 #include <QApplication>
@@ -137,6 +137,6 @@ void KvFocusRing::paintEvent(QPaintEvent *)
     const qreal radius = kCorner + kWidth - pen / 2;
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(QColor(soft ? palette::kHalo : palette::kAction), pen));
+    painter.setPen(QPen(QColor(soft ? colours().ring : colours().link), pen));
     painter.drawRoundedRect(QRectF(rect()).adjusted(pen / 2, pen / 2, -pen / 2, -pen / 2), radius, radius);
 }

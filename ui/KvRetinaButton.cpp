@@ -1,8 +1,9 @@
 #include "ui/KvRetinaButton.h"
 
-#include "ui/Palette.h"
 #include "ui/StatePicture.h"
+#include "ui/Theme.h"
 
+#include <QEvent>
 #include <QPainter>
 
 KvRetinaButton::KvRetinaButton(QWidget *parent) : QPushButton(parent)
@@ -33,12 +34,20 @@ QSize KvRetinaButton::sizeHint() const
 QColor KvRetinaButton::textColour() const
 {
     if (!isEnabled()) {
-        return palette::kDisabled;
+        return colours().disabled;
     }
     if (m_body.alpha() == 0) {
         return QPushButton::palette().color(QPalette::ButtonText);
     }
-    return m_body.lightness() < 160 ? palette::kWhite : palette::kInk;
+    return m_body.lightness() < 160 ? colours().onAction : colours().ink;
+}
+
+void KvRetinaButton::changeEvent(QEvent *event)
+{
+    QPushButton::changeEvent(event);
+    if (event->type() == QEvent::StyleChange) {
+        setImages(m_images); // the pictures may be dark ones now
+    }
 }
 
 void KvRetinaButton::paintEvent(QPaintEvent *)

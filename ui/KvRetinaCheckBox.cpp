@@ -1,7 +1,7 @@
 #include "ui/KvRetinaCheckBox.h"
 
-#include "ui/Palette.h"
 #include "ui/StatePicture.h"
+#include "ui/Theme.h"
 
 #include <QPainter>
 
@@ -57,11 +57,11 @@ void KvRetinaCheckBox::paintEvent(QPaintEvent *)
 
     const QString hint = accessibleDescription();
     QRect line(kTextLeft, 0, width() - kTextLeft, hint.isEmpty() ? height() : height() / 2);
-    painter.setPen(QColor(isEnabled() ? palette::kInk : palette::kDisabled));
+    painter.setPen(QColor(isEnabled() ? colours().ink : colours().disabled));
     painter.drawText(line, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextShowMnemonic, text());
     if (!hint.isEmpty()) {
         line.moveTop(height() / 2);
-        painter.setPen(QColor(isEnabled() ? palette::kBody : palette::kDisabled));
+        painter.setPen(QColor(isEnabled() ? colours().body : colours().disabled));
         painter.setFont(hintFont());
         painter.drawText(line, Qt::AlignLeft | Qt::AlignVCenter, hint);
     }

@@ -1,7 +1,7 @@
 #include "ui/KvRetinaTabBar.h"
 
-#include "ui/Palette.h"
 #include "ui/StatePicture.h"
+#include "ui/Theme.h"
 
 #include <QCursor>
 #include <QPainter>
@@ -42,7 +42,7 @@ void KvRetinaTabBar::paintTab(QPainter &painter, int index, bool hovered)
     const QRect box = tabRect(index);
     const bool current = index == currentIndex();
     const char *state = current ? "press" : !isTabEnabled(index) ? "disable" : hovered ? "hover" : "release";
-    const QRgb colour = current ? palette::kAction : hovered ? palette::kInk : palette::kBody;
+    const QRgb colour = current ? colours().link : hovered ? colours().ink : colours().body;
 
     QRect picture(0, 0, kPicture, kPicture);
     picture.moveCenter(box.center());

@@ -1,12 +1,14 @@
 #include "ui/KvServerTable.h"
 
-#include "ui/Palette.h"
 #include "ui/PlainText.h"
+#include "ui/Theme.h"
 
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QPainter>
 #include <QToolTip>
+
+static constexpr int kMark = 3; // the bar that the eye finds the current row by
 
 KvServerTable::KvServerTable(QWidget *parent) : QTableWidget(parent)
 {
@@ -24,9 +26,13 @@ void KvServerTable::paintEvent(QPaintEvent *event)
     if (row >= 0) {
         QPainter painter(viewport());
         painter.fillRect(QRect(0, rowViewportPosition(row), viewport()->width(), rowHeight(row)),
-                         QColor(palette::kActionSoft));
+                         QColor(colours().actionSoft));
     }
     QTableWidget::paintEvent(event);
+    if (row >= 0) {
+        QPainter(viewport())
+            .fillRect(QRect(0, rowViewportPosition(row), kMark, rowHeight(row)), QColor(colours().link));
+    }
 }
 
 bool KvServerTable::viewportEvent(QEvent *event)

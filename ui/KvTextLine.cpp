@@ -1,7 +1,7 @@
 #include "ui/KvTextLine.h"
 
-#include "ui/Palette.h"
 #include "ui/PlainText.h"
+#include "ui/Theme.h"
 
 #include <QHelpEvent>
 #include <QPainter>
@@ -64,12 +64,12 @@ void KvTextLine::paintEvent(QPaintEvent *)
         painter.drawText(box, static_cast<int>(alignment()), shown);
         return;
     }
-    painter.setPen(QColor(palette::kBody));
+    painter.setPen(QColor(colours().body));
     if (isCaptionItself()) {
         painter.drawText(box, Qt::AlignLeft | Qt::AlignVCenter, shown);
     } else {
         painter.drawText(contentsRect(), Qt::AlignLeft | Qt::AlignVCenter, m_caption);
-        painter.setPen(QColor(palette::kInk));
+        painter.setPen(QColor(colours().ink));
         painter.drawText(box, Qt::AlignRight | Qt::AlignVCenter, shown);
     }
 }

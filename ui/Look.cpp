@@ -1,36 +1,20 @@
 #include "ui/Look.h"
 
 #include "ui/KvFocusRing.h"
-#include "ui/Palette.h"
 #include "ui/StatePicture.h"
+#include "ui/Theme.h"
 
 #include <QApplication>
-#include <QFile>
 #include <QFontDatabase>
 #include <QIcon>
+#include <QPalette>
 #include <QStyleFactory>
 
-static void registerSheet()
-{
-    Q_INIT_RESOURCE(look);
-}
+static bool s_desktopIsDark = false;
 
 namespace {
 
 constexpr int kTextSize = 13;
-
-QString styleSheet()
-{
-    registerSheet();
-    QFile file(QStringLiteral(":/look/korvan.qss"));
-    file.open(QIODevice::ReadOnly);
-    QString sheet = QString::fromUtf8(file.readAll());
-    for (const palette::Named &colour : palette::kAll) {
-        sheet.replace(QLatin1Char('@') + QLatin1String(colour.name) + QLatin1Char(';'),
-                      QColor(colour.value).name() + QLatin1Char(';'));
-    }
-    return sheet;
-}
 
 QFont textFont()
 {
@@ -56,10 +40,16 @@ QIcon applicationIcon()
 
 void applyLook(QApplication &application)
 {
+    s_desktopIsDark = QApplication::palette().color(QPalette::Window).lightness() < 128;
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     QApplication::setFont(textFont());
-    application.setStyleSheet(styleSheet());
+    showTheme();
     QApplication::setWindowIcon(applicationIcon());
     KvFocusRing::install(application);
+}
+
+bool isDesktopDark()
+{
+    return s_desktopIsDark;
 }

@@ -1,5 +1,7 @@
 #include "ui/StatePicture.h"
 
+#include "ui/Theme.h"
+
 #include <QDebug>
 #include <QPainter>
 #include <QWidget>
@@ -21,11 +23,12 @@ QPixmap loadPicture(const QString &resource, qreal ratio)
 {
     static const bool registered = (registerPictures(), true);
     Q_UNUSED(registered)
-    QString twice = resource;
+    const QString themed = themedPicture(resource);
+    QString twice = themed;
     twice.insert(twice.lastIndexOf(QLatin1Char('.')), QLatin1String("@2x"));
-    QPixmap picture(ratio > 1 ? twice : resource); // a file name with "@2x" sets the pixmap's own ratio
+    QPixmap picture(ratio > 1 ? twice : themed); // a file name with "@2x" sets the pixmap's own ratio
     if (picture.isNull()) {
-        picture.load(resource);
+        picture.load(themed);
     }
     if (picture.isNull()) {
         qDebug().noquote() << "WARNING: no picture" << resource;

@@ -1,9 +1,13 @@
 #include "tests/window/WindowFixture.h"
 #include "ui/KvFocusRing.h"
+#include "ui/Theme.h"
 
 #include <QAccessible>
 #include <QMessageBox>
 #include <QRegularExpression>
+
+#include <algorithm>
+#include <cmath>
 
 static constexpr int kLoginPage = -1;
 
@@ -27,7 +31,8 @@ private slots:
             "edUser edPass cbRember pbLogin pbExist",
             "tab cmProto cmServer pbConnect pbReconnect pbChangeUser pbUpAccount pbFAQ pbHelpSupport pbResetStat",
             "tab edLog pbCopyLog",
-            ("tab cbConnectOnBoot cmBootServer cbHideConnection cbLockDown cbNoSound cmUpdate pbUpdate pbUpApp "
+            ("tab cbConnectOnBoot cmBootServer cbHideConnection cbLockDown cbNoSound cmTheme cmUpdate pbUpdate "
+             "pbUpApp "
              "pbReset pbSave"),
             "tab rbNone edProxyAddr edProxyPort cbProxyAuth edProxyUser edProxyPass pbSaveProxy",
             "tab tbPing pbPingAll pbPingDet pbSpeedTest pbTestCancel"};
@@ -96,7 +101,73 @@ private slots:
         }
     }
 
+    /// What can be read has a contrast of 4.5 : 1, what can be seen or is only read again 3 : 1.
+    void contrast()
+    {
+        using P = Palette;
+        const std::tuple<double, QRgb P::*, QVector<QRgb P::*>> pairs[] = {
+            {4.5, &P::ink, {&P::card, &P::paper, &P::field, &P::actionSoft}},
+            {4.5, &P::body, {&P::card, &P::paper, &P::actionSoft}},
+            {4.5, &P::link, {&P::card, &P::actionSoft}},
+            {4.5, &P::onAction, {&P::action, &P::actionHover, &P::actionPress, &P::danger}},
+            {4.5, &P::connectedText, {&P::card}},
+            {4.5, &P::onHeader, {&P::header, &P::tip}},
+            {4.5, &P::softOnHeader, {&P::header}},
+            {3, &P::edge, {&P::card, &P::paper}},
+            {3, &P::ring, {&P::card, &P::paper}},
+            {3, &P::action, {&P::card}},
+            {3, &P::danger, {&P::card}},
+            {3, &P::onAction, {&P::connected}},
+            {3, &P::connected, {&P::card}},
+            {3, &P::connectedText, {&P::softLine}},
+            {3, &P::link, {&P::softLine, &P::paper}},
+            {3, &P::disabled, {&P::card, &P::paper, &P::field, &P::disabledBody}}};
+        for (const Palette &palette : {kLightPalette, kDarkPalette}) {
+            for (const auto &[least, above, grounds] : pairs) {
+                for (QRgb P::*ground : grounds) {
+                    const double measured = contrastOf(palette.*above, palette.*ground);
+                    QVERIFY2(measured >= least,
+                             qPrintable(QColor(palette.*above).name() + " on " + QColor(palette.*ground).name() +
+                                        QString::number(measured)));
+                }
+            }
+        }
+    }
+
+    /// The choice is shown at once, in every picture too, and kept.
+    void lightAndDark()
+    {
+        showPage(2);
+        for (const auto &[choice, isLight] :
+             {std::pair(Qt::Key_End, false), {Qt::Key_Up, true}, {Qt::Key_Down, false}}) {
+            QTest::keyClick(find("cmTheme"), choice);
+            const QImage shown = m_window->grab().toImage();
+            QCOMPARE(shown.pixelColor(8, 120).lightness() > 128, isLight);
+            QCOMPARE(button("pbReset")->grab().toImage().pixelColor(20, 6).lightness() > 128, isLight);
+            QVERIFY(!log().contains("no picture"));
+        }
+        end();
+        setDark(false);
+        start();
+        QVERIFY2(isDark() && combo("cmTheme")->currentIndex() == 2, "kept");
+        QTest::keyClick(find("cmTheme"), Qt::Key_Home);
+        QVERIFY2(!isDark(), "as the desktop, which tells nothing here");
+    }
+
 private:
+    /// By the rule of the web's accessibility guidelines.
+    static double contrastOf(QRgb one, QRgb other)
+    {
+        const auto luminance = [](QRgb colour) {
+            const auto linear = [](int part) {
+                return part <= 10 ? part / 255.0 / 12.92 : std::pow((part / 255.0 + 0.055) / 1.055, 2.4);
+            };
+            return 0.2126 * linear(qRed(colour)) + 0.7152 * linear(qGreen(colour)) + 0.0722 * linear(qBlue(colour));
+        };
+        const auto [dark, light] = std::minmax({luminance(one), luminance(other)});
+        return (light + 0.05) / (dark + 0.05);
+    }
+
     void showPage(int page) const
     {
         find<QStackedWidget>("stack")->setCurrentWidget(find(page == kLoginPage ? "pageLogin" : "pageMain"));

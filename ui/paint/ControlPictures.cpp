@@ -4,8 +4,6 @@
 
 #include <QPainter>
 
-using namespace palette;
-
 namespace {
 
 struct Shade
@@ -23,62 +21,71 @@ struct Body
     Shade disable;
 };
 
-const Shade kOff{kDisabledBody, Qt::transparent};
+// The kinds of bodies in the colours of one look.
+struct Bodies
+{
+    Body primary, red, outline, link, header, headerClose;
+};
 
-Body filled(QRgb colour)
+Body filled(QRgb colour, const Palette &look)
 {
     return {{colour, Qt::transparent},
-            {mixed(colour, kInk, 0.18), Qt::transparent},
-            {mixed(colour, kInk, 0.38), Qt::transparent},
-            kOff};
+            {mixed(colour, kLightPalette.ink, 0.18), Qt::transparent},
+            {mixed(colour, kLightPalette.ink, 0.38), Qt::transparent},
+            {look.disabledBody, Qt::transparent}};
 }
 
-const Body kPrimary = filled(kAction);
-const Body kRed = filled(kDanger);
-const Body kOutline{{kWhite, kLine}, {kField, kDisabled}, {kSoftLine, kBody}, kOff};
-// A link has no body until it is touched.
-const Body kLink{{Qt::transparent, Qt::transparent},
-                 {mixed(kWhite, kAction, 0.08), Qt::transparent},
-                 {mixed(kWhite, kAction, 0.18), Qt::transparent},
-                 {kField, Qt::transparent}};
-// Buttons of the dark header.
-const Body kHeader{{Qt::transparent, Qt::transparent},
-                   {mixed(kInk, kWhite, 0.14), Qt::transparent},
-                   {mixed(kInk, kWhite, 0.26), Qt::transparent},
-                   {mixed(kInk, kWhite, 0.05), Qt::transparent}};
-const Body kHeaderClose{kHeader.release, kRed.release, kRed.press, kHeader.disable};
+Bodies bodiesOf(const Palette &look)
+{
+    Bodies bodies{
+        filled(look.action, look),
+        filled(look.danger, look),
+        {{look.card, look.edge}, {look.field, look.edge}, {look.softLine, look.body}, {look.disabledBody, look.line}},
+        // A link has no body until it is touched.
+        {{Qt::transparent, Qt::transparent},
+         {mixed(look.card, look.action, 0.08), Qt::transparent},
+         {mixed(look.card, look.action, 0.18), Qt::transparent},
+         {Qt::transparent, Qt::transparent}},
+        {{Qt::transparent, Qt::transparent},
+         {mixed(look.header, look.onHeader, 0.14), Qt::transparent},
+         {mixed(look.header, look.onHeader, 0.26), Qt::transparent},
+         {mixed(look.header, look.onHeader, 0.05), Qt::transparent}},
+        {}};
+    bodies.headerClose = {bodies.header.release, bodies.red.release, bodies.red.press, bodies.header.disable};
+    return bodies;
+}
 
 struct Button
 {
     const char *name;
-    const Body &body;
+    Body Bodies::*body;
     const char *glyph = nullptr;
 };
 
-const Button kButtons[] = {
-    {"login", kPrimary},
-    {"useexisting", kOutline},
-    {"column_download", kHeader, "minimize"},
-    {"column_help", kHeader, "help"},
-    {"column_close", kHeaderClose, "close"},
-    {"help_and_support", kLink},
-    {"faq", kLink},
-    {"connect", kPrimary},
-    {"disconnect", kRed},
-    {"reconnect", kOutline},
-    {"reset", kOutline},
-    {"reset_all_statistics", kOutline},
-    {"update", kPrimary},
-    {"update_configuration", kOutline},
-    {"refresh", kLink},
-    {"change_user", kLink},
-    {"save_options", kPrimary},
-    {"ping_all_servers", kOutline},
-    {"detailed_ping", kOutline},
-    {"run_speed_test", kOutline},
-    {"cancel", kOutline},
-    {"save_proxy_settings", kPrimary},
-    {"copy_log", kOutline},
+constexpr Button kButtons[] = {
+    {"login", &Bodies::primary},
+    {"useexisting", &Bodies::outline},
+    {"column_download", &Bodies::header, "minimize"},
+    {"column_help", &Bodies::header, "help"},
+    {"column_close", &Bodies::headerClose, "close"},
+    {"help_and_support", &Bodies::link},
+    {"faq", &Bodies::link},
+    {"connect", &Bodies::primary},
+    {"disconnect", &Bodies::red},
+    {"reconnect", &Bodies::outline},
+    {"reset", &Bodies::outline},
+    {"reset_all_statistics", &Bodies::outline},
+    {"update", &Bodies::primary},
+    {"update_configuration", &Bodies::outline},
+    {"refresh", &Bodies::link},
+    {"change_user", &Bodies::link},
+    {"save_options", &Bodies::primary},
+    {"ping_all_servers", &Bodies::outline},
+    {"detailed_ping", &Bodies::outline},
+    {"run_speed_test", &Bodies::outline},
+    {"cancel", &Bodies::outline},
+    {"save_proxy_settings", &Bodies::primary},
+    {"copy_log", &Bodies::outline},
 };
 
 struct State
@@ -95,13 +102,14 @@ QString fileName(const char *kind, const char *family, const char *state)
     return QStringLiteral("images/%1%2_%3").arg(QLatin1String(kind), QLatin1String(family), QLatin1String(state));
 }
 
-void addButtons(std::vector<Picture> &pictures)
+void addButtons(std::vector<Picture> &pictures, const Palette &look)
 {
+    const Bodies bodies = bodiesOf(look);
     for (const Button &button : kButtons) {
         const int side = button.glyph ? 32 : 24;
         for (const State &state : kStates) {
-            const Shade shade = button.body.*state.shade;
-            const QColor glyphColour = state.shade == &Body::disable ? kBody : kSoftLine;
+            const Shade shade = bodies.*button.body.*state.shade;
+            const QColor glyphColour = state.shade == &Body::disable ? kLightPalette.body : look.onHeader;
             const char *sign = button.glyph;
             pictures.push_back({fileName("button_", button.name, state.name), side, side, [=](QPainter &painter) {
                                     drawBox(painter, QRectF(0, 0, side, side), 8, shade.fill, shade.border);
@@ -128,19 +136,25 @@ void drawMark(QPainter &painter, bool round, const Shade &shade, const QColor &s
     }
 }
 
-void addMarks(std::vector<Picture> &pictures)
+void addMarks(std::vector<Picture> &pictures, const Palette &look)
 {
+    const Body primary = filled(look.action, look);
     struct Mark
     {
         const char *state;
         Shade shade;
         QColor sign;
     };
+    const Shade unusable{look.field, look.line};
     const Mark marks[] = {
-        {"release", {kWhite, kDisabled}, Qt::transparent}, {"hover", {kActionSoft, kAction}, Qt::transparent},
-        {"press", {kHalo, kAction}, Qt::transparent},      {"disable", {kField, kLine}, Qt::transparent},
-        {"checked_release", kPrimary.release, kWhite},     {"checked_hover", kPrimary.hover, kWhite},
-        {"checked_press", kPrimary.press, kWhite},         {"checked_disable", {kField, kLine}, kDisabled},
+        {"release", {look.card, look.edge}, Qt::transparent},
+        {"hover", {look.actionSoft, look.link}, Qt::transparent},
+        {"press", {look.actionSoft, look.ink}, Qt::transparent},
+        {"disable", unusable, Qt::transparent},
+        {"checked_release", primary.release, look.onAction},
+        {"checked_hover", primary.hover, look.onAction},
+        {"checked_press", primary.press, look.onAction},
+        {"checked_disable", unusable, look.disabled},
     };
     for (const char *family : {"checkbox_remember", "radio"}) {
         const bool round = qstrcmp(family, "radio") == 0;
@@ -153,17 +167,19 @@ void addMarks(std::vector<Picture> &pictures)
 
 // The progress bar: its groove, the part that is done, the part of a bar that is full for good, and the glint that
 // runs along it.
-void addProgress(std::vector<Picture> &pictures)
+void addProgress(std::vector<Picture> &pictures, const Palette &look)
 {
-    const std::pair<const char *, QColor> parts[] = {
-        {"track", kSoftLine}, {"fill", kAction}, {"done", kConnected}, {"glint", mixed(kWhite, kAction, 0.45)}};
+    const std::pair<const char *, QColor> parts[] = {{"track", look.softLine},
+                                                     {"fill", look.link},
+                                                     {"done", look.connectedText},
+                                                     {"glint", mixed(kLightPalette.card, look.link, 0.45)}};
     for (const auto &[name, colour] : parts) {
         pictures.push_back({fileName("link_status", "", name), 8, 6,
                             [fill = colour](QPainter &painter) { drawBox(painter, QRectF(0, 0, 8, 6), 3, fill); }});
     }
 }
 
-void addTabs(std::vector<Picture> &pictures)
+void addTabs(std::vector<Picture> &pictures, const Palette &look)
 {
     const std::pair<const char *, const char *> tabs[] = {{"dashboard", "dashboard"},
                                                           {"vpn_log", "lines"},
@@ -171,7 +187,7 @@ void addTabs(std::vector<Picture> &pictures)
                                                           {"proxy_settings", "arrows"},
                                                           {"service_status", "activity"}};
     const std::pair<const char *, QRgb> states[] = {
-        {"release", kBody}, {"hover", kInk}, {"press", kAction}, {"disable", kDisabled}};
+        {"release", look.body}, {"hover", look.ink}, {"press", look.link}, {"disable", look.disabled}};
     for (const auto &[tab, sign] : tabs) {
         for (const auto &[state, colour] : states) {
             pictures.push_back(
@@ -184,12 +200,12 @@ void addTabs(std::vector<Picture> &pictures)
 
 } // namespace
 
-std::vector<Picture> controlPictures()
+std::vector<Picture> controlPictures(const Palette &look)
 {
     std::vector<Picture> pictures;
-    addButtons(pictures);
-    addMarks(pictures);
-    addProgress(pictures);
-    addTabs(pictures);
+    addButtons(pictures, look);
+    addMarks(pictures, look);
+    addProgress(pictures, look);
+    addTabs(pictures, look);
     return pictures;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ui/Palette.h"
+
 #include <QString>
 
 #include <functional>
@@ -17,9 +19,9 @@ struct Picture
     std::function<void(QPainter &)> paint;
 };
 
-/// The bodies of the controls, four or more states each.
-std::vector<Picture> controlPictures();
+/// The bodies of the controls, four or more states each, in the colours of a look.
+std::vector<Picture> controlPictures(const Palette &look);
 
 /// Everything that does not change with a control's state: the status shields, the icons of tray, menu, message boxes
 /// and application, and the instruction picture.
-std::vector<Picture> iconPictures();
+std::vector<Picture> iconPictures(const Palette &look);

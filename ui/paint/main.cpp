@@ -1,5 +1,5 @@
-// Paints every picture of the window, at 1x and 2x, into a folder, and writes the resource description beside them.
-// Usage: korvan_paint FOLDER
+// Paints every picture of the window, light and dark, at 1x and 2x, into a folder, and writes the resource
+// description beside them. Usage: korvan_paint FOLDER
 
 #include "ui/paint/Pictures.h"
 
@@ -43,8 +43,13 @@ int main(int argc, char **argv)
     }
     const QDir folder(QString::fromLocal8Bit(argv[1]));
     QByteArray resource = "<RCC><qresource prefix=\"/\">\n";
-    for (const std::vector<Picture> &pictures : {controlPictures(), iconPictures()}) {
-        for (const Picture &picture : pictures) {
+    for (const auto &[look, prefix] : {std::pair(kLightPalette, ""), {kDarkPalette, "dark/"}}) {
+        std::vector<Picture> pictures = controlPictures(look);
+        for (const Picture &icon : iconPictures(look)) {
+            pictures.push_back(icon);
+        }
+        for (Picture &picture : pictures) {
+            picture.name.prepend(QLatin1String(prefix));
             for (const int scale : {1, 2}) {
                 const QString file = write(picture, folder, scale);
                 if (file.isEmpty()) {
