@@ -76,7 +76,7 @@ PendingUpdate installPendingUpdate(const char *argument)
     waiting.show();
     if (!QFile::exists(appPath("/compose9"))) {
         waiting.setText(QApplication::tr("compose9 is missed, update failed."));
-        qDebug().noquote() << waiting.text();
+        qDebug("compose9 is missed, update failed.");
         return PendingUpdate::HelperMissing;
     }
     const QString staging = stagingFolder() + QLatin1Char('/');
