@@ -20,6 +20,20 @@
 static constexpr int kColumnWidths[] = {230, 95, 95, 110};
 static constexpr int kRowHeight = 20;
 
+/// What a test writes into a cell in place of a figure.
+static constexpr const char *kWords[] = {QT_TRANSLATE_NOOP("Korvan", "N/A"), QT_TRANSLATE_NOOP("Korvan", "Canceled")};
+
+/// A cell as the person reads it; figures are the same in every language.
+static QString translated(const QString &cell)
+{
+    for (const char *word : kWords) {
+        if (cell == QLatin1String(word)) {
+            return Korvan::tr(word);
+        }
+    }
+    return cell;
+}
+
 /// While it lives a test runs: of the test buttons only Cancel is active, and the rows of the table keep their
 /// places. It may outlive the window.
 class ServerTests::Run
@@ -123,7 +137,7 @@ void ServerTests::pingAll()
             setCell(server, kPing, Korvan::tr("Canceled"));
             return;
         }
-        setCell(server, kPing, pingCell(average));
+        setCell(server, kPing, translated(pingCell(average)));
     }
 }
 
@@ -133,7 +147,7 @@ void ServerTests::pingSelected()
         setCell(server, kPing, Korvan::tr("Ping..."));
         double loss = 0;
         const int average = ping(host, 20, loss);
-        setCell(server, kPing, pingCell(average));
+        setCell(server, kPing, translated(pingCell(average)));
         setCell(server, kLoss, lossCell(loss));
     });
 }
@@ -143,7 +157,7 @@ void ServerTests::testSpeed()
     testSelected([this](const QPersistentModelIndex &server, const QString &host) {
         setCell(server, kSpeed, Korvan::tr("Test..."));
         const int speed = downloadSpeedOf(QStringLiteral("http://%1:8080/korvantest.dat").arg(host));
-        setCell(server, kSpeed, speedCell(speed));
+        setCell(server, kSpeed, translated(speedCell(speed)));
     });
 }
 
