@@ -60,6 +60,7 @@ UpdateDescription readUpdateDescription(const QByteArray &page)
             const QString entry = QString::fromLatin1(page.mid(start, end - start));
             description.version = element(entry, QStringLiteral("version")).left(kVersionLimit);
             description.url = element(entry, QStringLiteral("url")).left(kAddressLimit);
+            description.signature = element(entry, QStringLiteral("signature")).left(kAddressLimit).trimmed();
             description.message = shownText(element(entry, QStringLiteral("message")));
             break;
         }

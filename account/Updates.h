@@ -16,6 +16,7 @@ struct UpdateDescription
     QString version;         ///< this and the rest are empty when no entry is for this system
     QString url;             ///< of the update archive
     QString message;         ///< for the user; may be empty
+    QString signature;       ///< of the archive, minisign's four lines; empty where updates are not signed
 };
 
 /// Reads an update description, which is cut by its tags and not parsed. The first "<update>" entry that holds

@@ -1,6 +1,7 @@
 #include "app/Startup.h"
 
 #include "account/Archive.h"
+#include "account/PendingUpdate.h"
 #include "base/DebugLog.h"
 #include "common/AppPath.h"
 #include "common/Paths.h"
@@ -65,6 +66,24 @@ void preferBundledTools()
     qputenv("PATH", QFile::encodeName(appPath("/tools")) + ':' + qgetenv("PATH"));
 }
 
+/// The signed update that waits: hands it over, or tells why it is not accepted and deletes it.
+static PendingUpdate installSignedUpdate()
+{
+    const QString reason = whyNotAccepted();
+    if (!reason.isEmpty()) {
+        const QString text = QApplication::tr("Update failed, %1.").arg(reason);
+        qDebug().noquote() << "[ERROR]" + text;
+        QDir_removeFolder(appPath(kUpdateFolder));
+        QMessageBox::information(nullptr, QApplication::tr("Update"), text);
+        return PendingUpdate::None;
+    }
+    if (!handOverSignedUpdate()) {
+        QMessageBox::critical(nullptr, QApplication::tr("Error"), QApplication::tr("Can not start update compose."));
+        return PendingUpdate::None;
+    }
+    return PendingUpdate::HandedOver;
+}
+
 PendingUpdate installPendingUpdate(const char *argument)
 {
     const QStringList names = QDir(appPath(kUpdateFolder)).entryList(QDir::Files, QDir::Unsorted);
@@ -79,6 +98,11 @@ PendingUpdate installPendingUpdate(const char *argument)
         qDebug("compose9 is missed, update failed.");
         return PendingUpdate::HelperMissing;
     }
+    qputenv(kRestartArgument, argument);
+    if (updatesAreSigned()) {
+        waiting.hide();
+        return installSignedUpdate();
+    }
     const QString staging = stagingFolder() + QLatin1Char('/');
     const QString archive = staging + kArchiveName;
     const QString helper = staging + QLatin1String("compose9");
@@ -89,7 +113,6 @@ PendingUpdate installPendingUpdate(const char *argument)
     QFile::rename(appPath(kUpdateArchive), archive);
     QFile::rename(appPath("/compose9"), helper); // it leaves the bundle that it is about to replace
     Uncompress(archive, staging);
-    qputenv(kRestartArgument, argument);
     if (!QProcess::startDetached(helper, {staging, QStringLiteral("Korvan")})) {
         QMessageBox::critical(nullptr, QApplication::tr("Error"), QApplication::tr("Can not start update compose."));
     }
@@ -98,6 +121,7 @@ PendingUpdate installPendingUpdate(const char *argument)
 
 void removeStagingFolder()
 {
+    removeHandedOverUpdate();
     if (QDir(stagingFolder()).exists()) {
         // A helper that never ran is not lost: without it no update could be installed again.
         QFile::rename(stagingFolder() + QLatin1String("/compose9"), appPath("/compose9"));

@@ -29,10 +29,12 @@ enum class PendingUpdate {
 };
 
 /// Unpacks a pending archive into the staging folder beside the bundle and starts the update helper from there, which
-/// starts the program again with `argument`, or with none when that is empty.
+/// starts the program again with `argument`, or with none when that is empty. Where updates are signed the helper
+/// gets the archive itself; one that it does not accept is deleted after a box has told why.
 PendingUpdate installPendingUpdate(const char *argument);
 
-/// Deletes the staging folder that an earlier update left, after taking back the helper where the bundle has none.
+/// Deletes what an earlier update left: the archive that it was handed, and the staging folder, after taking back the
+/// helper where the bundle has none.
 void removeStagingFolder();
 
 /// Undoes what a tunnel has left whose OpenVPN was killed together with the program: its name servers, without which

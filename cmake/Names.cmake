@@ -51,6 +51,10 @@ korvan_name(
   restart_argument KORVAN_RESTART_ARGUMENT
   "Environment variable in which the start-up tells compose9 the one argument that the program was started with, where"
   "it was one: after the update the program is started with it again.")
+korvan_name(
+  update_keys_file update-keys
+  "Beside the program: the public keys of which one must have signed every update, minisign's lines, which begin with"
+  "RW, with blanks or line ends between them. Where it is missing updates need no signature.")
 korvan_name(packaged_folder /opt/korvan "Where the package puts the bundle and updates are made ready.")
 korvan_name(packaged_bundle ${KORVAN_PACKAGED_FOLDER}/Korvan.app "The package's bundle.")
 korvan_name(launcher /usr/bin/korvan "The package's launcher, which gets the program root's rights.")

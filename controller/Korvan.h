@@ -166,6 +166,7 @@ private:
     QTimer m_progressTimer;
     bool m_bundleInWork = false; ///< a profile is being fetched or unpacked: no connection may start
     QString m_updateAddress;     ///< of the newest application archive; empty until one is announced
+    QString m_updateSignature;   ///< of that archive
     QStringList m_skipList;      ///< servers that the ping table leaves out
     QString m_bootServer;        ///< server of the automatic connection, as stored
     ServerTests m_tests;

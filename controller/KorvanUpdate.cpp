@@ -1,11 +1,10 @@
 #include "controller/Korvan.h"
 
 #include "account/Limits.h"
+#include "account/PendingUpdate.h"
 #include "account/Updates.h"
 #include "account/WebPage.h"
 #include "common/AppPath.h"
-#include "common/Paths.h"
-#include "common/StateFile.h"
 #include "common/Text.h"
 #include "common/Wait.h"
 #include "names/StateFiles.h"
@@ -39,6 +38,7 @@ bool Korvan::checkUpdate(QString &url, QString &message, QString &version)
     version = update.version;
     url = update.url;
     message = update.message;
+    m_updateSignature = update.signature;
     return !version.isEmpty() && VersionCompare(version, QCoreApplication::applicationVersion()) > 0;
 }
 
@@ -99,14 +99,6 @@ void Korvan::onUpdate()
     }
 }
 
-/// Leaves the archive in "/update/", where the next start installs it. Anything older there goes.
-static bool storeUpdateArchive(const QByteArray &archive)
-{
-    const QString folder = appPath(kUpdateFolder);
-    QDir_removeFolder(folder);
-    return QDir().mkpath(folder) && writeWhole(appPath(kUpdateArchive), archive);
-}
-
 void Korvan::onUpApp()
 {
     if (m_updateAddress.isEmpty()) {
@@ -129,13 +121,17 @@ void Korvan::onUpApp()
     const QByteArray archive = wholeBody(*reply);
     const int status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
     QString problem = archive.isEmpty() ? tr("no data") : whyNoArchive(status, archive);
-    if (problem.isEmpty() && !storeUpdateArchive(archive)) {
-        problem = tr("the archive can not be stored");
+    if (problem.isEmpty()) {
+        problem = storeUpdate(archive, m_updateSignature);
+    }
+    if (self.isNull()) {
+        return;
     }
     if (problem.isEmpty()) {
         QMessageBox::information(this, tr("Update"), tr("Update done, please restart application."));
         return;
     }
+    qDebug().noquote() << "WARNING: the update is refused:" << problem;
     QMessageBox::information(this, tr("Update"), tr("Update failed, %1.").arg(problem));
     m_form->pbUpApp->setEnabled(true);
 }

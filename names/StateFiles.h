@@ -28,6 +28,8 @@
     ROW(kSstpLogFile,      "/vpnlog.txt",                 Passing, "the SSTP client's log") \
     ROW(kUpdateFolder,     "/update",                     Passing, "folder: an update for the next start") \
     ROW(kUpdateArchive,    "/update/update.zip",          Passing, "the update itself") \
+    ROW(kUpdateSignature,  "/update/update.zip.minisig",  Passing, "its signature, where updates are signed") \
+    ROW(kNewUpdateFolder,  "/update.new",                 Passing, "folder: an update that is checked or installed") \
     ROW(kInstanceFile,     "/instance",                   Passing, "the lock of the running program")
 // clang-format on
 

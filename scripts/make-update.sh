@@ -1,10 +1,13 @@
 #!/usr/bin/env bash
-# make-update.sh BUILD ARCHIVE [VERSION]: packs the bundle of a finished build folder, without any state of a user, as an
-# update archive. VERSION is put in place of the build's own.
+# make-update.sh [--sign KEY] BUILD ARCHIVE [VERSION]: packs the bundle of a finished build folder, without any state of a
+# user, as an update archive. VERSION is put in place of the build's own. With --sign the secret key in the file KEY
+# (docs/updates.md) signs the archive: the signature is written to ARCHIVE.minisig.
 set -euo pipefail
 
+key=
+[ "${1:-}" != --sign ] || { key=$(realpath "${2:-}"); shift 2; }
 if [ $# -lt 2 ] || [ $# -gt 3 ]; then
-    echo "usage: make-update.sh BUILD ARCHIVE [VERSION]" >&2
+    echo "usage: make-update.sh [--sign KEY] BUILD ARCHIVE [VERSION]" >&2
     exit 2
 fi
 bundle=$1/Korvan.app
@@ -33,3 +36,12 @@ zip -q -r -X "$archive" Korvan.app
 # What the program would do with it.
 "$macos/compose7" -o "$archive" -d unpacked/
 diff -r Korvan.app unpacked/Korvan.app
+
+[ -n "$key" ] || exit 0
+minisign -S -s "$key" -m "$archive" -x "$archive.minisig" -t "Korvan $(cat $macos/version)" >/dev/null
+# shellcheck disable=SC2154
+if [ -e "$macos/$update_keys_file" ]; then
+    "$macos/compose9" --check "$archive" "$archive.minisig"
+else
+    echo "make-update: this build has no KORVAN_UPDATE_KEYS: once installed it takes unsigned updates" >&2
+fi

@@ -37,7 +37,12 @@ template <typename Visit> static std::string walk(const fs::path &path, Visit vi
 
 std::string bundleVersion(const std::string &bundle)
 {
-    std::ifstream file(bundle + kMacOs + "version");
+    return versionIn(bundle + kMacOs);
+}
+
+std::string versionIn(const std::string &folder)
+{
+    std::ifstream file(folder + "version");
     std::string version;
     std::getline(file, version);
     return version;

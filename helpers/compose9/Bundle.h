@@ -5,7 +5,10 @@
 /// Where a bundle keeps its programs and its state, below the bundle's folder.
 constexpr char kMacOs[] = "/Contents/MacOS/";
 
-/// The bundle's version as its version file has it, or an empty text.
+/// The version of the program in a folder, which ends with "/", as its version file has it, or an empty text.
+std::string versionIn(const std::string &folder);
+
+/// The bundle's version likewise.
 std::string bundleVersion(const std::string &bundle);
 
 /// Checks that a new bundle is whole and harmless: the program and its helpers are there and executable, the version

@@ -1,5 +1,6 @@
 #include "helpers/compose9/Bundle.h"
 #include "helpers/compose9/Processes.h"
+#include "helpers/compose9/SignedArchive.h"
 
 #include <cerrno>
 #include <climits>
@@ -21,6 +22,9 @@ struct Places
     std::string bundle;  ///< the installed bundle
     std::string staging; ///< where the update was unpacked, with this helper
     std::string fresh;   ///< the new bundle before the swap, the old one after it
+
+    std::string archive;   ///< the signed archive; empty where the update lies unpacked in the staging folder
+    std::string signature; ///< of that archive
 
     /// The installed program's file.
     std::string executable() const { return bundle + kMacOs + program; }
@@ -62,9 +66,32 @@ static std::string returnToBundle(const Places &places)
     return error ? "can not put compose9 back: " + error.message() : std::string();
 }
 
+/// Unpacks a signed archive into the staging folder. Nothing is written before its signature was checked.
+static std::string stageSigned(const Places &places)
+{
+    const SignedArchive archive = readSigned(places.archive, places.signature, places.bundle + kMacOs);
+    if (!archive.reason.empty()) {
+        return archive.reason;
+    }
+    std::error_code error;
+    fs::remove_all(places.staging, error); // of an update that was interrupted
+    std::string reason = unpackSigned(archive, places.bundle + kMacOs + "compose7", places.staging);
+    const std::string version = bundleVersion(places.staging + "/" + places.program + ".app");
+    if (reason.empty() && version != archive.version) {
+        reason = "it is signed as version " + archive.version + " and holds version " + version;
+    }
+    return reason;
+}
+
 /// Brings the new bundle to the place beside the old one and makes it ready to run there.
 static std::string prepare(const Places &places)
 {
+    if (std::string reason = places.archive.empty() ? std::string() : stageSigned(places); !reason.empty()) {
+        return reason;
+    }
+    if (places.archive.empty() && needsSignature(places.bundle + kMacOs)) {
+        return "this program installs signed updates only";
+    }
     std::error_code error;
     fs::remove_all(places.fresh, error); // of an update that was interrupted
     // Out of the staging folder, which every start of the program deletes.
@@ -142,30 +169,30 @@ static std::string update(const Places &places)
     return reason;
 }
 
-/// `compose9 STAGING NAME`: installs the bundle NAME.app, which lies unpacked in the folder STAGING, in the place of
-/// the bundle NAME.app beside that folder, and starts the program again. Exit status 0, or 1 when the old version
-/// stays; either way the log of the program that is in place tells what happened.
-int main(int argc, char *argv[])
+/// The places of an update beside a bundle, whose program has the bundle's name.
+static Places placesBeside(const fs::path &bundle)
 {
-    char staging[PATH_MAX];
-    if (argc != 3 || strchr(argv[2], '/') || !realpath(argv[1], staging)) {
-        fputs("usage: compose9 STAGING NAME\n", stderr);
-        return 2;
-    }
     Places places;
-    places.program = argv[2];
-    places.staging = staging;
-    const std::string parent = fs::path(staging).parent_path();
-    places.bundle = parent + "/" + places.program + ".app";
+    const std::string parent = bundle.parent_path();
+    places.program = bundle.stem();
+    places.bundle = bundle;
+    places.staging = parent + "/update.temp";
     places.fresh = parent + "/." + places.program + ".app.update";
+    return places;
+}
+
+/// Does one update at a time, puts the old program back in its place first, and tells what happened.
+static int run(const Places &places)
+{
     if (access(places.executable().c_str(), X_OK) != 0) {
         fprintf(stderr, "compose9: %s: %s\n", places.bundle.c_str(), strerror(errno));
         return 1;
     }
-    std::string reason = returnToBundle(places);
+    std::string reason = places.archive.empty() ? returnToBundle(places) : std::string();
     if (!reason.empty() && waitForEnd(places.bundle, kEndLimitMs)) {
         startProgram(places.executable());
     }
+    const std::string parent = fs::path(places.bundle).parent_path();
     const int lock = open(parent.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (reason.empty() && flock(lock, LOCK_EX | LOCK_NB) != 0) {
         reason = errno == EWOULDBLOCK ? "another update is being installed" : parent + ": " + strerror(errno);
@@ -176,4 +203,48 @@ int main(int argc, char *argv[])
         say(places, "[ERROR]Update failed: " + reason);
     }
     return reason.empty() ? 0 : 1;
+}
+
+/// The folder that this helper lies in.
+static fs::path ownFolder()
+{
+    std::error_code error;
+    return fs::read_symlink("/proc/self/exe", error).parent_path();
+}
+
+/// Says on standard error why an archive would not be installed. Nothing is changed.
+static int check(const std::string &archive, const std::string &signature)
+{
+    const std::string reason = readSigned(archive, signature, ownFolder() / "").reason;
+    if (!reason.empty()) {
+        fprintf(stderr, "%s\n", reason.c_str());
+    }
+    return reason.empty() ? 0 : 1;
+}
+
+/// `compose9 STAGING NAME` installs the bundle NAME.app, which lies unpacked in the folder STAGING, in the place of
+/// the bundle NAME.app beside that folder, and starts the program again. `compose9 --install ARCHIVE SIGNATURE` does
+/// so with the bundle that it lies in and a signed archive, `compose9 --check ARCHIVE SIGNATURE` only says whether it
+/// would. Exit status 0, or 1 when the old version stays; the log of the program that is in place tells what
+/// happened.
+int main(int argc, char *argv[])
+{
+    const std::string first = argc > 1 ? argv[1] : "";
+    if (argc == 4 && first == "--check") {
+        return check(argv[2], argv[3]);
+    }
+    if (argc == 4 && first == "--install") {
+        Places places = placesBeside(ownFolder().parent_path().parent_path());
+        places.archive = argv[2];
+        places.signature = argv[3];
+        return run(places);
+    }
+    char staging[PATH_MAX];
+    if (argc != 3 || strchr(argv[2], '/') || !realpath(argv[1], staging)) {
+        fputs("usage: compose9 STAGING NAME | --install ARCHIVE SIGNATURE | --check ARCHIVE SIGNATURE\n", stderr);
+        return 2;
+    }
+    Places places = placesBeside(fs::path(staging).parent_path() / (std::string(argv[2]) + ".app"));
+    places.staging = staging;
+    return run(places);
 }

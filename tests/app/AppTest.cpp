@@ -103,6 +103,36 @@ private slots:
                                              "' ] && kill $(cut -d/ -f3 <<<$exe); done"});
     }
 
+    /// The same where the program has keys: a right signature, and an archive that was changed after it was checked.
+    void signedUpdateIsInstalled()
+    {
+        const QString archive = inBundle("/update/update.zip");
+        putFile(inBundle("/update-keys"), fileBytes(KORVAN_BUILD "/lab/update.pub").split('\n').at(1));
+        for (const bool good : {false, true}) {
+            QCOMPARE(QProcess::execute(KORVAN_SOURCE "/scripts/make-update.sh",
+                                       {"--sign", KORVAN_BUILD "/lab/update.key", KORVAN_BUILD, archive, "98.7.6"}),
+                     0);
+            if (!good) {
+                putFile(archive, fileBytes(archive) + ' ');
+            }
+            start({"-version"});
+            if (!good) {
+                QVERIFY(desktop::showsWindow("Update"));
+                QVERIFY2(log().contains("Update failed, its signature is not right."), log().constData());
+                desktop::pressKey("Update", "Return");
+                QCOMPARE(confirm("Version"), 0); // the old program runs
+                QVERIFY(!QDir(inBundle("/update")).exists());
+            }
+        }
+        QCOMPARE(statusOf(*m_program), 188);
+        QTRY_COMPARE_WITH_TIMEOUT(fileBytes(inBundle("/version")), QByteArray("98.7.6"), 30000);
+        QVERIFY(desktop::showsWindow("Version"));
+        desktop::pressKey("Version", "Return");
+        QTRY_COMPARE_WITH_TIMEOUT(QDir(m_folder->path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
+                                  QStringList("Korvan.app"), 30000);
+        QVERIFY2(log().contains(" to 98.7.6\r\n"), log().constData());
+    }
+
     /// A connection at start, through a stand-in for OpenVPN, with a sound server whose only device records.
     void connectionIsHeard()
     {

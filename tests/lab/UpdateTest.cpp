@@ -66,6 +66,44 @@ private slots:
         QVERIFY(steps.count() >= 3 && progress->value() == 100);
     }
 
+    /// Where the program has keys, the box tells why an archive is not accepted, and nothing is left of it.
+    void signedUpdates()
+    {
+        const QString folder = appPath("/made");
+        const QString sign = "cd '" + folder + "'; minisign -S -m a.zip -x a.sig -t 'Korvan %1' -s %2 >/dev/null";
+        const QString key = KORVAN_BUILD "/lab/update.key";
+        putFile(folder + "/a.zip", "PK\3\4 and more");
+        inHome("cd '" + folder + "'; minisign -G -W -f -p o.pub -s o.key >/dev/null");
+        const QString stranger = folder + "/o.key";
+        // How it is signed, what is changed on the way, and what the person is told.
+        const std::tuple<QString, const char *, const char *> cases[] = {
+            {"true", "", "it is not signed"},
+            {sign.arg("99.1", stranger), "", "it is signed with a key that this program does not know"},
+            {sign.arg("99.1", key), "more", "its signature is not right"},
+            {sign.arg("2.4.0", key), "", "its version 2.4.0 is older than the installed 2.4.1"},
+            {sign.arg("99.1", key), "", nullptr},
+        };
+        for (const auto &[how, change, reason] : cases) {
+            ClientLab lab;
+            inHome("tail -1 " KORVAN_BUILD "/lab/update.pub >'" + appPath("/update-keys") + "'");
+            QFile::remove(folder + "/a.sig");
+            inHome(how);
+            const QByteArray signature = "<signature>" + fileBytes(folder + "/a.sig") + "</signature></up";
+            ClientLab::order("/update.xml", "", QByteArray(kOffer).replace("</up", signature));
+            ClientLab::order(kArchive, "", fileBytes(folder + "/a.zip") + change);
+            lab.boxes.expect("Update", "New version 99.1 ready, please click \"Update\".");
+            lab.start();
+            lab.login();
+            lab.boxes.expect("Update", reason ? QStringLiteral("Update failed, %1.").arg(reason)
+                                              : QStringLiteral("Update done, please restart application."));
+            QVERIFY(lab.press("pbUpApp"));
+            COMPARE_CASE(how.toUtf8(), lab.boxes.left(), 0);
+            COMPARE_CASE(how.toUtf8(), QFile::exists(appPath("/update/update.zip.minisig")), reason == nullptr);
+            QVERIFY(!QFile::exists(appPath("/update.new")) && lab.isOn("pbUpApp") == (reason != nullptr));
+        }
+        QFile::remove(appPath("/update-keys"));
+    }
+
     void configuration()
     {
         ClientLab lab;

@@ -130,6 +130,60 @@ private slots:
         close(lock);
     }
 
+    /// With a key built in, an archive is installed only with a right signature over its bytes, and before that is
+    /// known nothing is written beside the bundle.
+    void signedArchives()
+    {
+        const QString key = KORVAN_BUILD "/lab/update.key";
+        const QString sign = "minisign -S -m a.zip -x a.sig -s ";
+        // How the archive of 2.5.0 is signed, and what is done afterwards.
+        const std::pair<QString, const char *> cases[] = {
+            {sign + key + " -t 'Korvan 2.5.0'", ""},
+            {sign + key + " -t 'Korvan 2.5.0'; sed -i 's/$/\r/' a.sig", ""},
+            {": >a.sig", "it is not signed"},
+            {"minisign -G -W -p o.pub -s o.key; " + sign + "o.key -t 'Korvan 2.5.0'",
+             "a key that this program does not"},
+            {"minisign -G -W -p o.pub -s o.key; " + sign + "o.key -t 'Korvan 2.5.0'; " +
+                 // The number of our key in the other key's signature.
+                 "{ sed -n 1p a.sig; (base64 -d <<<$(sed -n 2p a.sig) | head -c 2; base64 -d <<<$(tail "
+                 "-1 " KORVAN_BUILD
+                 "/lab/update.pub) | tail -c +3 | head -c 8; base64 -d <<<$(sed -n 2p a.sig) | tail -c 64) | "
+                 "base64 -w 0; echo; sed -n 3,4p a.sig; } >b; mv b a.sig",
+             "not right"},
+            {sign + key + " -t 'Korvan 2.5.0'; echo >>a.zip", "not right"},
+            {sign + key + " -t 'Korvan 2.4.0'; sed -i s/2.4.0/2.5.0/ a.sig", "not right"},
+            {sign + key + " -t 'Korvan 2.5.0'; sed -i 4d a.sig", "damaged"},
+            {sign + key + " -l -t 'Korvan 2.5.0'", "damaged"}, // would have to be read whole to be checked
+            {sign + key + " -t 'Other 2.5.0'", "for another program"},
+            {sign + key + " -t 'Korvan 2.4.0'", "2.4.0 is older than the installed 2.4.1"},
+            {sign + key + " -t 'Korvan 2.10'", "signed as version 2.10 and holds version 2.5.0"},
+            {"mkfifo a.sig", "is no file"},
+        };
+        for (const auto &[how, reason] : cases) {
+            init();
+            shell("cp " KORVAN_BUNDLE "/compose[79] Korvan.app/Contents/MacOS; tail -1 " KORVAN_BUILD
+                  "/lab/update.pub >Korvan.app/Contents/MacOS/update-keys; cd "
+                  "update.temp; cp ../Korvan.app/Contents/MacOS/compose* Korvan.app/Contents/MacOS; zip -qr ../a.zip "
+                  "Korvan.app; cd ..; rm -r update.temp; { " +
+                  how + "; } >/dev/null");
+            const bool good = *reason == '\0';
+            const QByteArray seen =
+                shell("strace -fo calls -e trace=mkdir,rename,renameat2 Korvan.app/Contents/MacOS/"
+                      "compose9 --install a.zip a.sig; echo $?; grep -q update calls && echo "
+                      "written; cat Korvan.app/Contents/MacOS/version; ls -A | grep update");
+            COMPARE_CASE(how.toUtf8(), seen.simplified(),
+                         good               ? "0 written 2.5.0"
+                         : reason[0] == 's' ? "1 written 2.4.1"
+                                            : "1 2.4.1");
+            QTRY_VERIFY2(started().contains(good ? "2.5.0\n" : "2.4.1\n"), qPrintable(how));
+            QVERIFY2(log().contains(reason), log().constData());
+        }
+        init();
+        shell(m_enter + ": >update-keys");
+        QCOMPARE(update().left(7), "1 2.4.1"); // unpacked by somebody else
+        QVERIFY(log().contains("signed updates only"));
+    }
+
     /// Killed at the first, second, ... call of each kind that changes something, it leaves one whole version that
     /// starts, and a later update works and clears up.
     void survivesBeingKilled()
