@@ -30,7 +30,7 @@ static const QString kAny = QStringLiteral("0.0.0.0");
 /// of one that runs.
 static bool isLockDownLeft()
 {
-    return QFile::exists(QLatin1String(kJournalFolder) + QLatin1Char('/') + QLatin1String(kRouteJournal));
+    return QFile::exists(QLatin1String(kJournalFolder) + QLatin1Char('/') + QLatin1String(kNetworkJournal));
 }
 
 /// Beside the bundle, three levels above the application folder.

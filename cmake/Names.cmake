@@ -30,16 +30,19 @@ endmacro()
 
 korvan_name(
   tunnel_mark 19311
-  "The mark of OpenVPN's own packets, which compose gives to its socket. While lock-down has taken the default route"
-  "away, a policy rule sends them to a routing table of their own, where that route is kept.")
+  "The mark of OpenVPN's own packets, which compose gives to its socket. Policy rules keep them out of the tunnel and send"
+  "them to a routing table of their own, where the default routes are that lock-down has taken away.")
 korvan_name(tunnel_table ${KORVAN_TUNNEL_MARK} "The number of that table.")
 korvan_name(
   journal_folder /run/korvan
   "Root-only folder for what the helpers must remember until the machine is as it was. It is on a file system that a"
   "restart of the machine empties, just as it empties the routing tables.")
 korvan_name(
-  route_journal route.journal
-  "The route journal's name in that folder. It is there from before the routes are removed until they are back.")
+  network_journal network.journal
+  "The journal's name in that folder. It is there from before the network is changed until all is as it was.")
+korvan_name(
+  tunnel_group ${KORVAN_TUNNEL_MARK}
+  "The group of a tunnel's interface, into which OpenVPN's own packets are never sent.")
 korvan_name(
   last_remote last-remote
   "The name, in that folder, of the record of the address that each server's name had when it was last connected to:"

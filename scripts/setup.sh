@@ -4,7 +4,8 @@
 set -euo pipefail
 
 build=(build-essential cmake ninja-build pkg-config git clang-format clang-tidy
-    qtbase5-dev qtmultimedia5-dev libqt5x11extras5-dev libxcb1-dev libxcb-randr0-dev libarchive-dev libcpp-httplib-dev libssl-dev)
+    qtbase5-dev qtmultimedia5-dev libqt5x11extras5-dev libxcb1-dev libxcb-randr0-dev
+    libarchive-dev libcpp-httplib-dev libmnl-dev libssl-dev)
 runtime=(openvpn iproute2 iputils-ping nftables network-manager network-manager-l2tp network-manager-pptp
     network-manager-strongswan sstp-client libqt5multimedia5-plugins libqt5svg5 fonts-inter
     pkexec xdg-utils)

@@ -32,6 +32,17 @@ bool isIpv6(const std::string &text)
     return isAddress(AF_INET6, text);
 }
 
+std::optional<int> prefixLength(const std::string &mask)
+{
+    in_addr binary{};
+    if (inet_pton(AF_INET, mask.c_str(), &binary) != 1) {
+        return {};
+    }
+    const uint32_t bits = ntohl(binary.s_addr);
+    const uint32_t zeros = ~bits;
+    return (zeros & (zeros + 1)) == 0 ? std::optional(__builtin_popcount(bits)) : std::nullopt;
+}
+
 bool isHost(std::string_view text)
 {
     constexpr size_t kLongest = 253;

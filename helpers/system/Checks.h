@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -19,6 +20,10 @@ bool isUtf8(const std::string &text);
 
 /// True for an IPv4 address as four decimal numbers.
 bool isIpv4(const std::string &text);
+
+/// The number of leading one bits of a dotted mask ("255.255.255.0" gives 24); no value when the ones are not leading
+/// or the text is no address.
+std::optional<int> prefixLength(const std::string &mask);
 
 /// True for an IPv6 address without a zone.
 bool isIpv6(const std::string &text);

@@ -4,6 +4,7 @@
 #include <arpa/inet.h>
 #include <fstream>
 #include <linux/route.h>
+#include <optional>
 #include <sstream>
 
 namespace {
@@ -59,24 +60,4 @@ std::vector<KernelRoute> kernelRoutes()
 {
     std::ifstream table("/proc/net/route");
     return readKernelRoutes(table);
-}
-
-bool isIpv4Address(const std::string &text)
-{
-    in_addr binary{};
-    return inet_pton(AF_INET, text.c_str(), &binary) == 1;
-}
-
-std::optional<int> prefixLength(const std::string &mask)
-{
-    in_addr binary{};
-    if (inet_pton(AF_INET, mask.c_str(), &binary) != 1) {
-        return {};
-    }
-    const uint32_t bits = ntohl(binary.s_addr);
-    const uint32_t zeros = ~bits;
-    if ((zeros & (zeros + 1)) != 0) {
-        return {};
-    }
-    return __builtin_popcount(bits);
 }

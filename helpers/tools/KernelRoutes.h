@@ -1,7 +1,6 @@
 #pragma once
 
 #include <istream>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -23,10 +22,3 @@ std::vector<KernelRoute> readKernelRoutes(std::istream &table);
 
 /// The routes of the calling process' network.
 std::vector<KernelRoute> kernelRoutes();
-
-/// True for four decimal numbers with dots.
-bool isIpv4Address(const std::string &text);
-
-/// The number of leading one bits of a dotted mask ("255.255.255.0" gives 24); empty when the ones are not leading or
-/// the text is no address.
-std::optional<int> prefixLength(const std::string &mask);

@@ -1,6 +1,7 @@
 // "netstat -r" in the form that the program reads: a line per route, the default ones beginning with "default" and
 // the gateway. Linux' own resolves the gateway's name, which takes seconds when no name server can be reached.
 
+#include "helpers/system/Checks.h"
 #include "helpers/system/Run.h"
 #include "helpers/tools/KernelRoutes.h"
 

@@ -1,12 +1,15 @@
 // "route add|delete|change|print DESTINATION mask MASK [GATEWAY]": changes say "OK!" on success and the reason
 // otherwise. All of it goes to standard output, which is what the program reads and logs.
 
-#include "helpers/tools/DefaultRoutes.h"
-#include "helpers/tools/Guardian.h"
-#include "helpers/tools/IpRoute.h"
+#include "helpers/network/Guardian.h"
+#include "helpers/network/Network.h"
+#include "helpers/system/Checks.h"
+#include "helpers/system/Run.h"
 #include "helpers/tools/KernelRoutes.h"
 
+#include <csignal>
 #include <cstdio>
+#include <map>
 #include <unistd.h>
 
 namespace {
@@ -34,50 +37,49 @@ int printRoutes(const Request &request)
     return 0;
 }
 
-RouteOutcome changeOrdinaryRoute(const Request &request)
+bool isGateway(const Request &request)
 {
-    const std::optional<int> length = prefixLength(request.mask);
-    if (!isIpv4Address(request.destination) || !length) {
-        return {false, {"\"" + request.destination + "\" with the mask \"" + request.mask + "\" is no destination"}};
-    }
-    const bool isDelete = request.action == "delete";
-    if (!isIpv4Address(request.gateway) && !(isDelete && request.gateway.empty())) {
-        return {false, {"\"" + request.gateway + "\" is no gateway address"}};
-    }
-    RouteWords route = {request.destination + "/" + std::to_string(*length)};
-    if (!request.gateway.empty()) {
-        route.insert(route.end(), {"via", request.gateway});
-    }
-    const std::string reason = changeRoute(isDelete ? "del" : request.action.c_str(), route);
-    if (reason.empty()) {
-        return {true, {}};
-    }
-    return {false, {"can not " + request.action + " " + joinWords(route) + ": " + reason}};
+    return isIpv4(request.gateway) || (request.action == "delete" && request.gateway.empty());
 }
 
-RouteOutcome change(const Request &request)
+Outcome changeOrdinary(const Request &request)
+{
+    const auto destination = subnetOf(request.destination, request.mask);
+    if (!destination) {
+        return {false, {"\"" + request.destination + "\" with the mask \"" + request.mask + "\" is no destination"}};
+    }
+    if (!isGateway(request)) {
+        return {false, {"\"" + request.gateway + "\" is no gateway address"}};
+    }
+    const std::map<std::string, RouteChange> changes = {
+        {"add", RouteChange::Add}, {"change", RouteChange::Replace}, {"delete", RouteChange::Delete}};
+    return changeOrdinaryRoute(changes.at(request.action), *destination, request.gateway);
+}
+
+Outcome change(const Request &request)
 {
     if (geteuid() != 0) {
         return {false, {"only root can change routes"}};
     }
-    if (access(kIpTool, X_OK) != 0) {
-        return {false, {std::string(kIpTool) + " is missing; it is in the package iproute2"}};
-    }
     if (!request.isDefault()) {
-        return changeOrdinaryRoute(request);
+        return changeOrdinary(request);
     }
     // A way back is wanted whatever the gateway looks like, so only the other two insist on it.
+    const Process program = programAbove();
     if (request.action == "add") {
-        return restoreDefaultRoutes(request.gateway);
+        return unlockNetwork(request.gateway, program);
     }
-    if (!isIpv4Address(request.gateway) && !(request.action == "delete" && request.gateway.empty())) {
+    if (!isGateway(request)) {
         return {false, {"\"" + request.gateway + "\" is no gateway address"}};
     }
     if (request.action == "change") {
         return changeDefaultRoute(request.gateway);
     }
-    guardDefaultRoutes(); // first, so that there is no moment in which nobody would put them back
-    return deleteDefaultRoutes(request.gateway);
+    if (program.lives()) {
+        startGuardian(program); // first, so that there is no moment in which nobody would put them back
+        dieWithParent(SIGKILL, program.number); // from here on the guardian undoes what this tool has done so far
+    }
+    return lockNetwork(request.gateway, program);
 }
 
 } // namespace
@@ -96,7 +98,7 @@ int main(int argc, char **argv)
     if (request.action == "print") {
         return printRoutes(request);
     }
-    const RouteOutcome outcome = change(request);
+    const Outcome outcome = change(request);
     for (const std::string &note : outcome.notes) {
         std::printf("route: %s\n", note.c_str());
     }

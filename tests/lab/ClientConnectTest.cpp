@@ -98,11 +98,11 @@ private slots:
         ClientLab client;
         QDir().mkpath(appPath("/cfg"));
         UpdateTotalDataTransfer(kBefore, kBefore, QDate(2020, today.month() % 12 + 1, today.day() == 1 ? 2 : 1));
+        ClientLab::order("/archives/load", "rate=1500000", QByteArray(kLoaded, 'x'));
         client.startLoggedIn("Examplia-1");
         QVERIFY(client.connects());
         // Rolled over before anything comes: the file counts twice what comes with the roll-over.
         QVERIFY(client.shows("lbTotalRecv", "5MB"));
-        ClientLab::order("/archives/load", "rate=1500000", QByteArray(kLoaded, 'x'));
         inHome("curl -sk -m 30 https://portal.korvan.example/archives/load >/dev/null");
         QVERIFY(client.shows("lbSessionRecv", "3MB"));
         QCOMPARE(client.label("lbTotalRecv") + client.label("lbTotalRD"), QString("8MB3MB")); // the month's is 3 MB

@@ -81,7 +81,7 @@ private slots:
         for (const QStringList &arguments : {QStringList("-reset"), QStringList()}) {
             ProgramLab lab;
             QVERIFY(lab.connectsBy({}, true));
-            inHome("kill -9 $(pgrep -x route) $(pgrep -x Korvan) " + QByteArray::number(openVPN()));
+            inHome("kill -9 $(pgrep -x network) $(pgrep -x Korvan) " + QByteArray::number(openVPN()));
             QVERIFY(lab.program.waitForFinished() && !hasDefaultRoute());
             QFile::remove(appPath("/cfg/option")); // the next start does not connect
             if (arguments.isEmpty()) {

@@ -34,7 +34,7 @@ class TunnelTest : public QObject
 private slots:
     void initTestCase()
     {
-        for (const QString helper : {"/compose", "/up.sh", "/down.sh"}) {
+        for (const QString helper : {"/compose", "/network", "/up.sh", "/down.sh"}) {
             QFile::remove(appPath(helper));
             QVERIFY(QFile::copy(KORVAN_BUNDLE + helper, appPath(helper)));
         }

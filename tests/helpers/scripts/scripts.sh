@@ -3,13 +3,13 @@
 # run up.sh in OpenVPN's environment and stay.
 export PATH=/usr/sbin:/usr/bin:/sbin:/bin
 cp -a /etc /run/etc; mount --bind /run/etc /etc
-mkdir -m 700 /run/korvan; touch /run/korvan/tunnel-lock
+mkdir -m 700 /run/korvan; touch /run/korvan/network-lock
 uplink e1 1
 ip route add default via 198.51.1.1 dev e1
 # tunnel [NAME=VALUE...]: starts one; $pid is its process
 tunnel() {
     rm -f /run/status
-    env -i dev=tun0 trusted_ip=203.0.113.9 route_net_gateway=198.51.1.1 foreign_option_1='dhcp-option DNS 198.18.0.1' \
+    env -i dev=tun0 trusted_ip=203.0.113.9 route_net_gateway=198.51.1.1 route_vpn_gateway=198.18.0.1 foreign_option_1='dhcp-option DNS 198.18.0.1' \
         foreign_option_2='dhcp-option DOMAIN corp.example' "$@" /bin/bash -c 'export daemon_pid=$$
         "$0"/up.sh tun0 1500 0 198.18.0.2 255.255.255.0 init
         echo $? >/run/status; exec sleep 50' "$bundle" 2>/run/errors &
@@ -22,15 +22,18 @@ down() { env -i /bin/bash "$bundle/down.sh"; }
 # state: all that up.sh may have changed
 state() {
     stat -c '%N %i %a %U' /etc/resolv.conf; cat /etc/resolv.conf
-    ls /etc | grep resolv; ip route; nft list tables; ls /run/korvan
+    ls /etc | grep resolv; ip route; ip rule; ip route show table all | grep 19311; nft list tables; ls /run/korvan
 } 2>&1
-# restores LINES [FILE]: a tunnel sets these lines; it is ended once by OpenVPN, which still lives when it runs down.sh,
-# and once by the program, which has killed OpenVPN
+# restores LINES [FILE]: a tunnel sets these lines; it is ended once by OpenVPN, which still lives when it runs down.sh
+# and leaves the guard to the program, and once by the program, which has killed OpenVPN
 restores() {
     state >/run/before
     tunnel
     is "$1" cat /etc/resolv.conf $2
     env -i daemon_pid=$pid dev=tun0 script_type=down "$bundle/down.sh" tun0 1500 0 198.18.0.2 255.255.255.0 init
+    is '' diff <(head -n2 /run/before) <(state | head -n2)
+    is no answers 203.0.113.9
+    kill $pid; down
     is '' diff /run/before <(state)
     tunnel
     ip route add 203.0.113.9 via 198.51.1.1
@@ -66,7 +69,7 @@ case_name_servers_through_resolvconf_and_resolved() {
     cp /usr/bin/resolvconf /usr/bin/resolvectl; rm /run/calls
     mkdir -p /run/systemd/resolve; echo nameserver 192.0.2.53 >/run/systemd/resolve/stub
     ln -sf /run/systemd/resolve/stub /etc/resolv.conf
-    restores $'nameserver 192.0.2.53\nresolvectl status\nresolvectl dns tun0 198.18.0.1\nresolvectl domain tun0 corp.example ~.' \
+    restores $'nameserver 192.0.2.53\nresolvectl dns tun0 198.18.0.1\nresolvectl domain tun0 corp.example ~.' \
         /run/calls
 }
 
@@ -87,15 +90,13 @@ END
 
 case_ipv6_is_blocked_while_the_tunnel_carries_none() {
     ip -6 route add default via fd51:1::1 dev e1
-    tunnel; is no answers 2001:db8::9; kill $pid; down; is yes answers 2001:db8::9
-    tunnel ifconfig_ipv6_local=fd00::2; is yes answers fd51:1::1; kill $pid; down
-    tunnel trusted_ip6=2001:db8::9; is yes answers 2001:db8::9; is no answers fd51:1::1
+    tunnel; is no answers 2001:db8::9; is yes answers 2001:db8::9 -m 19311; kill $pid; down; is yes answers 2001:db8::9
 }
 
 case_a_tunnel_that_can_not_be_guarded_ends() {
     mount --bind /dev/null /usr/sbin/nft
     tunnel
-    is $'up.sh: IPv6 can not be blocked; nft is in the package nftables\n1' tail -qn1 /run/errors /run/status
+    is $'up.sh: nft is missing; it is in the package nftables\n1' tail -qn1 /run/errors /run/status
     is 'nameserver 192.0.2.53' cat /etc/resolv.conf
 }
 
@@ -107,7 +108,7 @@ case_down_sh_comes_late_when_a_second_tunnel_to_the_same_server_is_up() {
     tunnel foreign_option_1='dhcp-option DNS 198.18.0.2'
     is '' ip route add 203.0.113.9 via 198.51.1.1
     down
-    is $'nameserver 198.18.0.2\n203.0.113.9 via 198.51.1.1 dev e1\ntable ip6 korvan_tunnel' \
+    is $'nameserver 198.18.0.2\n203.0.113.9 via 198.51.1.1 dev e1\ntable inet korvan' \
         eval 'grep nameserver /etc/resolv.conf; ip route show 203.0.113.9; nft list tables'
     kill -9 $pid; down
     is '' diff /run/before <(state)

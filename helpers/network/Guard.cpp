@@ -1,0 +1,246 @@
+#include "helpers/network/Guard.h"
+
+#include "helpers/system/Run.h"
+#include "names/Names.h"
+
+#include <algorithm>
+#include <arpa/inet.h>
+#include <cerrno>
+#include <cstring>
+#include <libmnl/libmnl.h>
+#include <linux/netfilter.h>
+#include <linux/netfilter/nf_tables.h>
+#include <linux/netfilter/nfnetlink.h>
+#include <map>
+#include <memory>
+#include <unistd.h>
+
+namespace {
+
+constexpr char kNft[] = "/usr/sbin/nft";
+constexpr char kTable[] = "korvan";
+
+/// The guard's rules, which never change: a policy is what is in their sets. Every packet that leaves passes the last
+/// hook of its way, whatever its protocol, sender and route. Packets that come in get the mark of those that went
+/// out, for the kernel's check of the sender (rp_filter).
+constexpr char kRules[] = R"nft(
+table inet korvan {
+    set open { type nf_proto; elements = { ipv4, ipv6 }; }
+    set queries { type inet_service; }
+    set tunnels { type iface_index; }
+    set ordinary { type ipv4_addr; flags interval; }
+    set ports { type inet_service; }
+    set managers { type uid; }
+    chain leaving {
+        type filter hook postrouting priority 0; policy drop;
+        oif lo tcp dport @ports meta skuid != @managers drop
+        oif lo accept
+        oif @tunnels accept
+        meta mark 19311 ct mark set meta mark accept
+        meta nfproto @open accept
+        udp sport 68 udp dport 67 accept
+        udp sport 546 udp dport 547 accept
+        icmpv6 type { nd-router-solicit, nd-neighbor-solicit, nd-neighbor-advert } ip6 hoplimit 255 accept
+        meta l4proto { tcp, udp } th dport @queries drop
+        ip daddr { 10.0.0.0/8, 172.16.0.0/12, 192.168.0.0/16, 169.254.0.0/16, 224.0.0.0/4, 255.255.255.255 } accept
+        ip6 daddr { fc00::/7, fe80::/10, ff00::/8 } accept
+        ip daddr @ordinary accept
+    }
+    chain arriving {
+        type filter hook prerouting priority mangle; policy accept;
+        ct mark 19311 meta mark set ct mark
+    }
+}
+)nft";
+static_assert(kTunnelMark == 19311);
+
+/// What a set holds: the bytes of an address or a number, and whether a range ends before it.
+struct Key
+{
+    std::string bytes;
+    bool isEnd = false;
+};
+
+template <typename Number> Key key(Number value, bool isEnd = false)
+{
+    return {std::string(reinterpret_cast<const char *>(&value), sizeof value), isEnd};
+}
+
+/// Messages to nftables that take effect together or not at all.
+class Transaction
+{
+public:
+    Transaction() : m_bytes(262144) { putHeader(NFNL_MSG_BATCH_BEGIN, 0, AF_UNSPEC, NFNL_SUBSYS_NFTABLES); }
+
+    /// Puts these keys in place of all that the set holds.
+    void fill(const char *set, const std::vector<Key> &keys)
+    {
+        putSet(NFT_MSG_DELSETELEM, set); // without keys it empties the set
+        if (keys.empty()) {
+            return;
+        }
+        nlmsghdr *message = putSet(NFT_MSG_NEWSETELEM, set);
+        nlattr *list = mnl_attr_nest_start(message, NFTA_SET_ELEM_LIST_ELEMENTS);
+        for (const Key &each : keys) {
+            nlattr *element = mnl_attr_nest_start(message, NFTA_LIST_ELEM);
+            nlattr *value = mnl_attr_nest_start(message, NFTA_SET_ELEM_KEY);
+            mnl_attr_put(message, NFTA_DATA_VALUE, each.bytes.size(), each.bytes.data());
+            mnl_attr_nest_end(message, value);
+            if (each.isEnd) {
+                mnl_attr_put_u32(message, NFTA_SET_ELEM_FLAGS, htonl(NFT_SET_ELEM_INTERVAL_END));
+            }
+            mnl_attr_nest_end(message, element);
+        }
+        mnl_attr_nest_end(message, list);
+    }
+
+    void deleteTable() { mnl_attr_put_strz(put(NFT_MSG_DELTABLE, 0), NFTA_TABLE_NAME, kTable); }
+
+    /// 0 or a negative errno value.
+    int commit();
+
+private:
+    nlmsghdr *putHeader(unsigned type, unsigned flags, uint8_t family, uint16_t resource)
+    {
+        m_length += m_last != nullptr ? m_last->nlmsg_len : 0;
+        m_last = mnl_nlmsg_put_header(m_bytes.data() + m_length);
+        m_last->nlmsg_type = uint16_t(type);
+        m_last->nlmsg_flags = uint16_t(NLM_F_REQUEST | flags);
+        m_last->nlmsg_seq = ++m_sequence;
+        auto *header = static_cast<nfgenmsg *>(mnl_nlmsg_put_extra_header(m_last, sizeof(nfgenmsg)));
+        header->nfgen_family = family;
+        header->res_id = htons(resource);
+        return m_last;
+    }
+
+    nlmsghdr *put(unsigned type, unsigned flags)
+    {
+        return putHeader(NFNL_SUBSYS_NFTABLES << 8 | type, flags | NLM_F_ACK, NFPROTO_INET, 0);
+    }
+
+    nlmsghdr *putSet(unsigned type, const char *set)
+    {
+        nlmsghdr *message = put(type, type == NFT_MSG_NEWSETELEM ? NLM_F_CREATE : 0);
+        mnl_attr_put_strz(message, NFTA_SET_ELEM_LIST_TABLE, kTable);
+        mnl_attr_put_strz(message, NFTA_SET_ELEM_LIST_SET, set);
+        return message;
+    }
+
+    std::vector<char> m_bytes;
+    nlmsghdr *m_last = nullptr;
+    size_t m_length = 0;
+    unsigned m_sequence = 0;
+};
+
+int Transaction::commit()
+{
+    unsigned answers = m_sequence - 1; // to all but the beginning and the end
+    putHeader(NFNL_MSG_BATCH_END, 0, AF_UNSPEC, NFNL_SUBSYS_NFTABLES);
+    std::unique_ptr<mnl_socket, int (*)(mnl_socket *)> socket(mnl_socket_open2(NETLINK_NETFILTER, SOCK_CLOEXEC),
+                                                              mnl_socket_close);
+    if (!socket || mnl_socket_bind(socket.get(), 0, MNL_SOCKET_AUTOPID) < 0 ||
+        mnl_socket_sendto(socket.get(), m_bytes.data(), m_length + m_last->nlmsg_len) < 0) {
+        return -errno;
+    }
+    std::vector<char> answer(32768);
+    while (answers > 0) {
+        const ssize_t length = mnl_socket_recvfrom(socket.get(), answer.data(), answer.size());
+        if (length <= 0) {
+            return -errno;
+        }
+        auto left = int(length);
+        for (const auto *message = reinterpret_cast<const nlmsghdr *>(answer.data()); mnl_nlmsg_ok(message, left);
+             message = mnl_nlmsg_next(message, &left), --answers) {
+            const auto *error = static_cast<const nlmsgerr *>(mnl_nlmsg_get_payload(message));
+            if (message->nlmsg_type == NLMSG_ERROR && error->error != 0) {
+                return error->error;
+            }
+        }
+    }
+    return 0;
+}
+
+/// The ranges as a set takes them: sorted, those that touch in one, each with the first address behind it unless it
+/// goes to the end of all addresses.
+std::vector<Key> rangeKeys(const std::vector<Subnet> &subnets)
+{
+    std::map<uint64_t, uint64_t> ranges;
+    for (const Subnet &subnet : subnets) {
+        const uint64_t size = uint64_t(1) << (32 - subnet.length);
+        const uint64_t from = subnet.address & ~(size - 1);
+        ranges[from] = std::max(ranges[from], from + size);
+    }
+    std::vector<Key> keys;
+    uint64_t end = 0;
+    for (auto it = ranges.begin(); it != ranges.end();) {
+        keys.push_back(key(htonl(uint32_t(it->first))));
+        for (end = 0; it != ranges.end() && (end == 0 || it->first <= end); ++it) {
+            end = std::max(end, it->second);
+        }
+        if (end <= UINT32_MAX) {
+            keys.push_back(key(htonl(uint32_t(end)), true));
+        }
+    }
+    return keys;
+}
+
+int loadSets(const Policy &policy)
+{
+    std::vector<Key> open;
+    std::vector<Key> queries;
+    std::vector<Key> tunnels;
+    std::vector<Key> ports;
+    std::vector<Key> managers;
+    if (!policy.closed) {
+        open = {key(uint8_t(NFPROTO_IPV4)), key(uint8_t(NFPROTO_IPV6))};
+    }
+    if (policy.keepsQueries) {
+        queries = {key(htons(53)), key(htons(853))};
+    }
+    for (const unsigned link : policy.tunnels) {
+        tunnels.push_back(key(uint32_t(link)));
+    }
+    for (const unsigned port : policy.ports) {
+        ports.push_back(key(htons(uint16_t(port))));
+    }
+    for (const unsigned user : policy.managers) {
+        managers.push_back(key(uint32_t(user)));
+    }
+    Transaction transaction;
+    transaction.fill("open", open);
+    transaction.fill("queries", queries);
+    transaction.fill("tunnels", tunnels);
+    transaction.fill("ordinary", rangeKeys(policy.ordinary));
+    transaction.fill("ports", ports);
+    transaction.fill("managers", managers);
+    return transaction.commit();
+}
+
+std::string reasonOf(int error)
+{
+    return error == 0 ? std::string() : std::string("the packet filter: ") + std::strerror(-error);
+}
+
+} // namespace
+
+std::string loadGuard(const Policy &policy)
+{
+    const int error = loadSets(policy);
+    if (error != -ENOENT) {
+        return reasonOf(error);
+    }
+    if (access(kNft, X_OK) != 0) {
+        return "nft is missing; it is in the package nftables";
+    }
+    // As long as it is new, the table lets everything pass.
+    const RunResult made = runToEnd({kNft, "-f", "-"}, kRules);
+    return made.status == 0 ? reasonOf(loadSets(policy)) : made.errors.substr(0, made.errors.find('\n'));
+}
+
+std::string removeGuard()
+{
+    Transaction transaction;
+    transaction.deleteTable();
+    const int error = transaction.commit();
+    return error == -ENOENT ? std::string() : reasonOf(error);
+}

@@ -1,0 +1,162 @@
+#include "helpers/network/Offer.h"
+#include "helpers/network/State.h"
+#include "tests/support/Cases.h"
+
+#include <QTest>
+
+/// What a server's environment and the journal are read as, and which packets may leave then.
+class NetworkStateTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void offers()
+    {
+        const std::pair<Environment, QByteArray> cases[] = {
+            {{{"dev", "tun0"}, {"daemon_pid", "42"}, {"trusted_ip", "203.0.113.9"}}, "tun0 42 203.0.113.9"},
+            {{{"dev", "tun0;reboot"}, {"daemon_pid", "-1"}, {"trusted_ip6", "2001:db8::9"}},
+             "tun0;reboot 0 2001:db8::9"},
+            {{{"dev", "../x"}}, " 0  !no interface name: \"../x\""},
+            {{{"dev", "a b"}, {"trusted_ip", "1.2.3"}}, " 0  !no interface name: \"a b\""},
+            {option("dhcp-option DNS 198.18.0.1"), "t 0  dns 198.18.0.1"},
+            {option("dhcp-option DNS6 fd00::1%eth0"), "t 0  !no address: \"fd00::1%eth0\""},
+            {option("dhcp-option DNS 198.18.0.1\nnameserver 1.2.3.4"),
+             "t 0  !no address: \"198.18.0.1?nameserver 1.2.3.4\""},
+            {option("dhcp-option DOMAIN corp.example"), "t 0  in corp.example"},
+            {option("dhcp-option DOMAIN a..b"), "t 0  !no domain: \"a..b\""},
+            {option("dhcp-option DOMAIN -a"), "t 0  !no domain: \"-a\""},
+            {option("dhcp-option DOMAIN a b"), "t 0  !no domain: \"a b\""},
+            {option("route 192.0.2.0"), "t 0 "},
+            {remotes({}), "t 0 198.51.100.1 at a.example b.example"},
+            {remotes({{"http_proxy_server_1", "proxy.example"}}), "t 0 198.51.100.1"},
+            {remotes({{"remote_1", "198.51.100.1"}}), "t 0 198.51.100.1"},
+            {remotes({{"remote_1", "a;b"}}), "t 0 198.51.100.1 at b.example"},
+            {routes({{"0.0.0.0", "128.0.0.0", "198.18.0.1"}, {"128.0.0.0", "128.0.0.0", "198.18.0.1"}}),
+             "t 0  routes all"},
+            {routes({{"10.0.0.0", "255.0.0.0", "198.18.0.1"}}), "t 0  routes"},
+            {routes({{"0.0.0.0", "0.0.0.0", "192.0.2.1"}, {"10.1.2.3", "255.255.0.0", "192.0.2.1"}}),
+             "t 0  to 0.0.0.0/0 to 10.1.0.0/16 routes"},
+            {routes({{"10.0.0.0", "255.0.255.0", "192.0.2.1"}}), "t 0  routes !no destination: \"10.0.0.0\""},
+        };
+        for (const auto &[environment, expected] : cases) {
+            COMPARE_CASE(expected, shown(readOffer(environment)), expected);
+        }
+    }
+
+    void journal()
+    {
+        State state;
+        state.isLocked = true;
+        state.marksChecked = true;
+        state.owner = {4711, 99};
+        state.routes = {routeTo({}, 0, "192.0.2.1", 3, 100), routeTo("10.0.0.0", 8, "192.0.2.2", 3)};
+        state.services = {{0x0a000001, 32}};
+        Tunnel tunnel;
+        tunnel.process = {42, 7};
+        tunnel.device = "tun0";
+        tunnel.link = 5;
+        tunnel.isEstablished = true;
+        tunnel.resolver = Resolver::File;
+        tunnel.servers = {{"198.18.0.1", "fd00::1"}, {"corp.example"}};
+        tunnel.server = "203.0.113.9";
+        tunnel.gateway = "192.0.2.1";
+        tunnel.ordinary = {{0xc0000200, 24}};
+        state.tunnels = {tunnel, Tunnel()};
+        const std::string text = journalOf(state);
+        QCOMPARE(journalOf(readState(text)), text);
+        QCOMPARE(readState(text).routes.at(0).metric, 100U);
+        QVERIFY(readState(text).routes == state.routes);
+        QCOMPARE(journalOf(readState("route zz\ndevice tun0 5\nroute\ntunnel x\n\n")).substr(0, 6),
+                 std::string("owner "));
+    }
+
+    void policies()
+    {
+        // takesAll, device, name servers, locked, undecided: closed, keeps queries, ordinary ways
+        const std::tuple<bool, bool, bool, bool, bool, QByteArray> cases[] = {
+            {false, false, false, false, false, "open"},
+            {false, true, true, false, false, "open +"},
+            {true, true, true, false, false, "closed queries +"},
+            {true, true, false, false, false, "closed +"},
+            {true, false, true, false, false, "closed queries +"}, // OpenVPN has taken its tunnel down
+            {true, true, false, true, false, "closed"},
+            {false, true, true, true, false, "closed queries"},
+            {false, false, false, true, false, "closed queries"},
+            {false, false, false, false, true, "closed queries"},
+        };
+        for (const auto &[takesAll, device, servers, locked, undecided, expected] : cases) {
+            State state;
+            state.isLocked = locked;
+            state.isUndecided = undecided;
+            Tunnel tunnel;
+            tunnel.takesAll = takesAll;
+            tunnel.device = device ? "tun0" : "";
+            tunnel.link = 5;
+            tunnel.port = 44358;
+            tunnel.manager = 1000;
+            tunnel.servers.addresses.resize(servers ? 1 : 0);
+            tunnel.ordinary.resize(device || takesAll ? 1 : 0);
+            state.tunnels = {tunnel};
+            const Policy policy = policyOf(state);
+            QByteArray came = policy.closed ? "closed" : "open";
+            came += QByteArray(policy.keepsQueries ? " queries" : "") + (policy.ordinary.empty() ? "" : " +");
+            COMPARE_CASE(expected, came, expected);
+            QCOMPARE(policy.tunnels.size(), size_t(device ? 1 : 0));
+            QVERIFY(policy.ports.count(44358) == 1 && policy.managers == (std::set<unsigned>{0, 1000}));
+        }
+    }
+
+private:
+    using Row = std::array<const char *, 3>;
+
+    static Environment option(const char *text) { return {{"dev", "t"}, {"foreign_option_1", text}}; }
+
+    static Environment remotes(const Environment &more)
+    {
+        Environment environment = more;
+        environment.insert({{"dev", "t"},
+                            {"trusted_ip", "198.51.100.1"},
+                            {"remote_1", "a.example"},
+                            {"remote_2", "b.example"},
+                            {"remote_3", "b.example"}});
+        return environment;
+    }
+
+    static Environment routes(const std::vector<Row> &rows)
+    {
+        Environment environment = {
+            {"dev", "t"}, {"route_net_gateway", "192.0.2.1"}, {"route_vpn_gateway", "198.18.0.1"}};
+        int n = 0;
+        for (const Row &row : rows) {
+            const std::string number = std::to_string(++n);
+            environment["route_network_" + number] = row[0];
+            environment["route_netmask_" + number] = row[1];
+            environment["route_gateway_" + number] = row[2];
+        }
+        return environment;
+    }
+
+    static QByteArray shown(const Offer &offer)
+    {
+        std::string text = offer.device + " " + std::to_string(offer.process) + " " + offer.server;
+        const auto add = [&text](const char *what, const std::vector<std::string> &list) {
+            for (const std::string &each : list) {
+                text += what + each;
+            }
+        };
+        add(" at ", offer.names.empty() ? offer.names : std::vector{offer.names.front()});
+        add(" ", offer.names.size() < 2 ? std::vector<std::string>() : std::vector{offer.names.back()});
+        add(" dns ", offer.nameServers);
+        add(" in ", offer.domains);
+        for (const Subnet &subnet : offer.ordinary) {
+            text += " to " + std::to_string(subnet.address >> 24) + "." + std::to_string(subnet.address >> 16 & 255) +
+                    ".0.0/" + std::to_string(subnet.length);
+        }
+        text += std::string(offer.hasRoutes ? " routes" : "") + (offer.takesAll ? " all" : "");
+        add(" !", offer.problems);
+        return QByteArray::fromStdString(text);
+    }
+};
+
+QTEST_GUILESS_MAIN(NetworkStateTest)
+#include "NetworkStateTest.moc"
