@@ -164,6 +164,7 @@ std::vector<std::string> openVpnCommand(const std::string &openVpn, const Comman
     // OpenVPN splits a script's command line into words.
     if (commandLine.up) {
         add({"--up", quoteWord(bundle + "/up.sh")});
+        add({"--route-up", quoteWord(bundle + "/network") + " routes"});
     }
     if (commandLine.down) {
         add({"--down", quoteWord(bundle + "/down.sh")});

@@ -7,10 +7,6 @@
 /// Names of servers and the address that each had when it was last connected to.
 using Addresses = std::map<std::string, std::string>;
 
-/// True while lock-down has taken the default route (IPv4) out of the main routing table and kept it in the table for
-/// OpenVPN's own packets. Reads the kernel's tables.
-bool isLockedDown();
-
 /// The lines "name address" of up.sh's record. Lines that are not of this form are skipped.
 Addresses parseAddresses(const std::string &text);
 

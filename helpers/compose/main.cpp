@@ -3,6 +3,9 @@
 #include "helpers/compose/Files.h"
 #include "helpers/compose/LockedDown.h"
 #include "helpers/compose/ProfileFilter.h"
+#include "helpers/network/Guardian.h"
+#include "helpers/network/Network.h"
+#include "helpers/system/Checks.h"
 #include "helpers/system/Run.h"
 #include "names/StateFiles.h"
 
@@ -11,6 +14,7 @@
 #include <climits>
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
 #include <poll.h>
@@ -117,7 +121,6 @@ std::optional<FilteredProfile> loadProfile(const CommandLine &commandLine, const
 /// Makes the copy of the profile that OpenVPN reads. False, with a reason, when that fails.
 bool sealProfile(FilteredProfile &profile, bool proxy, Handover &handover, std::string &error)
 {
-    handover.lockedDown = isLockedDown();
     // Behind a proxy the last address was the proxy's.
     if (handover.lockedDown && !proxy && !usesProxy(profile.directives)) {
         const auto notes = replaceNames(profile.directives, lastAddresses(), canBeResolved);
@@ -132,6 +135,29 @@ bool sealProfile(FilteredProfile &profile, bool proxy, Handover &handover, std::
     }
     std::fflush(stdout);
     return seal(*text, handover.config, error) && seal("-\n", handover.keyPassword, error);
+}
+
+/// The user whose window manages OpenVPN: the one for whom the program got root's rights, else the program's own.
+unsigned windowsUser()
+{
+    const char *user = std::getenv("PKEXEC_UID");
+    return user != nullptr && isNumber(user) ? unsigned(std::strtoul(user, nullptr, 10)) : getuid();
+}
+
+/// Readies the machine's network for OpenVPN, which becomes of this process. Without root's rights there is nothing
+/// to ready, and OpenVPN says so itself.
+bool prepareNetwork(const CommandLine &commandLine, Handover &handover, std::string &error)
+{
+    if (geteuid() != 0) {
+        return true;
+    }
+    const Process program = programAbove();
+    if (program.lives()) {
+        startGuardian(program);
+    }
+    error = prepareTunnel(unsigned(std::strtoul(commandLine.managementPort.c_str(), nullptr, 10)), windowsUser(),
+                          handover.lockedDown);
+    return error.empty();
 }
 
 /// Opens or asks for the credentials that OpenVPN needs. False, with a reason, when there are none.
@@ -185,7 +211,8 @@ int main(int argc, char *argv[])
     }
     auto profile = loadProfile(*commandLine, folder, bundle, error);
     Handover handover;
-    if (!profile || !sealProfile(*profile, !commandLine->proxy.empty(), handover, error) ||
+    if (!profile || !prepareNetwork(*commandLine, handover, error) ||
+        !sealProfile(*profile, !commandLine->proxy.empty(), handover, error) ||
         !prepareCredentials(*commandLine, bundle, profile->asksCredentials, handover, error)) {
         return fail(error);
     }

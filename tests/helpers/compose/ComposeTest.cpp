@@ -1,4 +1,5 @@
 #include "tests/support/Cases.h"
+#include "tests/support/OwnNetwork.h"
 #include "tests/support/Shell.h"
 #include "tests/support/TestFiles.h"
 
@@ -47,6 +48,9 @@ class ComposeTest : public QObject
 {
     Q_OBJECT
 
+public:
+    static void initMain() { enterOwnNetwork(); }
+
 private slots:
     void init()
     {
@@ -77,7 +81,7 @@ private slots:
         QCOMPARE(given.replace(QRegularExpression("/proc/self/fd/\\d+"), "FD").remove(path("").replace('"', "\\\"")),
                  "--verb|3|--askpass|FD|--persist-tun|--mark|19311|--http-proxy|proxy|8080|FD|--config|FD|"
                  "--auth-user-pass|FD|--auth-nocache|--cd|/cfg/OpenVPN/|--management|127.0.0.1|44358|"
-                 "--script-security|2|--up|\"/up.sh\"|--down|\"/down.sh\"");
+                 "--script-security|2|--up|\"/up.sh\"|--route-up|\"/network\" routes|--down|\"/down.sh\"");
         QVERIFY(result.began["--config"].value(0).startsWith("client\n\nca /proc/self/fd/"));
         QCOMPARE(result.began["writable"].join(' '), "no yes no no"); // all but the proxy's file are private copies
         QCOMPARE(result.began["state"].join(' '), "PATH=/usr/sbin:/usr/bin:/sbin:/bin LC_ALL=C dies-by-15 default");
