@@ -32,7 +32,9 @@ void OpenVPNWorker::run()
             killOpenVPN();
         }
     }
-    if (!m_downScriptStarted &&
+    // The script would let everybody's packets out; after a tunnel that broke the user decides on that.
+    const bool broke = m_helper.state() == QProcess::NotRunning && state() == VPNClient::CONNECTED;
+    if (!m_downScriptStarted && !broke &&
         (m_helper.state() != QProcess::NotRunning || m_helper.exitStatus() == QProcess::CrashExit)) {
         startDownScript();
     }
