@@ -6,6 +6,7 @@
 #include "platform/SetUserIdStart.h"
 #include "platform/SingleInstance.h"
 #include "platform/UserBrowser.h"
+#include "ui/Language.h"
 #include "ui/Look.h"
 
 #include <QApplication>
@@ -55,6 +56,7 @@ int main(int argc, char *argv[])
     qInstallMessageHandler(debugFilter);
     preferBundledTools();
     applyLook(application);
+    applyLanguage();
 
     const bool wantsVersion = isOnlyArgument(argc, argv, "-version");
     const bool wantsReset = isOnlyArgument(argc, argv, "-reset");

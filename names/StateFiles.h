@@ -14,6 +14,7 @@
     ROW(kRefreshFile,      "/cfg/update",                 Kept,    "when the configuration is to be refreshed") \
     ROW(kTransferFile,     "/cfg/transfer",               Kept,    "the traffic totals") \
     ROW(kThemeFile,        "/cfg/theme",                  Kept,    "light or dark") \
+    ROW(kLanguageFile,     "/cfg/language",               Kept,    "the language that the person chose") \
     ROW(kProxyLoginFile,   "/cfg/proxy",                  Kept,    "the proxy's login, while a connection is made") \
     ROW(kL2tpListFile,     "/cfg/L2TP.txt",               Kept,    "the L2TP servers") \
     ROW(kProfileFolder,    "/cfg/OpenVPN/",               Kept,    "folder: the OpenVPN servers, certificate, keys") \

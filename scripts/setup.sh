@@ -4,11 +4,11 @@
 set -euo pipefail
 
 build=(build-essential cmake ninja-build pkg-config git clang-format clang-tidy
-    qtbase5-dev qtmultimedia5-dev libqt5x11extras5-dev libxcb1-dev libxcb-randr0-dev
+    qtbase5-dev qtmultimedia5-dev qttools5-dev qttools5-dev-tools libqt5x11extras5-dev libxcb1-dev libxcb-randr0-dev
     libarchive-dev libcpp-httplib-dev libmnl-dev libssl-dev)
 runtime=(openvpn iproute2 iputils-ping nftables network-manager network-manager-l2tp network-manager-pptp
     network-manager-strongswan sstp-client libqt5multimedia5-plugins libqt5svg5 fonts-inter
-    pkexec xdg-utils)
+    fonts-noto-core fonts-noto-cjk qttranslations5-l10n pkexec xdg-utils)
 lab=(dnsmasq-base easy-rsa minisign openssl tinyproxy microsocks curl dbus procps util-linux strace zip unzip p7zip-full)
 display=(xvfb openbox trayer xdotool imagemagick x11-utils x11-xserver-utils pulseaudio pulseaudio-utils)
 packaging=(appstream debootstrap desktop-file-utils dpkg-dev file lintian)
