@@ -2,6 +2,7 @@
 
 #include "account/SavedLogin.h"
 #include "base/DebugLog.h"
+#include "ui/Language.h"
 #include "ui/PlainText.h"
 #include "ui_Korvan.h"
 
@@ -24,6 +25,7 @@ Korvan::Korvan(QMainWindow *parent)
     qRegisterMetaType<KORVANSTATUS>("KORVANSTATUS");
     m_appearance.show();
     m_form->setupUi(this);
+    mirrorMargins(*this);
     m_form->lbVersion->setText(QApplication::applicationVersion());
     m_form->edProxyAddr->setEnabled(false);
     m_form->edProxyPort->setEnabled(false);

@@ -40,6 +40,7 @@ private:
 
 KvElidingComboBox::KvElidingComboBox(QWidget *parent) : QComboBox(parent)
 {
+    setProperty("mirrored", isRightToLeft()); // the style sheet mirrors no padding
     // Thousands of servers must not be measured one by one for a size that is the same anyway.
     setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     auto *list = new QListView(this);

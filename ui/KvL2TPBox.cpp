@@ -5,7 +5,6 @@
 KvL2TPBox::KvL2TPBox(QWidget *parent) : QDialog(parent), m_form(std::make_unique<Ui::KvL2TPBox>())
 {
     m_form->setupUi(this);
-    setFixedSize(size());
     connect(m_form->btnOK, &QPushButton::clicked, this, &QDialog::accept);
     connect(m_form->btnCancel, &QPushButton::clicked, this, &QDialog::reject);
 }

@@ -4,6 +4,7 @@
 #include "ui/Theme.h"
 
 #include <QPainter>
+#include <QStyle>
 
 namespace {
 
@@ -40,9 +41,15 @@ QSize KvRetinaCheckBox::sizeHint() const
     return {kTextLeft + width + 4, hint.isEmpty() ? 22 : 2 * kLineHeight};
 }
 
+/// The place of a part that the given box has where one reads from left to right.
+QRect KvRetinaCheckBox::visual(const QRect &box) const
+{
+    return QStyle::visualRect(layoutDirection(), rect(), box);
+}
+
 bool KvRetinaCheckBox::hitButton(const QPoint &point) const
 {
-    return rect().contains(point) && point.x() < sizeHint().width();
+    return visual({0, 0, sizeHint().width(), height()}).contains(point);
 }
 
 void KvRetinaCheckBox::paintEvent(QPaintEvent *)
@@ -53,10 +60,10 @@ void KvRetinaCheckBox::paintEvent(QPaintEvent *)
         state.prepend("checked_");
     }
     const QPixmap mark = statePicture(m_images, state.constData(), this);
-    drawPicture(painter, QRect(0, (height() - kMark) / 2, kMark, kMark), mark);
+    drawPicture(painter, visual({0, (height() - kMark) / 2, kMark, kMark}), mark);
 
     const QString hint = accessibleDescription();
-    QRect line(kTextLeft, 0, width() - kTextLeft, hint.isEmpty() ? height() : height() / 2);
+    QRect line = visual({kTextLeft, 0, width() - kTextLeft, hint.isEmpty() ? height() : height() / 2});
     painter.setPen(QColor(isEnabled() ? colours().ink : colours().disabled));
     painter.drawText(line, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextShowMnemonic, text());
     if (!hint.isEmpty()) {

@@ -26,6 +26,7 @@ protected:
 
 private:
     QFont hintFont() const;
+    QRect visual(const QRect &box) const;
 
     QString m_images;
 };

@@ -3,6 +3,7 @@
 #include "ui/StatePicture.h"
 
 #include <QPainter>
+#include <QStyle>
 #include <QTimerEvent>
 
 namespace {
@@ -44,13 +45,15 @@ void KvRetinaProgress::paintEvent(QPaintEvent *)
     const int done = range > 0 ? static_cast<int>(qint64(width()) * (value() - minimum()) / range) : 0;
     if (done > 0) {
         const char *part = m_done && value() == maximum() ? "done" : "fill";
-        drawStretched(painter, QRect(0, 0, qMax(done, height()), height()), statePicture(m_images, part, this));
+        const QRect fill(0, 0, qMax(done, height()), height());
+        drawStretched(painter, QStyle::visualRect(layoutDirection(), rect(), fill), statePicture(m_images, part, this));
     }
     if (m_moving && isOnItsWay()) {
         const int length = width() / 6;
         const int left = (width() + length) * m_glint / 1000 - length;
         const QRect glint = QRect(left, 0, length, height()) & rect();
-        drawStretched(painter, glint, statePicture(m_images, "glint", this));
+        drawStretched(painter, QStyle::visualRect(layoutDirection(), rect(), glint),
+                      statePicture(m_images, "glint", this));
         if (!m_clock.isActive()) {
             m_clock.start(kFrameMs, this);
         }

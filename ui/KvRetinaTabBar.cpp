@@ -5,6 +5,7 @@
 
 #include <QCursor>
 #include <QPainter>
+#include <QStyle>
 #include <QVariant>
 
 namespace {
@@ -47,9 +48,11 @@ void KvRetinaTabBar::paintTab(QPainter &painter, int index, bool hovered)
     QRect picture(0, 0, kPicture, kPicture);
     picture.moveCenter(box.center());
     picture.moveLeft(box.left() + kMargin);
-    drawPicture(painter, picture, statePicture(tabData(index).toString(), state, this));
+    drawPicture(painter, QStyle::visualRect(layoutDirection(), box, picture),
+                statePicture(tabData(index).toString(), state, this));
     painter.setPen(QColor(colour));
-    painter.drawText(box.adjusted(kMargin + kPicture + kGap, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter,
+    const QRect words = box.adjusted(kMargin + kPicture + kGap, 0, 0, 0);
+    painter.drawText(QStyle::visualRect(layoutDirection(), box, words), Qt::AlignLeft | Qt::AlignVCenter,
                      tabText(index));
     if (current) {
         painter.fillRect(QRect(box.left(), height() - kUnderline, box.width(), kUnderline), QColor(colour));

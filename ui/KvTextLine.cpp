@@ -5,6 +5,7 @@
 
 #include <QHelpEvent>
 #include <QPainter>
+#include <QStyle>
 #include <QToolTip>
 
 namespace {
@@ -39,7 +40,7 @@ QRect KvTextLine::textBox() const
     if (!m_caption.isEmpty() && !isCaptionItself()) {
         box.setLeft(box.left() + fontMetrics().horizontalAdvance(m_caption) + kGap);
     }
-    return box;
+    return QStyle::visualRect(layoutDirection(), contentsRect(), box);
 }
 
 bool KvTextLine::event(QEvent *event)

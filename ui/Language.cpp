@@ -6,9 +6,11 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QLayout>
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QTranslator>
+#include <QWidget>
 
 #include <algorithm>
 #include <clocale>
@@ -88,6 +90,17 @@ void useLanguage(const QString &code)
         QCoreApplication::installTranslator(own);
     }
     QGuiApplication::setLayoutDirection(QLocale(code).textDirection());
+}
+
+void mirrorMargins(const QWidget &form)
+{
+    if (!form.isRightToLeft()) {
+        return;
+    }
+    for (QLayout *layout : form.findChildren<QLayout *>()) {
+        const QMargins margins = layout->contentsMargins();
+        layout->setContentsMargins(margins.right(), margins.top(), margins.left(), margins.bottom());
+    }
 }
 
 void applyLanguage()

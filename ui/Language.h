@@ -3,6 +3,8 @@
 #include <QString>
 #include <QStringList>
 
+class QWidget;
+
 /// The languages of the window's texts. The log, the messages of the engine and whatever the program itself looks for
 /// in a text are English in all of them.
 struct Language
@@ -29,6 +31,10 @@ QString languageFor(const QStringList &desktopLanguages);
 
 /// Gives the windows that are made from now on their texts, Qt's own among them, and their reading direction.
 void useLanguage(const QString &code);
+
+/// Mirrors the side margins of a form's layouts where one reads from right to left, which Qt leaves where they are. To
+/// be called once.
+void mirrorMargins(const QWidget &form);
 
 /// Uses the chosen language, else the desktop's. To be called once, before the first window is made.
 void applyLanguage();
