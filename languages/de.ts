@@ -21,7 +21,7 @@
     </message>
     <message>
         <source>Use the name and password of your subscription.</source>
-        <translation>Mit dem Namen und dem Passwort Ihres Abonnements.</translation>
+        <translation>Name und Passwort Ihres Abonnements.</translation>
     </message>
     <message>
         <source>User name</source>

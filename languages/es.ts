@@ -21,7 +21,7 @@
     </message>
     <message>
         <source>Use the name and password of your subscription.</source>
-        <translation>Use el nombre y la contraseña de su suscripción.</translation>
+        <translation>El nombre y la contraseña de su suscripción.</translation>
     </message>
     <message>
         <source>User name</source>

@@ -21,7 +21,7 @@
     </message>
     <message>
         <source>Use the name and password of your subscription.</source>
-        <translation>Utilisez le nom et le mot de passe de votre abonnement.</translation>
+        <translation>Le nom et le mot de passe de votre abonnement.</translation>
     </message>
     <message>
         <source>User name</source>

@@ -21,7 +21,7 @@
     </message>
     <message>
         <source>Use the name and password of your subscription.</source>
-        <translation>Введите имя и пароль вашей подписки.</translation>
+        <translation>Имя и пароль вашей подписки.</translation>
     </message>
     <message>
         <source>User name</source>
@@ -41,7 +41,7 @@
     </message>
     <message>
         <source>Use existing configuration</source>
-        <translation>Использовать имеющуюся конфигурацию</translation>
+        <translation>Войти с текущей конфигурацией</translation>
     </message>
     <message>
         <source>Pages</source>
