@@ -613,27 +613,27 @@ Drücken Sie OK, um Ihre normale Internetverbindung wiederherzustellen, und verb
     </message>
     <message>
         <source>Appearance</source>
-        <translation type="unfinished"></translation>
+        <translation>Aussehen</translation>
     </message>
     <message>
         <source>As the desktop</source>
-        <translation type="unfinished">Wie der Desktop</translation>
+        <translation>Wie der Desktop</translation>
     </message>
     <message>
         <source>Light</source>
-        <translation type="unfinished"></translation>
+        <translation>Hell</translation>
     </message>
     <message>
         <source>Dark</source>
-        <translation type="unfinished"></translation>
+        <translation>Dunkel</translation>
     </message>
     <message>
         <source>no data</source>
-        <translation type="unfinished"></translation>
+        <translation>keine Daten</translation>
     </message>
     <message>
         <source>Update failed, %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Update ist fehlgeschlagen: %1.</translation>
     </message>
 </context>
 <context>
@@ -710,11 +710,11 @@ Drücken Sie OK, um Ihre normale Internetverbindung wiederherzustellen, und verb
     </message>
     <message>
         <source>Update failed, %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Update ist fehlgeschlagen: %1.</translation>
     </message>
     <message>
         <source>Update</source>
-        <translation type="unfinished">Update</translation>
+        <translation>Update</translation>
     </message>
 </context>
 </TS>

@@ -613,27 +613,27 @@ Pulse Aceptar para restablecer su conexión a Internet habitual y vuelva a conec
     </message>
     <message>
         <source>Appearance</source>
-        <translation type="unfinished"></translation>
+        <translation>Apariencia</translation>
     </message>
     <message>
         <source>As the desktop</source>
-        <translation type="unfinished">Como el escritorio</translation>
+        <translation>Como el escritorio</translation>
     </message>
     <message>
         <source>Light</source>
-        <translation type="unfinished"></translation>
+        <translation>Claro</translation>
     </message>
     <message>
         <source>Dark</source>
-        <translation type="unfinished"></translation>
+        <translation>Oscuro</translation>
     </message>
     <message>
         <source>no data</source>
-        <translation type="unfinished"></translation>
+        <translation>no hay datos</translation>
     </message>
     <message>
         <source>Update failed, %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>La actualización ha fallado: %1.</translation>
     </message>
 </context>
 <context>
@@ -710,11 +710,11 @@ Pulse Aceptar para restablecer su conexión a Internet habitual y vuelva a conec
     </message>
     <message>
         <source>Update failed, %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>La actualización ha fallado: %1.</translation>
     </message>
     <message>
         <source>Update</source>
-        <translation type="unfinished">Actualización</translation>
+        <translation>Actualización</translation>
     </message>
 </context>
 </TS>

@@ -613,27 +613,27 @@ Please press OK to resume your regular internet connection and reconnect to the 
     </message>
     <message>
         <source>Appearance</source>
-        <translation type="unfinished"></translation>
+        <translation>ظاهر</translation>
     </message>
     <message>
         <source>As the desktop</source>
-        <translation type="unfinished">مانند میزکار</translation>
+        <translation>مانند میزکار</translation>
     </message>
     <message>
         <source>Light</source>
-        <translation type="unfinished"></translation>
+        <translation>روشن</translation>
     </message>
     <message>
         <source>Dark</source>
-        <translation type="unfinished"></translation>
+        <translation>تیره</translation>
     </message>
     <message>
         <source>no data</source>
-        <translation type="unfinished"></translation>
+        <translation>داده‌ای دریافت نشد</translation>
     </message>
     <message>
         <source>Update failed, %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>به‌روزرسانی ناموفق بود: %1.</translation>
     </message>
 </context>
 <context>
@@ -710,11 +710,11 @@ Please press OK to resume your regular internet connection and reconnect to the 
     </message>
     <message>
         <source>Update failed, %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>به‌روزرسانی ناموفق بود: %1.</translation>
     </message>
     <message>
         <source>Update</source>
-        <translation type="unfinished">به‌روزرسانی</translation>
+        <translation>به‌روزرسانی</translation>
     </message>
 </context>
 </TS>

@@ -613,27 +613,27 @@ Appuyez sur OK pour rétablir votre connexion à Internet habituelle, puis recon
     </message>
     <message>
         <source>Appearance</source>
-        <translation type="unfinished"></translation>
+        <translation>Apparence</translation>
     </message>
     <message>
         <source>As the desktop</source>
-        <translation type="unfinished">Comme le bureau</translation>
+        <translation>Comme le bureau</translation>
     </message>
     <message>
         <source>Light</source>
-        <translation type="unfinished"></translation>
+        <translation>Clair</translation>
     </message>
     <message>
         <source>Dark</source>
-        <translation type="unfinished"></translation>
+        <translation>Sombre</translation>
     </message>
     <message>
         <source>no data</source>
-        <translation type="unfinished"></translation>
+        <translation>aucune donnée reçue</translation>
     </message>
     <message>
         <source>Update failed, %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>La mise à jour a échoué : %1.</translation>
     </message>
 </context>
 <context>
@@ -710,11 +710,11 @@ Appuyez sur OK pour rétablir votre connexion à Internet habituelle, puis recon
     </message>
     <message>
         <source>Update failed, %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>La mise à jour a échoué : %1.</translation>
     </message>
     <message>
         <source>Update</source>
-        <translation type="unfinished">Mise à jour</translation>
+        <translation>Mise à jour</translation>
     </message>
 </context>
 </TS>

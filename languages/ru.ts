@@ -613,27 +613,27 @@ Please press OK to resume your regular internet connection and reconnect to the 
     </message>
     <message>
         <source>Appearance</source>
-        <translation type="unfinished"></translation>
+        <translation>Оформление</translation>
     </message>
     <message>
         <source>As the desktop</source>
-        <translation type="unfinished">Как в системе</translation>
+        <translation>Как в системе</translation>
     </message>
     <message>
         <source>Light</source>
-        <translation type="unfinished"></translation>
+        <translation>Светлое</translation>
     </message>
     <message>
         <source>Dark</source>
-        <translation type="unfinished"></translation>
+        <translation>Тёмное</translation>
     </message>
     <message>
         <source>no data</source>
-        <translation type="unfinished"></translation>
+        <translation>нет данных</translation>
     </message>
     <message>
         <source>Update failed, %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>Ошибка обновления: %1.</translation>
     </message>
 </context>
 <context>
@@ -710,11 +710,11 @@ Please press OK to resume your regular internet connection and reconnect to the 
     </message>
     <message>
         <source>Update failed, %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>Ошибка обновления: %1.</translation>
     </message>
     <message>
         <source>Update</source>
-        <translation type="unfinished">Обновление</translation>
+        <translation>Обновление</translation>
     </message>
 </context>
 </TS>
