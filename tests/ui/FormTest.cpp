@@ -4,7 +4,6 @@
 
 #include <QAccessible>
 #include <QMessageBox>
-#include <QRegularExpression>
 
 #include <algorithm>
 #include <cmath>
@@ -58,32 +57,6 @@ private slots:
         }
         QTest::mouseClick(m_window->focusWidget(), Qt::LeftButton);
         QVERIFY2(!ring->isVisible(), "only the keyboard needs it");
-    }
-
-    void nothingIsClipped()
-    {
-        const QRegularExpression names("^(pb|cb|rb|cm|ed|lb|pg|tab)");
-        for (const KORVANSTATUS status : {STATUS_READY, STATUS_CONNECTING, STATUS_CONNECTED}) {
-            m_window->setStatus(status);
-            for (const char *name : {"lbServerIP", "lbPublicIP", "lbTotalRD", "lbTotalRecv"}) {
-                find<QLabel>(name)->setText("203.0.113.121");
-            }
-            for (int page = kLoginPage; page < 5; ++page) {
-                showPage(page);
-                QTest::qWait(0);
-                for (const QWidget *widget : m_window->findChildren<QWidget *>(names)) {
-                    const auto *box = qobject_cast<const KvElidingComboBox *>(widget);
-                    const auto *label = qobject_cast<const QLabel *>(widget);
-                    const bool isWhole = widget->parentWidget()->rect().contains(widget->geometry()) &&
-                                         widget->size().expandedTo(widget->minimumSizeHint()) == widget->size() &&
-                                         (!box || !box->isShortened()) &&
-                                         (!label || label->wordWrap() ||
-                                          label->width() >= label->fontMetrics().horizontalAdvance(label->text()));
-                    QVERIFY2(isWhole || !widget->isVisible(), qPrintable(widget->objectName()));
-                }
-            }
-        }
-        QVERIFY(!log().contains("no picture"));
     }
 
     /// A text of two lines once took what all others got.
