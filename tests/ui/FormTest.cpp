@@ -30,7 +30,8 @@ private slots:
             "edUser edPass cbRember pbLogin pbExist",
             "tab cmProto cmServer pbConnect pbReconnect pbChangeUser pbUpAccount pbFAQ pbHelpSupport pbResetStat",
             "tab edLog pbCopyLog",
-            ("tab cbConnectOnBoot cmBootServer cbHideConnection cbLockDown cbNoSound cmTheme cmUpdate pbUpdate "
+            ("tab cbConnectOnBoot cmBootServer cbHideConnection cbLockDown cbNoSound cmTheme cmLanguage cmUpdate "
+             "pbUpdate "
              "pbUpApp "
              "pbReset pbSave"),
             "tab rbNone edProxyAddr edProxyPort cbProxyAuth edProxyUser edProxyPass pbSaveProxy",

@@ -3,6 +3,7 @@
 #include "ui/Language.h"
 
 #include <QHeaderView>
+#include <QMap>
 #include <QRegularExpression>
 
 /// Whether a text that is not shortened by design stands whole in the widget that has it.
@@ -19,7 +20,7 @@ static bool showsWholeText(const QWidget *widget)
         return line->width() >= metrics.horizontalAdvance(line->caption()) + gap + metrics.horizontalAdvance(shown);
     }
     if (const auto *label = qobject_cast<const QLabel *>(widget)) {
-        const QSize text = metrics.size(0, label->text());
+        const QSize text = metrics.size(Qt::TextHideMnemonic, label->text());
         return label->wordWrap() ? label->height() >= label->heightForWidth(label->width())
                                  : label->width() >= text.width() && label->height() >= text.height();
     }
@@ -54,6 +55,23 @@ static QString clippedWidgets(const QWidget *window)
     return clipped.join(' ');
 }
 
+/// The keys that lead to more than one of the visible controls, and the controls.
+static QString sharedMnemonics(const QWidget *window)
+{
+    QMap<QString, QStringList> controls;
+    for (const QWidget *widget : window->findChildren<QWidget *>()) {
+        const QString key = QKeySequence::mnemonic(widget->property("text").toString()).toString();
+        if (widget->isVisible() && !key.isEmpty()) {
+            controls[key] += widget->objectName();
+        }
+    }
+    QStringList shared;
+    for (auto at = controls.cbegin(); at != controls.cend(); ++at) {
+        shared += at->size() > 1 ? at.key() + ' ' + at->join(' ') : QString();
+    }
+    return shared.join(' ').trimmed();
+}
+
 /// The window in every language that it speaks.
 class LanguagesTest : public WindowFixture
 {
@@ -75,6 +93,7 @@ private slots:
             for (int page = kLoginPage; page < find<QStackedWidget>("tabPage")->count(); ++page) {
                 showPage(page);
                 QTest::qWait(0);
+                COMPARE_CASE(code.toLatin1(), sharedMnemonics(m_window.get()), "");
                 COMPARE_CASE(code.toLatin1() + " page " + QByteArray::number(page), clippedWidgets(m_window.get()),
                              "");
             }
