@@ -35,7 +35,7 @@ static QString check(const QString &archive, const QString &signature)
         return {};
     }
     const QString reason = QString::fromLocal8Bit(result.errors).trimmed();
-    return reason.isEmpty() ? QCoreApplication::translate("Korvan", "it can not be checked") : reason;
+    return reason.isEmpty() ? QStringLiteral(QT_TRANSLATE_NOOP("Korvan", "it can not be checked")) : reason;
 }
 
 QString storeUpdate(const QByteArray &archive, const QString &signature)
@@ -47,14 +47,14 @@ QString storeUpdate(const QByteArray &archive, const QString &signature)
     QString problem;
     if (!QDir().mkpath(appPath(kNewUpdateFolder)) || !writeWhole(file, archive) ||
         (isSigned && !writeWhole(signatureFile, signature.toLatin1()))) {
-        problem = QCoreApplication::translate("Korvan", "the archive can not be stored");
+        problem = QStringLiteral(QT_TRANSLATE_NOOP("Korvan", "the archive can not be stored"));
     } else if (isSigned) {
         problem = check(file, signatureFile);
     }
     if (problem.isEmpty()) {
         QDir_removeFolder(appPath(kUpdateFolder));
         if (!QDir().rename(appPath(kNewUpdateFolder), appPath(kUpdateFolder))) {
-            problem = QCoreApplication::translate("Korvan", "the archive can not be stored");
+            problem = QStringLiteral(QT_TRANSLATE_NOOP("Korvan", "the archive can not be stored"));
         }
     }
     QDir_removeFolder(appPath(kNewUpdateFolder));

@@ -72,9 +72,10 @@ QString whyNoArchive(int status, const QByteArray &body)
 {
     constexpr int httpOk = 200;
     if (status != httpOk) {
-        return QCoreApplication::translate("Korvan", "the answer has the status %1").arg(status);
+        return QStringLiteral(QT_TRANSLATE_NOOP("Korvan", "the answer has the status %1")).arg(status);
     }
-    return body.startsWith("PK\3\4") ? QString() : QCoreApplication::translate("Korvan", "the answer is no archive");
+    return body.startsWith("PK\3\4") ? QString()
+                                     : QStringLiteral(QT_TRANSLATE_NOOP("Korvan", "the answer is no archive"));
 }
 
 std::optional<QDateTime> nextRefresh(int choice, const QDateTime &stored, const QDateTime &now)

@@ -72,7 +72,7 @@ static PendingUpdate installSignedUpdate()
     const QString reason = whyNotAccepted();
     if (!reason.isEmpty()) {
         const QString text = QApplication::tr("Update failed, %1.").arg(reason);
-        qDebug().noquote() << "[ERROR]" + text;
+        qDebug().noquote() << "[ERROR]Update failed," << reason + QLatin1Char('.');
         QDir_removeFolder(appPath(kUpdateFolder));
         QMessageBox::information(nullptr, QApplication::tr("Update"), text);
         return PendingUpdate::None;

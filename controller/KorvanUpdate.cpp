@@ -17,6 +17,7 @@
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QPointer>
+#include <QRegularExpression>
 
 bool Korvan::checkUpdate(QString &url, QString &message, QString &version)
 {
@@ -99,6 +100,18 @@ void Korvan::onUpdate()
     }
 }
 
+/// A reason in the person's language. The log tells it in English, and so comes what the updater itself says.
+static QString translated(const QString &reason)
+{
+    static const QRegularExpression digits(QStringLiteral("[0-9]+"));
+    const QString number = digits.match(reason).captured();
+    if (number.isEmpty()) {
+        return Korvan::tr(reason.toUtf8().constData());
+    }
+    const QString text = QString(reason).replace(number, QLatin1String("%1"));
+    return Korvan::tr(text.toUtf8().constData()).arg(number);
+}
+
 void Korvan::onUpApp()
 {
     if (m_updateAddress.isEmpty()) {
@@ -120,7 +133,8 @@ void Korvan::onUpApp()
     }
     const QByteArray archive = wholeBody(*reply);
     const int status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-    QString problem = archive.isEmpty() ? tr("no data") : whyNoArchive(status, archive);
+    QString problem =
+        archive.isEmpty() ? QStringLiteral(QT_TRANSLATE_NOOP("Korvan", "no data")) : whyNoArchive(status, archive);
     if (problem.isEmpty()) {
         problem = storeUpdate(archive, m_updateSignature);
     }
@@ -132,7 +146,7 @@ void Korvan::onUpApp()
         return;
     }
     qDebug().noquote() << "WARNING: the update is refused:" << problem;
-    QMessageBox::information(this, tr("Update"), tr("Update failed, %1.").arg(problem));
+    QMessageBox::information(this, tr("Update"), tr("Update failed, %1.").arg(translated(problem)));
     m_form->pbUpApp->setEnabled(true);
 }
 

@@ -635,6 +635,22 @@ Drücken Sie OK, um Ihre normale Internetverbindung wiederherzustellen, und verb
         <source>Update failed, %1.</source>
         <translation>Das Update ist fehlgeschlagen: %1.</translation>
     </message>
+    <message>
+        <source>it can not be checked</source>
+        <translation>es kann nicht geprüft werden</translation>
+    </message>
+    <message>
+        <source>the archive can not be stored</source>
+        <translation>das Archiv kann nicht gespeichert werden</translation>
+    </message>
+    <message>
+        <source>the answer has the status %1</source>
+        <translation>die Antwort hat den Status %1</translation>
+    </message>
+    <message>
+        <source>the answer is no archive</source>
+        <translation>die Antwort ist kein Archiv</translation>
+    </message>
 </context>
 <context>
     <name>KvL2TPBox</name>

@@ -617,7 +617,7 @@ Pulse Aceptar para restablecer su conexión a Internet habitual y vuelva a conec
     </message>
     <message>
         <source>As the desktop</source>
-        <translation>Como el escritorio</translation>
+        <translation>Como el sistema</translation>
     </message>
     <message>
         <source>Light</source>
@@ -634,6 +634,22 @@ Pulse Aceptar para restablecer su conexión a Internet habitual y vuelva a conec
     <message>
         <source>Update failed, %1.</source>
         <translation>La actualización ha fallado: %1.</translation>
+    </message>
+    <message>
+        <source>it can not be checked</source>
+        <translation>no se puede comprobar</translation>
+    </message>
+    <message>
+        <source>the archive can not be stored</source>
+        <translation>no se puede guardar el archivo</translation>
+    </message>
+    <message>
+        <source>the answer has the status %1</source>
+        <translation>la respuesta tiene el estado %1</translation>
+    </message>
+    <message>
+        <source>the answer is no archive</source>
+        <translation>la respuesta no es un archivo de actualización</translation>
     </message>
 </context>
 <context>
@@ -663,7 +679,7 @@ Pulse Aceptar para restablecer su conexión a Internet habitual y vuelva a conec
     <name>KvLanguageBox</name>
     <message>
         <source>As the desktop</source>
-        <translation>Como el escritorio</translation>
+        <translation>Como el sistema</translation>
     </message>
 </context>
 <context>

@@ -635,6 +635,22 @@ Please press OK to resume your regular internet connection and reconnect to the 
         <source>Update failed, %1.</source>
         <translation>به‌روزرسانی ناموفق بود: %1.</translation>
     </message>
+    <message>
+        <source>it can not be checked</source>
+        <translation>بررسی آن ممکن نیست</translation>
+    </message>
+    <message>
+        <source>the archive can not be stored</source>
+        <translation>بایگانی ذخیره نمی‌شود</translation>
+    </message>
+    <message>
+        <source>the answer has the status %1</source>
+        <translation>وضعیت پاسخ %1 است</translation>
+    </message>
+    <message>
+        <source>the answer is no archive</source>
+        <translation>پاسخ یک بایگانی نیست</translation>
+    </message>
 </context>
 <context>
     <name>KvL2TPBox</name>

@@ -635,6 +635,22 @@ Appuyez sur OK pour rétablir votre connexion à Internet habituelle, puis recon
         <source>Update failed, %1.</source>
         <translation>La mise à jour a échoué : %1.</translation>
     </message>
+    <message>
+        <source>it can not be checked</source>
+        <translation>elle ne peut pas être vérifiée</translation>
+    </message>
+    <message>
+        <source>the archive can not be stored</source>
+        <translation>l’archive ne peut pas être enregistrée</translation>
+    </message>
+    <message>
+        <source>the answer has the status %1</source>
+        <translation>la réponse a le statut %1</translation>
+    </message>
+    <message>
+        <source>the answer is no archive</source>
+        <translation>la réponse n’est pas une archive</translation>
+    </message>
 </context>
 <context>
     <name>KvL2TPBox</name>

@@ -635,6 +635,22 @@ Please press OK to resume your regular internet connection and reconnect to the 
         <source>Update failed, %1.</source>
         <translation>Ошибка обновления: %1.</translation>
     </message>
+    <message>
+        <source>it can not be checked</source>
+        <translation>его невозможно проверить</translation>
+    </message>
+    <message>
+        <source>the archive can not be stored</source>
+        <translation>не удаётся сохранить архив</translation>
+    </message>
+    <message>
+        <source>the answer has the status %1</source>
+        <translation>ответ имеет состояние %1</translation>
+    </message>
+    <message>
+        <source>the answer is no archive</source>
+        <translation>ответ не является архивом</translation>
+    </message>
 </context>
 <context>
     <name>KvL2TPBox</name>

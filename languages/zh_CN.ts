@@ -635,6 +635,22 @@ Please press OK to resume your regular internet connection and reconnect to the 
         <source>Update failed, %1.</source>
         <translation>更新失败：%1。</translation>
     </message>
+    <message>
+        <source>it can not be checked</source>
+        <translation>无法校验</translation>
+    </message>
+    <message>
+        <source>the archive can not be stored</source>
+        <translation>无法保存安装包</translation>
+    </message>
+    <message>
+        <source>the answer has the status %1</source>
+        <translation>服务器返回状态 %1</translation>
+    </message>
+    <message>
+        <source>the answer is no archive</source>
+        <translation>服务器返回的不是安装包</translation>
+    </message>
 </context>
 <context>
     <name>KvL2TPBox</name>
