@@ -114,6 +114,8 @@ function(korvan_test_properties name label timeout)
   set_property(
     TEST ${name}
     PROPERTY ENVIRONMENT "QT_QPA_PLATFORM=offscreen"
+             "LC_ALL=C.UTF-8"
+             "LANGUAGE=" # the window speaks English
              "TSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/tsan.supp:ignore_noninstrumented_modules=1"
              "LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/lsan.supp")
 endfunction()

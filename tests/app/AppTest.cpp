@@ -35,6 +35,18 @@ private slots:
         QVERIFY(desktop::hidesWindow("Korvan"));
     }
 
+    /// The desktop's, unless the person has chosen one.
+    void language()
+    {
+        qputenv("LC_ALL", "ru_RU.UTF-8");
+        start({"-version"});
+        QCOMPARE(confirm("Версия"), 0);
+        putFile(inBundle("/cfg/language"), "es");
+        start({"-version"});
+        QCOMPARE(confirm("Versión"), 0);
+        qputenv("LC_ALL", "C.UTF-8");
+    }
+
     void windowByArguments()
     {
         QFile::remove(inBundle("/version")); // a missing one is no error
