@@ -1,13 +1,14 @@
 #include "account/Certificate.h"
 
 #include "account/Limits.h"
+#include "account/Login.h"
 #include "account/ServerLists.h"
 #include "common/Dates.h"
 #include "common/Text.h"
 
 QString certificatePath(const QString &user)
 {
-    return profileFolder() + user + QLatin1String(".crt");
+    return isUserName(user) ? profileFolder() + user + QLatin1String(".crt") : QString();
 }
 
 QString GetCertExpiredDateTime(QString path)

@@ -3,7 +3,7 @@
 #include <QDateTime>
 #include <QString>
 
-/// The path of a user's certificate in the unpacked profile.
+/// The path of a user's certificate in the unpacked profile; empty for a name that no user has.
 QString certificatePath(const QString &user);
 
 /// The expiry date of a certificate file in printed text form: what stands between the first "Not After : " and the

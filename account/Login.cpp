@@ -9,6 +9,11 @@
 #include <QNetworkReply>
 #include <QUrl>
 
+bool isUserName(const QString &text)
+{
+    return !text.contains(QLatin1Char('/')) && !text.contains(QLatin1String(".."));
+}
+
 QByteArray loginBody(const QString &user, const QString &password)
 {
     return "username=" + QUrl::toPercentEncoding(user) + "&password=" + QUrl::toPercentEncoding(password);

@@ -3,6 +3,9 @@
 #include <QByteArray>
 #include <QString>
 
+/// Whether a text may be a user's name. Files are named after users, so that none may lead out of a folder.
+bool isUserName(const QString &text);
+
 /// How long the account API may take to answer, in milliseconds.
 constexpr int kLoginLimitMs = 10000;
 

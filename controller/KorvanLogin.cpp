@@ -18,6 +18,9 @@
 
 bool Korvan::loginKorvan(QString user, QString password, QByteArray &body)
 {
+    if (!isUserName(user)) {
+        return false;
+    }
     const QPointer<Korvan> self(this);
     const LoginAnswer answer = postLogin(loginBody(user, password));
     if (self.isNull()) {
