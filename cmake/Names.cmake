@@ -44,6 +44,14 @@ korvan_name(
   tunnel_group ${KORVAN_TUNNEL_MARK}
   "The group of a tunnel's interface, into which OpenVPN's own packets are never sent.")
 korvan_name(
+  tunnel_holder window-lock
+  "The name, in that folder, of the lock on the machine's tunnel. Whoever may start helpers holds it, root's own window"
+  "or the root part of somebody's. Its content is that user's number.")
+korvan_name(
+  person_variable KORVAN_PERSON
+  "Environment variable in which a helper is told the number of the user for whom it works, where that is not the one"
+  "who started it.")
+korvan_name(
   last_remote last-remote
   "The name, in that folder, of the record of the address that each server's name had when it was last connected to:"
   "lines \"NAME ADDRESS\".")
