@@ -57,8 +57,9 @@ std::string checkBundle(const std::string &bundle, const std::string &program)
     if (!reason.empty()) {
         return reason;
     }
-    for (const char *name : {program.c_str(), "compose", "compose4", "composec", "compose6", "compose7", "compose9",
-                             "up.sh", "down.sh", "tools/route", "tools/netstat", "tools/ping", "tools/defaults"}) {
+    for (const char *name :
+         {program.c_str(), "broker", "standin", "compose", "compose4", "composec", "compose6", "compose7", "compose9",
+          "up.sh", "down.sh", "tools/route", "tools/netstat", "tools/ping", "tools/defaults"}) {
         struct stat info = {};
         const std::string path = bundle + kMacOs + name;
         if (stat(path.c_str(), &info) != 0) {

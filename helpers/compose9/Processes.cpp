@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
+#include <fstream>
 #include <poll.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
@@ -29,6 +30,20 @@ template <typename Done> static bool repeat(Done done, int limitMs)
     return true;
 }
 
+/// Whether a process is this user's. Other users may run what is in the bundle for as long as they like.
+static bool isOwn(const fs::path &process)
+{
+    std::ifstream status(process / "status");
+    std::string word;
+    while (status >> word) {
+        unsigned user = 0;
+        if (word == "Uid:" && status >> user) {
+            return user == getuid();
+        }
+    }
+    return false;
+}
+
 std::vector<Descriptor> processesOf(const std::string &bundle)
 {
     const std::string inside = bundle + "/";
@@ -39,7 +54,8 @@ std::vector<Descriptor> processesOf(const std::string &bundle)
         const std::string name = it->path().filename();
         std::error_code gone;
         if (isNumber(name) && name != self &&
-            fs::read_symlink(it->path() / "exe", gone).native().compare(0, inside.size(), inside) == 0) {
+            fs::read_symlink(it->path() / "exe", gone).native().compare(0, inside.size(), inside) == 0 &&
+            isOwn(it->path())) {
             processes.emplace_back(static_cast<int>(syscall(SYS_pidfd_open, std::stoi(name), 0)));
         }
     }

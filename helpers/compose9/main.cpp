@@ -1,6 +1,7 @@
 #include "helpers/compose9/Bundle.h"
 #include "helpers/compose9/Processes.h"
 #include "helpers/compose9/SignedArchive.h"
+#include "names/Names.h"
 
 #include <cerrno>
 #include <climits>
@@ -11,6 +12,7 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <sys/file.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace fs = std::filesystem;
@@ -192,10 +194,12 @@ static int run(const Places &places)
     if (!reason.empty() && waitForEnd(places.bundle, kEndLimitMs)) {
         startProgram(places.executable());
     }
-    const std::string parent = fs::path(places.bundle).parent_path();
-    const int lock = open(parent.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    // A file that nobody else can open: whoever may only read a file can hold its lock.
+    const std::string lockPath = std::string(kJournalFolder) + "/update-lock";
+    mkdir(kJournalFolder, 0700);
+    const int lock = open(lockPath.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, 0600);
     if (reason.empty() && flock(lock, LOCK_EX | LOCK_NB) != 0) {
-        reason = errno == EWOULDBLOCK ? "another update is being installed" : parent + ": " + strerror(errno);
+        reason = errno == EWOULDBLOCK ? "another update is being installed" : lockPath + ": " + strerror(errno);
     } else if (reason.empty()) {
         reason = update(places);
     }

@@ -16,7 +16,7 @@ class Compose9Test : public QObject
     Q_OBJECT
 
     /// The programs and scripts of a bundle beside the program itself and the helper.
-    const QString m_helpers = "compose compose4 composec compose6 compose7 up.sh down.sh "
+    const QString m_helpers = "broker compose compose4 composec compose6 compose7 standin up.sh down.sh "
                               "tools/route tools/ping tools/netstat tools/defaults ";
     const QString m_enter = "cd Korvan.app/Contents/MacOS; ";
     QScopedPointer<QTemporaryDir> m_dir;
@@ -124,7 +124,8 @@ private slots:
 
     void doesOneUpdateAtATime()
     {
-        const int lock = open(qPrintable(m_dir->path()), O_RDONLY | O_CLOEXEC);
+        putFile("/run/korvan/update-lock", {});
+        const int lock = open("/run/korvan/update-lock", O_RDONLY | O_CLOEXEC);
         QCOMPARE(flock(lock, LOCK_EX), 0);
         QCOMPARE(update(), "1 2.4.1 login Korvan.app started update.temp"); // what was unpacked is the other one's
         close(lock);
@@ -182,6 +183,23 @@ private slots:
         shell(m_enter + ": >update-keys");
         QCOMPARE(update().left(7), "1 2.4.1"); // unpacked by somebody else
         QVERIFY(log().contains("signed updates only"));
+    }
+
+    /// Anybody may lock what they may read, and run what lies in the bundle.
+    void waitsForNobodyElse()
+    {
+        if (geteuid() != 0) {
+            QSKIP("NEEDS ROOT: other users were not tried", "");
+        }
+        shell(QString("chmod a+rx . ; cp /bin/sleep ") + installed("old"));
+        QProcess other;
+        other.start("setpriv", {"--reuid=65534", "--clear-groups", "bash", "-c",
+                                "exec 9<\"$0\"; flock 9; echo; exec \"$1\" 300", m_dir->path(), installed("old")});
+        QVERIFY(other.waitForReadyRead());
+        QCOMPARE(update(), "0 2.5.0 login Korvan.app started");
+        QCOMPARE(other.state(), QProcess::Running);
+        other.kill();
+        other.waitForFinished();
     }
 
     /// Killed at the first, second, ... call of each kind that changes something, it leaves one whole version that
