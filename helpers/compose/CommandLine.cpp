@@ -11,27 +11,28 @@ namespace {
 
 using Values = std::vector<std::string>;
 
-bool takeConfig(CommandLine &result, const Values &values, const std::string &bundle)
+bool takeConfig(CommandLine &result, const Values &values, const Folders &folders)
 {
-    if (values.size() != 1 || values[0].compare(0, bundle.size() + 1, bundle + "/") != 0) {
+    const std::string state = folders.state + "/";
+    if (values.size() != 1 || values[0].compare(0, state.size(), state) != 0) {
         return false;
     }
-    result.config = values[0].substr(bundle.size() + 1);
+    result.config = values[0].substr(state.size());
     return true;
 }
 
-bool takeHttpProxy(CommandLine &result, const Values &values, const std::string &bundle)
+bool takeHttpProxy(CommandLine &result, const Values &values, const Folders &folders)
 {
     result.proxyCredentials = values.size() == 3;
     if (!result.proxy.empty() || values.size() < 2 || values.size() > 3 || !isHost(values[0]) || !isPort(values[1]) ||
-        (result.proxyCredentials && values[2] != bundle + kProxyLoginFile)) {
+        (result.proxyCredentials && values[2] != folders.state + kProxyLoginFile)) {
         return false;
     }
     result.proxy = {"--http-proxy", values[0], values[1]};
     return true;
 }
 
-bool takeSocksProxy(CommandLine &result, const Values &values, const std::string &)
+bool takeSocksProxy(CommandLine &result, const Values &values, const Folders &)
 {
     if (!result.proxy.empty() || values.size() != 2 || !isHost(values[0]) || !isPort(values[1])) {
         return false;
@@ -44,18 +45,18 @@ struct Option
 {
     const char *name;
     const char *form; ///< for the message when it is not met
-    bool (*take)(CommandLine &result, const Values &values, const std::string &bundle);
+    bool (*take)(CommandLine &result, const Values &values, const Folders &folders);
 };
 
 const Option kOptions[] = {
     {"--config", "a file of the application folder", takeConfig},
     {"--auth-user-pass", "no value",
-     [](CommandLine &result, const Values &values, const std::string &) {
+     [](CommandLine &result, const Values &values, const Folders &) {
          result.askCredentials = true;
          return values.empty();
      }},
     {"--auth-nocache", "no value",
-     [](CommandLine &result, const Values &values, const std::string &) {
+     [](CommandLine &result, const Values &values, const Folders &) {
          result.noCache = true;
          return values.empty();
      }},
@@ -63,12 +64,12 @@ const Option kOptions[] = {
      takeHttpProxy},
     {"--socks-proxy", "an address and a port, and no second proxy", takeSocksProxy},
     {"--cd", "the configuration folder",
-     [](CommandLine &result, const Values &values, const std::string &bundle) {
+     [](CommandLine &result, const Values &values, const Folders &folders) {
          result.changeFolder = true;
-         return values == Values{bundle + kProfileFolder};
+         return values == Values{folders.state + kProfileFolder};
      }},
     {"--management", "127.0.0.1 and a port",
-     [](CommandLine &result, const Values &values, const std::string &) {
+     [](CommandLine &result, const Values &values, const Folders &) {
          if (values.size() != 2 || values[0] != "127.0.0.1" || !isPort(values[1])) {
              return false;
          }
@@ -76,16 +77,16 @@ const Option kOptions[] = {
          return true;
      }},
     {"--script-security", "2",
-     [](CommandLine &, const Values &values, const std::string &) { return values == Values{"2"}; }},
+     [](CommandLine &, const Values &values, const Folders &) { return values == Values{"2"}; }},
     {"--up", "the application's own up.sh",
-     [](CommandLine &result, const Values &values, const std::string &bundle) {
+     [](CommandLine &result, const Values &values, const Folders &folders) {
          result.up = true;
-         return values == Values{bundle + "/up.sh"};
+         return values == Values{folders.bundle + "/up.sh"};
      }},
     {"--down", "the application's own down.sh",
-     [](CommandLine &result, const Values &values, const std::string &bundle) {
+     [](CommandLine &result, const Values &values, const Folders &folders) {
          result.down = true;
-         return values == Values{bundle + "/down.sh"};
+         return values == Values{folders.bundle + "/down.sh"};
      }},
 };
 
@@ -96,7 +97,7 @@ bool isOption(const std::string &argument)
 
 } // namespace
 
-std::optional<CommandLine> parseCommandLine(const std::vector<std::string> &arguments, const std::string &bundle,
+std::optional<CommandLine> parseCommandLine(const std::vector<std::string> &arguments, const Folders &folders,
                                             std::string &error)
 {
     CommandLine result;
@@ -110,7 +111,7 @@ std::optional<CommandLine> parseCommandLine(const std::vector<std::string> &argu
             error = "argument refused: " + name;
         } else if (std::find(seen.begin(), seen.end(), name) != seen.end()) {
             error = "argument given twice: " + name;
-        } else if (!option->take(result, Values(it + 1, end), bundle)) {
+        } else if (!option->take(result, Values(it + 1, end), folders)) {
             error = name + " takes " + option->form;
         }
         if (!error.empty()) {

@@ -4,10 +4,17 @@
 #include <string>
 #include <vector>
 
+/// Where the program's own files lie.
+struct Folders
+{
+    std::string bundle;
+    std::string state; ///< the same folder, or the person's whose window asks
+};
+
 /// What the engine asks for.
 struct CommandLine
 {
-    std::string config; ///< the profile, relative to the application folder
+    std::string config; ///< the profile, relative to the state folder
     bool askCredentials = false;
     bool noCache = false;
     std::vector<std::string> proxy; ///< "--http-proxy" or "--socks-proxy", address, port; empty: none
@@ -19,9 +26,9 @@ struct CommandLine
 };
 
 /// Takes the engine's arguments (without the program's name) apart. Nothing, and a reason, for anything but the
-/// options that the engine builds, each in the engine's own form and at most once. `bundle` is the application
-/// folder.
-std::optional<CommandLine> parseCommandLine(const std::vector<std::string> &arguments, const std::string &bundle,
+/// options that the engine builds, each in the engine's own form and at most once. `folders` tells which
+/// files the options may name.
+std::optional<CommandLine> parseCommandLine(const std::vector<std::string> &arguments, const Folders &folders,
                                             std::string &error);
 
 /// The descriptors' names for what OpenVPN reads, and what else goes with them.

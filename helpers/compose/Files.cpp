@@ -33,6 +33,34 @@ Descriptor openBelow(int folder, const std::string &name, mode_t type, unsigned 
     return file;
 }
 
+/// False, and a reason, when there is more than `limit` bytes.
+bool readUpTo(int file, size_t limit, std::string &content, std::string &error)
+{
+    if (!readAll(file, content, limit + 1)) {
+        error = std::string("can not be read: ") + std::strerror(errno);
+        return false;
+    }
+    if (content.size() > limit) {
+        error = "is larger than " + std::to_string(limit / 1024) + " KB";
+        return false;
+    }
+    return true;
+}
+
+/// A sealed copy of a file below the folder that is not larger than `limit` bytes.
+Descriptor copyBelow(int folder, const std::string &name, size_t limit, std::string &content, std::string &error)
+{
+    const Descriptor file = openBelow(folder, name, S_IFREG, 0, error);
+    if (file < 0 || !readUpTo(file, limit, content, error)) {
+        return {};
+    }
+    Descriptor copy = sealedFile(content);
+    if (copy < 0) {
+        error = std::string("can not be copied: ") + std::strerror(errno);
+    }
+    return copy;
+}
+
 } // namespace
 
 Descriptor openFolder(const std::string &path, std::string &error)
@@ -51,33 +79,47 @@ std::optional<std::string> readFile(int folder, const std::string &name, size_t 
         return std::nullopt;
     }
     std::string content;
-    if (!readAll(file, content, limit + 1)) {
-        error = std::string("can not be read: ") + std::strerror(errno);
-        return std::nullopt;
-    }
-    if (content.size() > limit) {
-        error = "is larger than " + std::to_string(limit / 1024) + " KB";
-        return std::nullopt;
-    }
-    return content;
+    return readUpTo(file, limit, content, error) ? std::optional(content) : std::nullopt;
 }
 
 Descriptor openCredentials(int folder, const std::string &name, std::string &error)
 {
     constexpr size_t kLimit = 4096;
-    Descriptor file = openBelow(folder, name, S_IFREG, 0, error);
     std::string content;
-    if (file < 0 || (readAll(file, content, kLimit) && holdsCredentials(content))) {
-        return file;
+    Descriptor copy = copyBelow(folder, name, kLimit, content, error);
+    if (copy < 0 || holdsCredentials(content)) {
+        return copy;
     }
     error = "holds no user name and password";
     return {};
 }
 
-bool openNamedFiles(std::vector<Directive> &directives, int folder, std::string &error)
+/// What a directive names, ready for OpenVPN.
+static Descriptor openNamed(const Directive &directive, const DirectiveRule &rule, int folder, bool folders,
+                            std::string &error)
+{
+    constexpr size_t kLimit = 16 * 1024 * 1024; // lists of revoked certificates grow
+    const std::string &word = directive.words[rule.fileWord];
+    if (rule.fileKind == FileKind::Credentials) {
+        return openCredentials(folder, word, error);
+    }
+    const bool isFolder =
+        rule.fileKind == FileKind::Folder || (directive.name() == "crl-verify" && directive.words.size() > 2);
+    if (!isFolder) {
+        std::string content;
+        return copyBelow(folder, word, kLimit, content, error);
+    }
+    if (!folders) {
+        error = "is a folder, into which only the program's own user may let OpenVPN look";
+        return {};
+    }
+    return openBelow(folder, word, S_IFDIR, 0, error);
+}
+
+bool openNamedFiles(std::vector<Directive> &directives, int folder, bool folders, std::string &error)
 {
     for (Directive &directive : directives) {
-        if (!openNamedFiles(directive.inner, folder, error)) {
+        if (!openNamedFiles(directive.inner, folder, folders, error)) {
             return false;
         }
         const DirectiveRule rule = ruleFor(directive.name());
@@ -90,11 +132,7 @@ bool openNamedFiles(std::vector<Directive> &directives, int folder, std::string 
         if (keyword) {
             continue;
         }
-        const bool isFolder =
-            rule.fileKind == FileKind::Folder || (directive.name() == "crl-verify" && directive.words.size() > 2);
-        Descriptor file = rule.fileKind == FileKind::Credentials
-                              ? openCredentials(folder, word, error)
-                              : openBelow(folder, word, isFolder ? S_IFDIR : S_IFREG, 0, error);
+        Descriptor file = openNamed(directive, rule, folder, folders, error);
         if (file < 0) {
             error.insert(0, "\"" + directive.name() + "\" names " + word + ", which ");
             error = atLine(directive.line, error);

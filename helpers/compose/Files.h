@@ -10,10 +10,12 @@ Descriptor openFolder(const std::string &path, std::string &error);
 /// a reason, when it is missing, not a regular file, or larger than `limit` bytes.
 std::optional<std::string> readFile(int folder, const std::string &name, size_t limit, std::string &error);
 
-/// Opens every file that the directives name, below the folder, and puts the descriptors' names in place of the
-/// files', so that OpenVPN reads those very files whatever becomes of their names. Links are followed as long as they
-/// stay in the folder. False, with a reason that names line and file, when one is missing or lies outside.
-bool openNamedFiles(std::vector<Directive> &directives, int folder, std::string &error);
+/// Copies every file that the directives name, below the folder, and puts the names of the copies' descriptors in
+/// place of the files', so that OpenVPN reads what was there now, whatever becomes of it. Links are followed as long
+/// as they stay in the folder. A folder is handed over as it is, and refused unless `folders`: OpenVPN looks into it
+/// by itself. False, with a reason that names line and file, when one is missing or lies outside.
+bool openNamedFiles(std::vector<Directive> &directives, int folder, bool folders, std::string &error);
 
-/// Opens a file with a user name and a password below the folder; -1, and a reason, when it is missing or incomplete.
+/// A copy of a file with a user name and a password below the folder; -1, and a reason, when it is missing or
+/// incomplete.
 Descriptor openCredentials(int folder, const std::string &name, std::string &error);

@@ -6,7 +6,9 @@
 #include "helpers/network/Guardian.h"
 #include "helpers/network/Network.h"
 #include "helpers/system/Checks.h"
+#include "helpers/system/Person.h"
 #include "helpers/system/Run.h"
+#include "names/Names.h"
 #include "names/StateFiles.h"
 
 #include <algorithm>
@@ -57,10 +59,10 @@ void startClean()
     setrlimit(RLIMIT_CORE, &noCore);
 }
 
-/// Makes this process, and OpenVPN after it, end with the program that started it. False when that is gone already.
-bool endWithTheProgram()
+/// Makes this process, and OpenVPN after it, end with `program`, which started it. False when that is gone already.
+bool endWithTheProgram(pid_t program)
 {
-    dieWithParent(SIGTERM);
+    dieWithParent(SIGTERM, program);
     // The request may have come too late; then nobody reads our output any more.
     pollfd reader = {STDOUT_FILENO, 0, 0};
     return poll(&reader, 1, 0) == 0 || (reader.revents & POLLERR) == 0;
@@ -94,10 +96,10 @@ bool seal(const std::string &text, std::string &path, std::string &error)
 }
 
 /// Reads and filters the profile and opens the files that it names. Nothing, and a reason, when it can not be used.
-std::optional<FilteredProfile> loadProfile(const CommandLine &commandLine, const std::string &folder, int bundle,
+std::optional<FilteredProfile> loadProfile(const CommandLine &commandLine, const std::string &folder, int state,
                                            std::string &error)
 {
-    const auto text = readFile(bundle, commandLine.config, kMaxProfile, error);
+    const auto text = readFile(state, commandLine.config, kMaxProfile, error);
     if (!text) {
         error.insert(0, "the profile " + commandLine.config + " ");
         return std::nullopt;
@@ -111,7 +113,7 @@ std::optional<FilteredProfile> loadProfile(const CommandLine &commandLine, const
         return std::nullopt;
     }
     const Descriptor files = openFolder(folder + kProfileFolder, error);
-    if (files < 0 || !openNamedFiles(profile->directives, files, error)) {
+    if (files < 0 || !openNamedFiles(profile->directives, files, !PersonsRights::areOthers(), error)) {
         return std::nullopt;
     }
     profile->asksCredentials = profile->asksCredentials || commandLine.askCredentials;
@@ -137,10 +139,10 @@ bool sealProfile(FilteredProfile &profile, bool proxy, Handover &handover, std::
     return seal(*text, handover.config, error) && seal("-\n", handover.keyPassword, error);
 }
 
-/// The user whose window manages OpenVPN: the one for whom the program got root's rights, else the program's own.
+/// The user whose window manages OpenVPN: the one for whom this helper works, else its own.
 unsigned windowsUser()
 {
-    const char *user = std::getenv("PKEXEC_UID");
+    const char *user = std::getenv(kPersonVariable);
     return user != nullptr && isNumber(user) ? unsigned(std::strtoul(user, nullptr, 10)) : getuid();
 }
 
@@ -160,22 +162,49 @@ bool prepareNetwork(const CommandLine &commandLine, Handover &handover, std::str
     return error.empty();
 }
 
-/// Opens or asks for the credentials that OpenVPN needs. False, with a reason, when there are none.
-bool prepareCredentials(const CommandLine &commandLine, int bundle, bool ask, Handover &handover, std::string &error)
+/// Reads all that lies in the state folder, with the rights of the person whose folder it is. Nothing, and a reason,
+/// when it can not be used.
+std::optional<FilteredProfile> readState(const CommandLine &commandLine, const std::string &folder,
+                                         Handover &handover, std::string &error)
 {
-    if (commandLine.proxyCredentials) {
-        Descriptor file = openCredentials(bundle, &kProxyLoginFile[1], error);
+    const PersonsRights rights;
+    if (!rights.held()) {
+        error = "can not take the rights of the user who wants the tunnel";
+        return std::nullopt;
+    }
+    const Descriptor state = openFolder(folder, error);
+    if (state < 0) {
+        return std::nullopt;
+    }
+    auto profile = loadProfile(commandLine, folder, state, error);
+    if (profile && commandLine.proxyCredentials) {
+        Descriptor file = openCredentials(state, &kProxyLoginFile[1], error);
         if (file < 0) {
             error.insert(0, "the proxy's credential file ");
-            return false;
+            return std::nullopt;
         }
         handover.proxyCredentials = descriptorPath(file.release());
     }
-    if (!ask) {
-        return true;
-    }
+    return profile;
+}
+
+/// Asks for the credentials that OpenVPN needs. False, with a reason, when there are none.
+bool prepareCredentials(Handover &handover, std::string &error)
+{
     const auto answers = askCredentials(STDIN_FILENO, STDOUT_FILENO, error);
     return answers && seal(*answers, handover.credentials, error);
+}
+
+/// Where the state lies: in the application folder, or, for somebody else's window, where that says that its profile
+/// is. Whatever it says, only what that person may read is read.
+Folders findFolders(const std::vector<std::string> &arguments)
+{
+    Folders folders = {ownFolder(), ownFolder()};
+    const auto config = std::find(arguments.begin(), arguments.end(), "--config");
+    if (PersonsRights::areOthers() && config != arguments.end() && config + 1 != arguments.end()) {
+        folders.state = (config + 1)->substr(0, (config + 1)->rfind(kProfileFolder));
+    }
+    return folders;
 }
 
 /// Becomes OpenVPN. Returns only on failure.
@@ -192,29 +221,29 @@ int becomeOpenVpn(const std::vector<std::string> &command)
 
 int main(int argc, char *argv[])
 {
+    const pid_t program = getppid();
     startClean();
-    if (!endWithTheProgram()) {
-        return fail("the program that started this one has ended");
-    }
-    const std::string folder = ownFolder();
+    const std::vector<std::string> arguments(argv + std::min(argc, 1), argv + argc);
+    const Folders folders = findFolders(arguments);
     std::string error;
-    const auto commandLine = parseCommandLine({argv + std::min(argc, 1), argv + argc}, folder, error);
+    auto commandLine = parseCommandLine(arguments, folders, error);
     if (!commandLine) {
         return fail(error);
     }
     if (access(KORVAN_OPENVPN, X_OK) != 0) {
         return fail(KORVAN_OPENVPN " is missing: install the package openvpn");
     }
-    const Descriptor bundle = openFolder(folder, error);
-    if (bundle < 0) {
-        return fail(error);
-    }
-    auto profile = loadProfile(*commandLine, folder, bundle, error);
     Handover handover;
+    auto profile = readState(*commandLine, folders.state, handover, error);
+    if (!endWithTheProgram(program)) { // only now: taking somebody's rights forgets it
+        return fail("the program that started this one has ended");
+    }
     if (!profile || !prepareNetwork(*commandLine, handover, error) ||
         !sealProfile(*profile, !commandLine->proxy.empty(), handover, error) ||
-        !prepareCredentials(*commandLine, bundle, profile->asksCredentials, handover, error)) {
+        (profile->asksCredentials && !prepareCredentials(handover, error))) {
         return fail(error);
     }
-    return becomeOpenVpn(openVpnCommand(KORVAN_OPENVPN, *commandLine, handover, folder));
+    // All files are open, and root has no business in somebody's folder.
+    commandLine->changeFolder = commandLine->changeFolder && !PersonsRights::areOthers();
+    return becomeOpenVpn(openVpnCommand(KORVAN_OPENVPN, *commandLine, handover, folders.bundle));
 }

@@ -138,7 +138,8 @@ private slots:
         const auto accepts = [](const std::string &line) {
             std::istringstream words(line);
             std::string error;
-            return parseCommandLine({std::istream_iterator<std::string>(words), {}}, "/app", error).has_value();
+            return parseCommandLine({std::istream_iterator<std::string>(words), {}}, {"/app", "/app"}, error)
+                .has_value();
         };
         QVERIFY(accepts("--config /app/cfg/OpenVPN/temp --socks-proxy ::1 1080"));
         QVERIFY(!accepts("--config /etc/passwd") && !accepts("--config /app/x --config /app/y"));
