@@ -13,13 +13,5 @@ struct User
     std::string home;
 };
 
-/// The account with this number or name; no value when there is none.
+/// The account with this number; no value when there is none.
 std::optional<User> userById(uid_t uid);
-std::optional<User> userNamed(const std::string &name);
-
-/// The account from which all this was started. Where even the real user is root, whoever became root by the usual
-/// ways (SUDO_UID, PKEXEC_UID) says who it was, and the program itself leaves it in USER.
-std::optional<User> userAtTheDesktop();
-
-/// Gives up all rights but that user's for good. False when that failed; the process must end then.
-bool becomeUser(const User &user);

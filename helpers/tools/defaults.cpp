@@ -1,5 +1,5 @@
 // "defaults read|write loginwindow AutoLaunchedApplicationDictionary [LIST]": keeps the list of login items in the
-// configuration of the user who sits at the desktop, and mirrors it to that desktop's autostart folder.
+// configuration of the user who runs it, and mirrors it to that user's autostart folder.
 
 #include "helpers/system/Descriptor.h"
 #include "helpers/system/ReplaceFile.h"
@@ -91,10 +91,9 @@ int main(int argc, char **argv)
         return 2;
     }
     umask(077);
-    // With that user's rights alone links in the user's folders lead nowhere the user could not go.
-    const std::optional<User> user = userAtTheDesktop();
-    if (!user || !becomeUser(*user)) {
-        complain("can not act for the user at the desktop");
+    const std::optional<User> user = userById(getuid());
+    if (!user) {
+        complain("the password database does not know this user");
         return 1;
     }
     const fs::path configuration = fs::path(user->home) / ".config";

@@ -44,37 +44,23 @@ a "b' env X=1 $bundle/composec --user -ada --password 'a "b' vpn.example --log-l
 
 # The list is kept as it is, and what can be understood is mirrored to the autostart folder.
 case_login_items() {
-    # An ordinary user, a set-user-id start, and root who knows for whom.
-    for as in "setpriv --reuid 4711 --regid 4711 --clear-groups" "setpriv --ruid 4711 --clear-groups env USER=root" \
-        "env USER=ada" "env USER=root SUDO_UID=4711"; do
-        d() { $as $tools/defaults "$@"; }
-        rm -rf /run/ada/.config
-        is "$missing" d read $key
-        mkdir -p /run/ada/.config/autostart; cd /run/ada/.config/autostart
-        echo '[Desktop Entry]' >korvan-own.desktop; chown -R 4711:4711 /run/ada
-        # items LIST PROBLEMS PROGRAM: how many entries are complained about, and which program starts at login
-        items() {
-            is $2 grep -c '^defaults: ' <(d write $key "$1" 2>&1)
-            is "$1" d read $key
-            is "$3" sed -n 's/^Exec="\(.*\)" -hide$/\1/p' korvan-*
-        }
-        items "($korvan,$korvan)" 0 /opt/Korvan.app/Contents/MacOS/Korvan
-        is '' find /run/ada -type f ! -user 4711
-        items '({Path = "/opt/korvan/Korvan.app";})' 0 /usr/bin/korvan
-        items '({Path = "/a} b$%`\K";})' 0 '/a} b\\$%%\\`\\\\K/Contents/MacOS/Korvan'
-        items "({Hide = 0; Path = \"/a\"b/Korvan.app\";},$korvan)" 1 /opt/Korvan.app/Contents/MacOS/Korvan
-        items '({Hide = 0;},{Path = "";},{Path = "b/Korvan.app";},{Hide = 0; Path' 4 ''
-        items $'({Path = "/a\nExec=/bin/sh/Korvan.app";})' 1 ''
-        is 'korvan-own.desktop' ls
-    done
-}
-
-case_login_items_behind_a_link() {
-    export USER=ada
-    mkdir -m 700 /run/secret; echo secret >/run/secret/login-items
-    mkdir /run/ada/.config; ln -s /run/secret /run/ada/.config/korvan; ln -s /run/secret /run/ada/.config/autostart
-    is "$missing" $tools/defaults read $key
-    is 2 grep -c 'Permission denied' <($tools/defaults write $key "($korvan)" 2>&1)
-    is login-items ls /run/secret
-    is secret cat /run/secret/login-items
+    d() { setpriv --reuid 4711 --regid 4711 --clear-groups $tools/defaults "$@"; }
+    rm -rf /run/ada/.config
+    is "$missing" d read $key
+    mkdir -p /run/ada/.config/autostart; cd /run/ada/.config/autostart
+    echo '[Desktop Entry]' >korvan-own.desktop; chown -R 4711:4711 /run/ada
+    # items LIST PROBLEMS PROGRAM: how many entries are complained about, and which program starts at login
+    items() {
+        is $2 grep -c '^defaults: ' <(d write $key "$1" 2>&1)
+        is "$1" d read $key
+        is "$3" sed -n 's/^Exec="\(.*\)" -hide$/\1/p' korvan-*
+    }
+    items "($korvan,$korvan)" 0 /opt/Korvan.app/Contents/MacOS/Korvan
+    is '' find /run/ada -type f ! -user 4711
+    items '({Path = "/opt/korvan/Korvan.app";})' 0 /usr/bin/korvan
+    items '({Path = "/a} b$%`\K";})' 0 '/a} b\\$%%\\`\\\\K/Contents/MacOS/Korvan'
+    items "({Hide = 0; Path = \"/a\"b/Korvan.app\";},$korvan)" 1 /opt/Korvan.app/Contents/MacOS/Korvan
+    items '({Hide = 0;},{Path = "";},{Path = "b/Korvan.app";},{Hide = 0; Path' 4 ''
+    items $'({Path = "/a\nExec=/bin/sh/Korvan.app";})' 1 ''
+    is 'korvan-own.desktop' ls
 }
