@@ -8,6 +8,7 @@
 #include "common/StateFile.h"
 #include "names/Names.h"
 #include "names/StateFiles.h"
+#include "platform/RootPart.h"
 #include "platform/Tool.h"
 #include "route/DefaultGateway.h"
 #include "vpn/VPNClient.h"
@@ -90,6 +91,11 @@ PendingUpdate installPendingUpdate(const char *argument)
     if (!names.contains(kArchiveName)) {
         return PendingUpdate::None;
     }
+    if (const QString reason = whyNoUpdates(); !reason.isEmpty()) {
+        QMessageBox::information(nullptr, QApplication::tr("Update"), reason);
+        QDir_removeFolder(appPath("/update/"));
+        return PendingUpdate::None;
+    }
     QMessageBox waiting(QMessageBox::Warning, QStringLiteral("Korvan"),
                         QApplication::tr("Updating...Please wait a moment."));
     waiting.show();
@@ -122,7 +128,7 @@ PendingUpdate installPendingUpdate(const char *argument)
 void removeStagingFolder()
 {
     removeHandedOverUpdate();
-    if (QDir(stagingFolder()).exists()) {
+    if (isStartedByRoot() && QDir(stagingFolder()).exists()) {
         // A helper that never ran is not lost: without it no update could be installed again.
         QFile::rename(stagingFolder() + QLatin1String("/compose9"), appPath("/compose9"));
         QDir_removeFolder(stagingFolder());

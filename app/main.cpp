@@ -3,13 +3,17 @@
 #include "controller/Korvan.h"
 #include "platform/DesktopScale.h"
 #include "platform/QuitSignals.h"
+#include "platform/RootPart.h"
 #include "platform/SetUserIdStart.h"
 #include "platform/SingleInstance.h"
-#include "platform/UserBrowser.h"
+#include "platform/TunnelHolder.h"
 #include "ui/Language.h"
 #include "ui/Look.h"
 
 #include <QApplication>
+#include <QDebug>
+#include <QMessageBox>
+#include <QTimer>
 
 #include <csignal>
 
@@ -23,9 +27,9 @@ static bool isOnlyArgument(int argc, char *const *argv, const char *argument)
     return argc == 2 && qstrcmp(argv[1], argument) == 0;
 }
 
-static int runWindow(SingleInstance &instance, bool show)
+/// `refusal` tells the person why there is no tunnel to be had; empty when there is.
+static int runWindow(SingleInstance &instance, bool show, const QString &refusal)
 {
-    const UserBrowser browser;
     Korvan window;
     const QuitSignals quitSignals; // gone before the window closes its connection: a second signal ends at once
     QObject::connect(&instance, &SingleInstance::startedAgain, &window, &Korvan::showOnTop);
@@ -34,24 +38,31 @@ static int runWindow(SingleInstance &instance, bool show)
     } else {
         window.hideInTray();
     }
+    if (!refusal.isEmpty()) {
+        qDebug().noquote() << QLatin1String("[ERROR]") + refusal;
+        QTimer::singleShot(0, &window, [&window, refusal] {
+            if (window.isVisible()) { // a box that nobody asked for must not take the keys that somebody types
+                                      // elsewhere
+                QMessageBox::critical(&window, QApplication::tr("Error"), refusal);
+            }
+        });
+    }
     return QApplication::exec();
 }
 
 int main(int argc, char *argv[])
 {
     std::signal(SIGPIPE, SIG_IGN); // the log is copied to standard output, whose reader may go
-    const bool setUserId = takeOverSetUserIdStart();
-    int qtArgc = setUserId ? 1 : argc;
+    takeRootPart(dropSetUserId());
     const DesktopScale scale(kWindowSize);
-    QApplication application(qtArgc, argv);
+    QApplication application(argc, argv);
     scale.restoreEnvironment();
-    if (!setUserId) {
-        argc = qtArgc; // less the switches that are Qt's own
-    }
     useUtf8();
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setApplicationVersion(loadCurrentVersion());
-    forgetPluginFolders();
+    if (isStartedByRoot()) {
+        forgetPluginFolders();
+    }
     deleteOldLog();
     qInstallMessageHandler(debugFilter);
     preferBundledTools();
@@ -67,8 +78,6 @@ int main(int argc, char *argv[])
         return 0;
     }
     if (instance.isFirst()) { // nothing is swapped under a running program
-        // Only the program's own switches: a program that is started again can not tell that it got root's rights for
-        // a user, and Qt would take the others.
         const char *again = wantsVersion ? "-version" : wantsReset ? "-reset" : show ? "" : "-hide";
         switch (installPendingUpdate(again)) {
         case PendingUpdate::None:
@@ -85,6 +94,9 @@ int main(int argc, char *argv[])
         wantsVersion ? showVersion() : resetNetwork();
         return 0;
     }
-    cleanUpAfterTunnels();
-    return runWindow(instance, show);
+    const QString refusal = isStartedByRoot() ? takeTunnel() : askForRoot();
+    if (isStartedByRoot() && refusal.isEmpty()) { // elsewhere the root part does
+        cleanUpAfterTunnels();
+    }
+    return runWindow(instance, show, refusal);
 }

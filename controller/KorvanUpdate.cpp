@@ -8,6 +8,7 @@
 #include "common/Text.h"
 #include "common/Wait.h"
 #include "names/StateFiles.h"
+#include "platform/RootPart.h"
 #include "ui_Korvan.h"
 
 #include <QCoreApplication>
@@ -116,6 +117,10 @@ void Korvan::onUpApp()
 {
     if (m_updateAddress.isEmpty()) {
         QMessageBox::information(this, tr("Update"), tr("Update url is not valid."));
+        return;
+    }
+    if (const QString reason = whyNoUpdates(); !reason.isEmpty()) {
+        QMessageBox::information(this, tr("Update"), reason);
         return;
     }
     const QPointer<Korvan> self(this);

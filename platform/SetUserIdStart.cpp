@@ -1,74 +1,21 @@
 #include "platform/SetUserIdStart.h"
 
+#include "platform/RootsAlone.h"
+
 #include <cerrno>
+#include <climits>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
-#include <optional>
-#include <pwd.h>
 #include <string>
-#include <sys/stat.h>
+#include <sys/socket.h>
 #include <unistd.h>
-#include <utility>
-#include <vector>
 
-using Environment = std::vector<std::pair<std::string, std::string>>;
-
-/// Stands where a root process must find nothing: a folder that does not exist and that only root could make. In a
-/// home of the user's, libraries read settings that name code to load, and follow links; a bus that the X server
-/// names starts programs.
-static constexpr char kNowhere[] = "/nonexistent";
-
-[[noreturn]] static void fail(const char *what, const char *reason)
+[[noreturn]] static void fail(const char *what, const char *reason = std::strerror(errno))
 {
-    std::fprintf(stderr, "Korvan: can not start as root: %s: %s\n", what, reason);
+    std::fprintf(stderr, "Korvan: can not give up root's rights safely: %s: %s\n", what, reason);
     std::_Exit(1);
-}
-
-/// Whether a variable of the caller's may pass. Languages and time zones are names, never paths: a path would make a
-/// root process read a file of the caller's choice.
-static bool mayPass(const std::string &name, const std::string &value)
-{
-    if (name == "DISPLAY" || name == "XAUTHORITY") {
-        return true;
-    }
-    const bool isName = value.find("..") == std::string::npos && (value.empty() || value[0] != ':');
-    if (name == "TZ") {
-        return isName && value.rfind('/', 0) == std::string::npos;
-    }
-    return (name == "LANG" || name.rfind("LC_", 0) == 0) && isName && value.find('/') == std::string::npos;
-}
-
-static Environment allowedEnvironment(const passwd &user)
-{
-    Environment result;
-    for (char **entry = environ; *entry != nullptr; ++entry) {
-        const std::string text(*entry);
-        const size_t equals = text.find('=');
-        if (equals == std::string::npos) {
-            continue;
-        }
-        const std::string name = text.substr(0, equals);
-        const std::string value = text.substr(equals + 1);
-        if (mayPass(name, value)) {
-            result.emplace_back(name, value);
-        }
-    }
-    const std::string uid = std::to_string(user.pw_uid);
-    result.emplace_back("PATH", "/usr/sbin:/usr/bin:/sbin:/bin");
-    result.emplace_back("HOME", kNowhere);
-    const std::string noBus = std::string("unix:path=") + kNowhere;
-    result.emplace_back("DBUS_SESSION_BUS_ADDRESS", noBus);
-    result.emplace_back("AT_SPI_BUS_ADDRESS", noBus);
-    result.emplace_back("NO_AT_BRIDGE", "1");
-    result.emplace_back("USER", user.pw_name);
-    result.emplace_back("LOGNAME", user.pw_name);
-    const std::string sound = "/run/user/" + uid + "/pulse/native";
-    if (access(sound.c_str(), F_OK) == 0) {
-        result.emplace_back("PULSE_SERVER", "unix:" + sound);
-    }
-    return result;
 }
 
 static void openStandardDescriptors()
@@ -77,45 +24,88 @@ static void openStandardDescriptors()
     do {
         descriptor = open("/dev/null", O_RDWR);
         if (descriptor < 0) {
-            fail("/dev/null", std::strerror(errno));
+            fail("/dev/null");
         }
     } while (descriptor <= STDERR_FILENO);
     close(descriptor);
 }
 
-/// The user who got root's rights for this process: the real one of a set-user-id start, or the one whom pkexec
-/// names.
-static std::optional<uid_t> userWithRootsRights()
+/// The program "broker" beside this one.
+static std::string rootPartPath()
 {
-    if (getuid() != geteuid()) {
-        return getuid();
-    }
-    const char *number = geteuid() == 0 ? getenv("PKEXEC_UID") : nullptr;
-    if (number == nullptr || *number == '\0' || std::strspn(number, "0123456789") != std::strlen(number)) {
-        return std::nullopt;
-    }
-    return static_cast<uid_t>(std::strtoul(number, nullptr, 10));
+    char path[PATH_MAX];
+    const ssize_t length = readlink("/proc/self/exe", path, sizeof path);
+    const std::string file(path, length > 0 ? static_cast<size_t>(length) : 0);
+    return file.substr(0, file.rfind('/') + 1) + "broker";
 }
 
-bool takeOverSetUserIdStart()
+/// Becomes the root part. It finds the real user's number where pkexec would have left it.
+[[noreturn]] static void becomeRootPart(std::string path, int socket)
 {
-    const std::optional<uid_t> uid = userWithRootsRights();
-    if (!uid) {
-        return false;
+    std::string user = "PKEXEC_UID=" + std::to_string(getuid());
+    char search[] = "PATH=/usr/sbin:/usr/bin:/sbin:/bin";
+    char *argv[] = {path.data(), nullptr};
+    char *environment[] = {search, user.data(), nullptr};
+    if (setuid(0) == 0 && dup2(socket, STDIN_FILENO) == STDIN_FILENO) {
+        execve(path.c_str(), argv, environment);
+    }
+    fail(path.c_str());
+}
+
+static int startRootPart(const std::string &path)
+{
+    int ends[2];
+    // The real user's, which the root part looks at.
+    if (seteuid(getuid()) != 0 || socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends) != 0 ||
+        seteuid(0) != 0) {
+        fail("socketpair");
+    }
+    const pid_t child = fork();
+    if (child < 0) {
+        fail("fork");
+    }
+    if (child == 0) {
+        becomeRootPart(path, ends[1]);
+    }
+    close(ends[1]);
+    return ends[0];
+}
+
+/// Makes this process the real user's for good, and makes sure of it.
+static void becomeRealUser()
+{
+    const uid_t user = getuid();
+    const gid_t group = getgid();
+    if (setresgid(group, group, group) != 0 || setresuid(user, user, user) != 0) {
+        fail("setresuid");
+    }
+    uid_t users[3];
+    gid_t groups[3];
+    getresuid(&users[0], &users[1], &users[2]);
+    getresgid(&groups[0], &groups[1], &groups[2]);
+    for (int i = 0; i < 3; ++i) {
+        if (users[i] != user || groups[i] != group) {
+            fail("setresuid", "it had no effect");
+        }
+    }
+    if (user != 0 && (setuid(0) == 0 || seteuid(0) == 0)) {
+        fail("setresuid", "there is a way back");
+    }
+}
+
+int dropSetUserId()
+{
+    if (getuid() == geteuid()) {
+        return -1;
     }
     openStandardDescriptors();
-    const passwd *user = getpwuid(*uid);
-    if (user == nullptr) {
-        fail("the password database", "it does not know the user");
+    const std::string path = rootPartPath();
+    int socket = -1;
+    if (geteuid() == 0 && isRootsAlone(path.c_str()) && isRootsAlone("/proc/self/exe")) {
+        socket = startRootPart(path);
+    } else {
+        std::fputs("Korvan: somebody but root can change this program; its set-user-id bit is not used\n", stderr);
     }
-    const Environment environment = allowedEnvironment(*user);
-    clearenv();
-    for (const auto &[name, value] : environment) {
-        setenv(name.c_str(), value.c_str(), 1);
-    }
-    umask(077);
-    if (setuid(0) != 0) {
-        fail("setuid", std::strerror(errno));
-    }
-    return true;
+    becomeRealUser();
+    return socket;
 }

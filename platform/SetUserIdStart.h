@@ -1,13 +1,8 @@
 #pragma once
 
-/// Makes a start safe in which an ordinary user gets root's rights, before the first call into Qt: a set-user-id
-/// start, or one through pkexec, which cleans the environment but passes any arguments on. At any other start it does
-/// nothing and returns false. Otherwise it
-///   - opens /dev/null for each of the standard descriptors that is closed,
-///   - rebuilds the environment: of the caller's only the display, the language and the time zone survive; USER
-///     comes from the password database and goes on telling who the real user is; PATH is fixed, HOME does not exist,
-///     and the buses of the session are out of reach,
-///   - sets umask 077 and becomes root for good (setuid(0)),
-/// and returns true: the caller must then hand Qt no arguments either, because Qt's own switches load code. A failure
-/// prints one line and ends the process with status 1.
-bool takeOverSetUserIdStart();
+/// Ends root's rights in a set-user-id start (the real and the effective user differ), before the first call into Qt;
+/// at any other start it does nothing. Where nobody but root can change the program, its root part is started first,
+/// with nothing of this process' environment; otherwise the window does without one. Then this process is the real
+/// user's for good. Returns the socket to the root part, or -1. A failure prints one line and ends the process with
+/// status 1.
+int dropSetUserId();

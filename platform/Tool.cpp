@@ -1,8 +1,7 @@
 #include "platform/Tool.h"
 
 #include "common/Wait.h"
-
-#include <QProcess>
+#include "platform/HelperProcess.h"
 
 QProcessEnvironment childEnvironment()
 {
@@ -14,7 +13,7 @@ QProcessEnvironment childEnvironment()
 /// `finish` waits for the process's end and returns whether it came.
 template <typename Finish> static ToolResult run(const QString &program, const QStringList &arguments, Finish finish)
 {
-    QProcess process;
+    HelperProcess process;
     process.setProcessEnvironment(childEnvironment());
     process.start(program, arguments);
     ToolResult result;

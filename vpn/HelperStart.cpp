@@ -1,28 +1,24 @@
 #include "vpn/HelperStart.h"
 
 #include "common/AppPath.h"
+#include "platform/HelperProcess.h"
 #include "platform/Tool.h"
 #include "vpn/VPNTables.h"
 
-#include <QProcess>
-
-std::unique_ptr<QProcess> newHelper()
+std::unique_ptr<HelperProcess> newHelper()
 {
-    auto helper = std::make_unique<QProcess>();
+    auto helper = std::make_unique<HelperProcess>();
     helper->setProcessChannelMode(QProcess::MergedChannels);
     helper->setProcessEnvironment(childEnvironment());
     return helper;
 }
 
-void startHelper(QProcess &helper, const QString &program, const QStringList &arguments)
+void startHelper(HelperProcess &helper, const QString &program, const QStringList &arguments)
 {
     helper.start(helperPath(program), arguments, QIODevice::ReadWrite);
 }
 
 bool startDownScript()
 {
-    const std::unique_ptr<QProcess> script = newHelper();
-    script->setProgram(QStringLiteral("bash"));
-    script->setArguments({appPath("/down.sh")});
-    return script->startDetached();
+    return HelperProcess::startDetached(QStringLiteral("bash"), {appPath("/down.sh")});
 }

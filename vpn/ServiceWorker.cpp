@@ -97,7 +97,7 @@ bool ServiceWorker::check()
 /// Stops the dialling: hangs up with a second helper, which makes the first one end.
 void ServiceWorker::cancel()
 {
-    const std::unique_ptr<QProcess> stop = newHelper();
+    const std::unique_ptr<HelperProcess> stop = newHelper();
     if (start(*stop, serviceDisconnectArguments(m_option.type))) {
         waitForEnd(*stop, kHelperLimitMs);
     }

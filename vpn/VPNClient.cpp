@@ -1,6 +1,7 @@
 #include "vpn/VPNClient.h"
 
 #include "common/Wait.h"
+#include "platform/RootPart.h"
 #include "vpn/HelperOutput.h"
 #include "vpn/HelperStart.h"
 #include "vpn/OpenVPNWorker.h"
@@ -118,6 +119,11 @@ bool VPNClient::open(OPTION option)
     m_option = option;
     if (!QFile::exists(helperPath(VPNCOMPOSE[option.type]))) {
         emit message(QLatin1String(kErrorPrefix) + tr("openvpn compose is missed."));
+        setState(VPNERROR);
+        return false;
+    }
+    if (const QString refusal = askForRoot(); !refusal.isEmpty()) {
+        emit message(QLatin1String(kErrorPrefix) + refusal);
         setState(VPNERROR);
         return false;
     }

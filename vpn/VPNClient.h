@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QProcess>
+#include "platform/HelperProcess.h"
+
 #include <QThread>
 
 #include <atomic>
@@ -82,8 +83,8 @@ public:
     /// Prepares the system for a connection: for PPTP, L2TP and IKEv2 the setup helper creates or updates the network
     /// service. False on failure, which message() reported.
     bool setup(SETUP s);
-    /// Removes what setup() created; for OPENVPN makes the whole process root (setuid) where the program file is
-    /// set-user-id. False on failure.
+    /// Removes what setup() created; for OPENVPN makes sure that helpers get root's rights, from this process or from
+    /// its root part. False on failure.
     bool unsetup(SETUP s);
     /// unsetup() for OpenVPN.
     bool reset();
@@ -101,7 +102,7 @@ signals:
 protected:
     void run() override;
 
-    std::unique_ptr<QProcess> m_process; ///< the helper; belongs to the worker thread while that runs
+    std::unique_ptr<HelperProcess> m_process; ///< the helper; belongs to the worker thread while that runs
     OPTION m_option;
     std::atomic<STATE> m_state{DISCONNECTED};
     int m_timeout = 120000; ///< how long open(), setup() and unsetup() wait, in milliseconds

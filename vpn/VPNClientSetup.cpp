@@ -1,13 +1,12 @@
 #include "vpn/VPNClient.h"
 
 #include "common/Wait.h"
+#include "platform/RootPart.h"
 #include "platform/Tool.h"
 #include "vpn/HelperArguments.h"
 #include "vpn/HelperOutput.h"
 #include "vpn/HelperStart.h"
 #include "vpn/VPNTables.h"
-
-#include <unistd.h>
 
 /// The service's IPsec key: public knowledge among its subscribers, the account's password is the secret.
 static constexpr char kL2TPKey[] = "mellowfinch";
@@ -49,7 +48,7 @@ bool VPNClient::setup(SETUP s)
 bool VPNClient::unsetup(SETUP s)
 {
     if (s.type == OPENVPN) {
-        if (getuid() != 0 && setuid(0) != 0) {
+        if (!hasRoot()) {
             emit message(QLatin1String(kErrorPrefix) +
                          tr("Secure failed, you must run me as root at least one time"));
             setState(VPNERROR);
@@ -80,7 +79,7 @@ bool VPNClient::unsetup(SETUP s)
 /// nothing when it did not start. A helper that outlasts the time limit is killed.
 std::optional<QString> VPNClient::runSetupHelper(TYPE type, const QStringList &arguments, const QString &note)
 {
-    const std::unique_ptr<QProcess> helper = newHelper();
+    const std::unique_ptr<HelperProcess> helper = newHelper();
     startHelper(*helper, SETUPCOMPOSE[type], arguments);
     if (!helper->waitForStarted(kToolLimitMs)) {
         return std::nullopt;

@@ -9,7 +9,7 @@
 /// How long a killed helper may take to be gone, in milliseconds.
 static constexpr int kKillLimitMs = 1000;
 
-Worker::Worker(VPNClient &client, QProcess &helper, const VPNClient::OPTION &option)
+Worker::Worker(VPNClient &client, HelperProcess &helper, const VPNClient::OPTION &option)
     : m_client(client), m_helper(helper), m_option(option)
 {}
 
@@ -46,7 +46,7 @@ void Worker::moveTo(VPNClient::STATE s)
     m_client.setStateUnlessClosing(s);
 }
 
-bool Worker::start(QProcess &helper, const QStringList &arguments)
+bool Worker::start(HelperProcess &helper, const QStringList &arguments)
 {
     startHelper(helper, VPNCOMPOSE[m_option.type], arguments);
     QElapsedTimer waited;
@@ -57,7 +57,7 @@ bool Worker::start(QProcess &helper, const QStringList &arguments)
     return helper.state() == QProcess::Running;
 }
 
-bool Worker::waitForEnd(QProcess &helper, int limitMs)
+bool Worker::waitForEnd(HelperProcess &helper, int limitMs)
 {
     QElapsedTimer waited;
     waited.start();

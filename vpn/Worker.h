@@ -13,7 +13,7 @@ class Worker
 {
 public:
     /// `client` and its `helper`, which is made and not started, outlive the worker.
-    Worker(VPNClient &client, QProcess &helper, const VPNClient::OPTION &option);
+    Worker(VPNClient &client, HelperProcess &helper, const VPNClient::OPTION &option);
 
 protected:
     VPNClient::STATE state() const;
@@ -28,15 +28,15 @@ protected:
     void moveTo(VPNClient::STATE s);
 
     /// Starts the helper program of the connection's type; false when it did not start in time.
-    bool start(QProcess &helper, const QStringList &arguments);
+    bool start(HelperProcess &helper, const QStringList &arguments);
     /// Waits for a helper's end, in short steps so that the client can end the worker. False when it is still
     /// running.
-    bool waitForEnd(QProcess &helper, int limitMs);
+    bool waitForEnd(HelperProcess &helper, int limitMs);
     void killHelper();
     /// All there is to read, up to the first NUL, passed on as a message.
     QString readChunk(QIODevice &device);
 
     VPNClient &m_client;
-    QProcess &m_helper;
+    HelperProcess &m_helper;
     const VPNClient::OPTION &m_option;
 };

@@ -2,17 +2,8 @@
 #include "platform/LoginItems.h"
 #include "platform/SingleInstance.h"
 #include "platform/Tool.h"
-#include "platform/UserBrowser.h"
 #include "tests/support/Cases.h"
 #include "tests/support/TestFiles.h"
-
-#include <QDesktopServices>
-#include <QProcess>
-#include <QTemporaryDir>
-
-#include <sched.h>
-#include <sys/mount.h>
-#include <unistd.h>
 
 class PlatformTest : public QObject
 {
@@ -79,26 +70,6 @@ private slots:
         SingleInstance().notifyFirst();
         QCOMPARE(fileBytes(appPath("/elsewhere")), "untouched");
         QFile::remove(appPath("/instance"));
-    }
-
-    /// xdg-open of the person at the screen: a stand-in that only this namespace of mounts shows.
-    void browserRunsAsTheUser()
-    {
-        if (geteuid() != 0) {
-            QSKIP("NEEDS ROOT: the browser's rights were not tested", "");
-        }
-        QTemporaryDir folder;
-        const QString seen = folder.path() + "/seen";
-        putScript(folder.path() + "/xdg-open", "cd \"${0%/*}\"; { id -u; echo \"$HOME $1\"; } >new; mv new seen");
-        QCOMPARE(QProcess::execute("chmod", {"777", folder.path()}), 0);
-        QCOMPARE(unshare(CLONE_NEWNS), 0);
-        QCOMPARE(mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr), 0);
-        QCOMPARE(mount(folder.path().toUtf8().constData(), "/usr/local/bin", nullptr, MS_BIND, nullptr), 0);
-        qputenv("PKEXEC_UID", "65534");
-        const UserBrowser browser;
-        QVERIFY(QDesktopServices::openUrl(QUrl("https://help.korvan.example/?a=1&b='2")));
-        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(seen), 30000);
-        QCOMPARE(fileBytes(seen), "65534\n/nonexistent https://help.korvan.example/?a=1&b='2\n");
     }
 };
 

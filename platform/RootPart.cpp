@@ -1,0 +1,179 @@
+#include "platform/RootPart.h"
+
+#include "common/AppPath.h"
+#include "common/Wait.h"
+#include "platform/RootsAlone.h"
+#include "platform/TunnelHolder.h"
+
+#include <QCoreApplication>
+#include <QDebug>
+#include <QFile>
+#include <QSocketNotifier>
+
+#include <atomic>
+#include <cerrno>
+#include <cstring>
+#include <poll.h>
+#include <spawn.h>
+#include <sys/socket.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <utility>
+
+static constexpr char kPkexec[] = "/usr/bin/pkexec";
+
+/// The socket to the root part, -1 without one. Made once; whoever asks for a new one replaces it.
+static std::atomic<int> s_socket{-1};
+
+/// The socket of one that has not told yet whether it is ready, or -1.
+static int s_ungreeted = -1;
+
+static QString rootPartPath()
+{
+    return appPath("/broker");
+}
+
+bool isStartedByRoot()
+{
+    return geteuid() == 0;
+}
+
+bool usesRootPart()
+{
+    static const bool uses = !isStartedByRoot() && isRootsAlone(QFile::encodeName(rootPartPath()).constData());
+    return uses;
+}
+
+static void replaceSocket(int socket)
+{
+    const int old = s_socket.exchange(socket);
+    if (old >= 0) {
+        close(old);
+    }
+}
+
+void takeRootPart(int socket)
+{
+    s_ungreeted = socket;
+}
+
+/// Starts the root part through pkexec, with one end of a socket pair as its standard input. Returns the other end,
+/// or -1.
+static int startThroughPkexec(pid_t &process)
+{
+    int ends[2];
+    if (socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends) != 0) {
+        return -1;
+    }
+    const QByteArray program = QFile::encodeName(rootPartPath());
+    std::string words[] = {kPkexec, program.toStdString()};
+    char *argv[] = {words[0].data(), words[1].data(), nullptr};
+    char path[] = "PATH=/usr/bin:/bin"; // a shell that pkexec does not know, for one, would make it refuse
+    char *environment[] = {path, nullptr};
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_adddup2(&actions, ends[1], STDIN_FILENO);
+    const int failure = posix_spawn(&process, kPkexec, &actions, nullptr, argv, environment);
+    posix_spawn_file_actions_destroy(&actions);
+    close(ends[1]);
+    if (failure != 0) {
+        qDebug().noquote() << "WARNING:" << kPkexec << std::strerror(failure);
+        close(ends[0]);
+        return -1;
+    }
+    return ends[0];
+}
+
+/// Why there is no root part, by its greeting; an empty text when there is one.
+static QString refusalIn(const QByteArray &greeting)
+{
+    if (greeting == "ready") {
+        return {};
+    }
+    if (greeting.startsWith("busy ")) {
+        return heldBy(greeting.mid(5));
+    }
+    return QCoreApplication::translate("VPNClient", "Secure failed, you must run me as root at least one time");
+}
+
+/// Waits for the first message of a root part that has just been started.
+static QByteArray greetingFrom(int socket)
+{
+    QSocketNotifier notifier(socket, QSocketNotifier::Read);
+    Wait wait;
+    wait.until(&notifier, &QSocketNotifier::activated);
+    wait.run();
+    QByteArray greeting(32, '\0');
+    const ssize_t length = recv(socket, greeting.data(), static_cast<size_t>(greeting.size()), MSG_DONTWAIT);
+    return greeting.left(static_cast<int>(qMax<ssize_t>(length, 0)));
+}
+
+/// Whether somebody is still at the other end.
+static bool isAlive(int socket)
+{
+    pollfd event = {socket, POLLIN, 0};
+    return socket >= 0 && poll(&event, 1, 0) >= 0 && (event.revents & (POLLHUP | POLLERR)) == 0;
+}
+
+QString askForRoot()
+{
+    if (!usesRootPart()) {
+        return {};
+    }
+    if (!isAlive(s_socket)) {
+        pid_t process = 0;
+        int socket = std::exchange(s_ungreeted, -1);
+        if (socket < 0) {
+            socket = startThroughPkexec(process);
+        }
+        const QString refusal = refusalIn(socket >= 0 ? greetingFrom(socket) : QByteArray());
+        if (!refusal.isEmpty()) {
+            close(socket);
+            waitpid(process, nullptr, process > 0 ? 0 : WNOHANG);
+            return refusal;
+        }
+        replaceSocket(socket);
+    }
+    return {};
+}
+
+bool hasRoot()
+{
+    if (usesRootPart()) {
+        return askForRoot().isEmpty();
+    }
+    return getuid() == 0 || setuid(0) == 0;
+}
+
+bool requestHelper(const QString &name, const QStringList &arguments, int channel)
+{
+    QByteArray text;
+    for (const QString &word : QStringList(name) + arguments) {
+        text += word.toLocal8Bit() + '\0';
+    }
+    iovec bytes = {text.data(), static_cast<size_t>(text.size())};
+    alignas(cmsghdr) char control[CMSG_SPACE(sizeof channel)] = {};
+    msghdr header = {};
+    header.msg_iov = &bytes;
+    header.msg_iovlen = 1;
+    if (channel >= 0) {
+        header.msg_control = control;
+        header.msg_controllen = sizeof control;
+        cmsghdr *part = CMSG_FIRSTHDR(&header);
+        part->cmsg_level = SOL_SOCKET;
+        part->cmsg_type = SCM_RIGHTS;
+        part->cmsg_len = CMSG_LEN(sizeof channel);
+        std::memcpy(CMSG_DATA(part), &channel, sizeof channel);
+    }
+    return sendmsg(s_socket, &header, MSG_NOSIGNAL) == text.size();
+}
+
+QString whyNoUpdates()
+{
+    if (isStartedByRoot()) {
+        return {};
+    }
+    return QCoreApplication::translate("RootPart",
+                                       "This update can not be installed from here, because nothing proves that it "
+                                       "comes from the service.\nPlease install the new package of Korvan instead.");
+}

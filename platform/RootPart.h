@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+// Where this process gets done what only root can. Started by root, it does so itself. In every other start of a
+// bundle that nobody but root can change, the window is the person's own process, and the bundle's program "broker"
+// is the part of it that is root: it starts the helpers for the window, and ends with it.
+
+/// Whether root itself started the program. Whoever got root's rights for it is no longer root by then.
+bool isStartedByRoot();
+
+/// Whether that program starts the helpers, in this start.
+bool usesRootPart();
+
+/// Takes over the socket of a root part that was started before the first call into Qt.
+void takeRootPart(int socket);
+
+/// Makes sure that there is somebody to start helpers with root's rights. Where a root part is missing, asks polkit
+/// for one, which may ask a person; waits for that in a local event loop. GUI thread. Returns why there is none, in
+/// words for the person, or an empty text.
+QString askForRoot();
+
+/// Whether this process can do what needs root, itself or through its root part. Started by root, the whole process
+/// becomes root (setuid) if it is not yet.
+bool hasRoot();
+
+/// Asks the root part to start a helper by its name. `channel` is a socket whose other end gives it the standard
+/// streams and hears of its end; without one the helper is left to itself. False when there is no root part. Callable
+/// from any thread.
+bool requestHelper(const QString &name, const QStringList &arguments, int channel = -1);
+
+/// Why no update of the program is downloaded or installed in this start, in words for the person; an empty text
+/// where that is done.
+QString whyNoUpdates();
