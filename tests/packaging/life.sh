@@ -66,9 +66,12 @@ processes() {
     done
 }
 
-# start [COMMAND...]: by that command, with a window; it connects by itself.
+# as_ada COMMAND...: with her rights.
+as_ada() { inside setpriv --reuid=ada --regid=ada --init-groups env HOME=/home/ada USER=ada "$@"; }
+
+# start COMMAND...: by that command, with a window; it connects by itself.
 start() {
-    inside "$@" korvan >/dev/null 2>&1 &
+    "$@" korvan >/dev/null 2>&1 &
     await xdotool search --onlyvisible --name '^Korvan$'
     await in_tunnel
 }
@@ -81,11 +84,11 @@ crash_in_lock_down() {
     printf 198.51.100.1 >"$root$application/defgate"
     inside "$application/tools/route" delete 0.0.0.0 mask 0.0.0.0 198.51.100.1 >/dev/null
     # shellcheck disable=SC2046
-    kill -STOP $(processes "$application/Korvan")
+    kill -STOP $(processes "$application/Korvan") $(processes "$application/broker")
     # shellcheck disable=SC2046
     kill "-$1" $(processes /usr/sbin/openvpn)
     # shellcheck disable=SC2046
-    kill -KILL $(processes "$application/Korvan")
+    kill -KILL $(processes "$application/broker") $(processes "$application/Korvan")
     [ -z "$(ip route show default)" ] || fail "lock-down has left a default route: $(ip route)"
 }
 
@@ -109,7 +112,7 @@ state >/run/state.before
 install
 # Of two bundles, which ada starts at her login, only the package's own goes with it.
 inside useradd -m ada
-inside env PKEXEC_UID="$(inside id -u ada)" "$application/tools/defaults" write loginwindow \
+as_ada "$application/tools/defaults" write loginwindow \
     AutoLaunchedApplicationDictionary \
     '({Hide = 0; Path = "'"$packaged_bundle"'";},{Hide = 0; Path = "/home/ada/Korvan.app";})'
 [ "$(login_items)" = 'Exec="/home Exec="/usr' ] || fail "no login items: $(login_items)"
@@ -129,8 +132,16 @@ await inside dbus-send --system --print-reply --dest=org.freedesktop.DBus / \
 
 # A name and a password that the service knows, and "connect automatically after start".
 cp "$build/demo/prepare_state" "$root$application/"
-inside sh -c "cd $application && ./prepare_state alice wonderland-7 Examplia-1; rm prepare_state"
-start setpriv --reuid=ada --regid=ada --init-groups env HOME=/home/ada USER=ada
+for way in inside as_ada; do # root's is the bundle's own
+    $way "$application/prepare_state" alice wonderland-7 Examplia-1
+done
+rm "$root$application/prepare_state"
+log=$root/home/ada/.local/share/korvan/log.txt
+start as_ada
+for program in Korvan:ada broker:root; do
+    [ "$(ps -o user= -p "$(processes "$application/${program%:*}" | paste -sd ,)")" = "${program#*:}" ] ||
+        fail "${program%:*} is not ${program#*:}'s"
+done
 kill "$polkit" "$bus"
 wait "$polkit" "$bus" || true
 
@@ -151,11 +162,12 @@ expect_state "removed after a crash"
 
 # Installed again, with the login that was kept, and repaired after a crash, without a screen.
 install
-start
+log=$root$application/log.txt
+start inside
 crash_in_lock_down KILL
 quietly env -u DISPLAY korvan -reset
 [ "$(country)" = Homeland ] || fail "korvan -reset does not repair the network"
-start
+start inside
 
 # Purged while connected.
 quietly dpkg -P korvan
