@@ -18,10 +18,11 @@ struct LoginAnswer
 {
     QByteArray body;           ///< empty unless the answer came to its end, and was no longer than a profile may be
     bool networkError = false; ///< also false when the limit passed first
+    QString refusal;           ///< why this side has dropped the connection: a sentence, empty where it has not
 };
 
 /// Posts the form to the account API: the address under "LOGIN/VER" in the settings file, or the deployed one. Waits
-/// in a local event loop for at most `limitMs`. TLS errors are ignored, as the service's certificate is its own.
+/// in a local event loop for at most `limitMs`. TLS errors are ignored, and pins are held to (sendRequest()).
 LoginAnswer postLogin(const QByteArray &body, int limitMs = kLoginLimitMs);
 
 /// What an answer is, the first that applies.

@@ -1,6 +1,7 @@
 #include "account/WebPage.h"
 
 #include "account/Limits.h"
+#include "account/ServiceRequest.h"
 #include "common/Wait.h"
 
 #include <QNetworkAccessManager>
@@ -10,9 +11,7 @@
 QByteArray GetPageDataByUrl(QString url)
 {
     QNetworkAccessManager manager;
-    QNetworkReply *reply = manager.get(plainRequest(url));
-    reply->ignoreSslErrors();
-    limitBody(*reply, kPageLimit);
+    QNetworkReply *reply = sendRequest(manager, QNetworkRequest(QUrl(url)), kPageLimit);
     Wait wait;
     wait.until(reply, &QNetworkReply::finished);
     return wait.run() ? wholeBody(*reply) : QByteArray();

@@ -6,3 +6,8 @@ bool onlyYes(QWidget *parent, QMessageBox::Icon icon, const QString &title, cons
     box.setDefaultButton(QMessageBox::No);
     return box.exec() == QMessageBox::Yes;
 }
+
+QString joined(const QString &text, const QString &sentence)
+{
+    return sentence.isEmpty() ? text : text + QLatin1String("\n\n") + sentence;
+}

@@ -162,6 +162,7 @@ private:
     VPNClient *m_engine;
     QString m_userName; ///< of the last login
     QString m_password; ///< of the last login
+    QString m_refusal;  ///< why the last login's connection was dropped; empty where it was not
     Tray m_tray;
     QTimer m_progressTimer;
     bool m_bundleInWork = false; ///< a profile is being fetched or unpacked: no connection may start

@@ -8,6 +8,7 @@
 #include "base/Addresses.h"
 #include "base/Settings.h"
 #include "common/Text.h"
+#include "controller/Box.h"
 #include "ui/PlainText.h"
 #include "ui_Korvan.h"
 
@@ -27,6 +28,7 @@ bool Korvan::loginKorvan(QString user, QString password, QByteArray &body)
         return false;
     }
     body = answer.body;
+    m_refusal = answer.refusal;
     qDebug("Get Data: %d", body.size());
     if (getSetting(QStringLiteral("DEBUG/ENABLE")) == QLatin1String("true")) {
         QMessageBox::information(this, tr("Debug"),
@@ -98,14 +100,16 @@ bool Korvan::fallBackToOldProfile()
 {
     if (hasOpenVPNServers()) {
         QMessageBox::warning(nullptr, tr("Warning"),
-                             tr("Update of new configuration failed.\nPlease try again later.\n"
-                                "Korvan-GUI will use existing keys and configurations."));
+                             joined(tr("Update of new configuration failed.\nPlease try again later.\n"
+                                       "Korvan-GUI will use existing keys and configurations."),
+                                    m_refusal));
         return true;
     }
     QMessageBox::warning(nullptr, tr("Warning"),
-                         tr("Retrieval of configuration and keys failed.\n"
-                            "Please try again later or contact Support at ") +
-                             QLatin1String(KORVAN_SUPPORT_EMAIL));
+                         joined(tr("Retrieval of configuration and keys failed.\n"
+                                   "Please try again later or contact Support at ") +
+                                    QLatin1String(KORVAN_SUPPORT_EMAIL),
+                                m_refusal));
     onChangeUser();
     m_form->pbLogin->setEnabled(true);
     return false;

@@ -2,11 +2,13 @@
 
 #include "account/Limits.h"
 #include "account/PendingUpdate.h"
+#include "account/ServiceRequest.h"
 #include "account/Updates.h"
 #include "account/WebPage.h"
 #include "common/AppPath.h"
 #include "common/Text.h"
 #include "common/Wait.h"
+#include "controller/Box.h"
 #include "names/StateFiles.h"
 #include "platform/RootPart.h"
 #include "ui_Korvan.h"
@@ -84,6 +86,9 @@ void Korvan::onUpdate()
     m_bundleInWork = false;
     if (profile.isEmpty()) {
         QTimer::singleShot(0, this, &Korvan::onChangeUser);
+        if (!m_refusal.isEmpty()) {
+            QMessageBox::critical(this, tr("Notify"), joined(tr("Update Failed."), m_refusal));
+        }
         return;
     }
     updateOpenVPNServerList();
@@ -125,9 +130,7 @@ void Korvan::onUpApp()
     }
     const QPointer<Korvan> self(this);
     QNetworkAccessManager manager;
-    QNetworkReply *reply = manager.get(plainRequest(m_updateAddress));
-    reply->ignoreSslErrors();
-    limitBody(*reply, kArchiveLimit);
+    QNetworkReply *reply = sendRequest(manager, QNetworkRequest(QUrl(m_updateAddress)), kArchiveLimit);
     connect(reply, &QNetworkReply::downloadProgress, this, &Korvan::onUpdateProgress);
     m_form->pbUpApp->setEnabled(false);
     Wait wait;
@@ -140,6 +143,7 @@ void Korvan::onUpApp()
     const int status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
     QString problem =
         archive.isEmpty() ? QStringLiteral(QT_TRANSLATE_NOOP("Korvan", "no data")) : whyNoArchive(status, archive);
+    const QString refused = refusal(*reply);
     if (problem.isEmpty()) {
         problem = storeUpdate(archive, m_updateSignature);
     }
@@ -151,7 +155,8 @@ void Korvan::onUpApp()
         return;
     }
     qDebug().noquote() << "WARNING: the update is refused:" << problem;
-    QMessageBox::information(this, tr("Update"), tr("Update failed, %1.").arg(translated(problem)));
+    QMessageBox::information(this, tr("Update"),
+                             joined(tr("Update failed, %1.").arg(translated(problem)), refused));
     m_form->pbUpApp->setEnabled(true);
 }
 

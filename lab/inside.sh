@@ -44,6 +44,8 @@ private_folders() {
 # shellcheck source=web.sh
 . "$lab/web.sh"
 
+LAB_PIN=$(openssl x509 -in "$LAB_KEYS/web.crt" -pubkey -noout | openssl pkey -pubin -outform der | sha256sum)
+export LAB_PIN=${LAB_PIN%% *}
 private_folders
 make_network
 make_profiles

@@ -33,6 +33,12 @@ cp build/release/demo/prepare_state "$application/"
 "$application/prepare_state" alice wonderland-7 Examplia-1
 rm "$application/prepare_state"
 
+# The service is known by its key, and updates by theirs.
+keys=$(lab/lab keys)
+printf '[SERVICE]\nPINS=%s\n' "$(openssl x509 -in "$keys/web.crt" -pubkey -noout |
+    openssl pkey -pubin -outform der | sha256sum | cut -d' ' -f1)" >"$application/setting.ini"
+tail -n 1 build/release/lab/update.pub >"$application/update-keys"
+
 screen=()
 [ "$mode" != headless ] || screen=(scripts/with-screen.sh)
 as_root=()

@@ -5,6 +5,7 @@
 #include "tests/support/Cases.h"
 
 #include <QDir>
+#include <QNetworkProxy>
 
 static const QString kBobsPassword = QString::fromUtf8("a&b=c+d é");
 
@@ -121,6 +122,50 @@ private slots:
             ClientLab::reset();
             lab.login();
             COMPARE_CASE(name, lab.items("cmServer"), labServers("alice"));
+        }
+    }
+
+    /// With pins nothing is sent before the service has shown one of their keys, also not through a proxy.
+    void pins()
+    {
+        const QByteArray pin = qgetenv("LAB_PIN");
+        const QByteArray wrong(64, '0');
+        const QString other = "api.korvan.example does not show the key that it is known by, so that nothing was "
+                              "sent. Somebody may be answering in its place.";
+        const QString open = "The address of api.korvan.example is not encrypted, so that nothing was sent.";
+        const QByteArray plain = "[LOGIN]\nVER=http://api.korvan.example/api\n";
+        const QStringList proxy = qEnvironmentVariable("LAB_HTTP_PROXY").split(':');
+        const std::tuple<QByteArray, bool, QString> cases[] = {
+            {"[SERVICE]\nPINS=" + pin + '\n', false, ""},
+            {"[SERVICE]\nPINS=" + wrong + ", " + pin.toUpper() + '\n', true, ""},
+            {"[SERVICE]\nPINS=" + wrong + '\n', false, other},
+            {"[SERVICE]\nPINS=" + wrong + '\n', true, other},
+            {"[SERVICE]\nPINS=no pin\n", false, other},
+            {"[SERVICE]\nPINS=" + pin + '\n' + plain, false, open},
+            {plain, false, ""},
+        };
+        for (const auto &[settings, proxied, reason] : cases) {
+            ClientLab lab;
+            putFile(appPath("/setting.ini"), settings);
+            lab.start();
+            if (proxied) {
+                QNetworkProxy::setApplicationProxy(
+                    QNetworkProxy(QNetworkProxy::HttpProxy, proxy.first(), proxy.last().toUShort()));
+            }
+            if (!reason.isEmpty()) {
+                lab.boxes.expect("Warning", "Retrieval of configuration and keys failed.\nPlease try again later "
+                                            "or contact Support at support@korvan.example\n\n" +
+                                                reason);
+            }
+            lab.login();
+            QNetworkProxy::setApplicationProxy(QNetworkProxy::NoProxy);
+            COMPARE_CASE(settings, lab.boxes.left(), 0);
+            COMPARE_CASE(settings, lab.isLoggedIn(), reason.isEmpty());
+            COMPARE_CASE(settings, ClientLab::lastRequest("/api").isEmpty(), !reason.isEmpty());
+            // The update description comes from a host of the service's too, the IP page does not.
+            COMPARE_CASE(settings, ClientLab::lastRequest("/update.xml").isEmpty(), reason == other);
+            QVERIFY(fileBytes(appPath("/log.txt")).contains(reason.toUtf8()));
+            QVERIFY(!lab.isLoggedIn() || lab.shows("lbCountry", "Homeland"));
         }
     }
 

@@ -1,0 +1,95 @@
+#include "account/ServiceRequest.h"
+
+#include "account/Limits.h"
+#include "account/Updates.h"
+#include "base/Addresses.h"
+#include "base/Settings.h"
+
+#include <QCoreApplication>
+#include <QCryptographicHash>
+#include <QDebug>
+#include <QNetworkAccessManager>
+#include <QNetworkReply>
+#include <QSslCertificate>
+#include <QSslConfiguration>
+
+#include <memory>
+#include <openssl/x509.h>
+
+static const char kRefusal[] = "korvanRefusal";
+
+QUrl apiUrl()
+{
+    const QString configured = getSetting(QStringLiteral("LOGIN/VER"));
+    return QUrl(configured.isEmpty() ? QStringLiteral(KORVAN_API_URL) : configured, QUrl::TolerantMode);
+}
+
+QByteArray publicKeyPin(const QByteArray &certificate)
+{
+    const auto *bytes = reinterpret_cast<const unsigned char *>(certificate.constData());
+    const std::unique_ptr<X509, decltype(&X509_free)> x509(d2i_X509(nullptr, &bytes, certificate.size()), &X509_free);
+    unsigned char *key = nullptr;
+    const int length = x509 ? i2d_X509_PUBKEY(X509_get_X509_PUBKEY(x509.get()), &key) : 0;
+    if (length <= 0) {
+        return {};
+    }
+    const QByteArray info(reinterpret_cast<const char *>(key), length);
+    OPENSSL_free(key);
+    return QCryptographicHash::hash(info, QCryptographicHash::Sha256).toHex();
+}
+
+/// The pins in force. A word among them that is no pin pins all the same: nothing fits it.
+static QStringList servicePins()
+{
+    const QStringList configured = getSettingWords(QStringLiteral("SERVICE/PINS"));
+    return configured.isEmpty() ? QStringLiteral(KORVAN_SERVICE_PINS).split(QLatin1Char(' '), Qt::SkipEmptyParts)
+                                : configured;
+}
+
+static bool isServiceHost(const QString &host)
+{
+    return host == apiUrl().host() || host == QUrl(UPDATE_URL).host();
+}
+
+static void refuse(QNetworkReply &reply, const QString &reason)
+{
+    qDebug().noquote() << "WARNING:" << reason;
+    reply.setProperty(kRefusal, reason);
+}
+
+QNetworkReply *sendRequest(QNetworkAccessManager &manager, QNetworkRequest request, qint64 limit,
+                           const QByteArray *form)
+{
+    const QString host = request.url().host();
+    const QStringList pins = isServiceHost(host) ? servicePins() : QStringList();
+    const bool inTheOpen = !pins.isEmpty() && request.url().scheme() != QLatin1String("https");
+    if (inTheOpen) {
+        request.setUrl(QUrl()); // fails without a connection
+    }
+    request.setRawHeader("Accept-Encoding", "identity"); // a compressed answer could grow a thousandfold here
+    QNetworkReply *reply = form != nullptr ? manager.post(request, *form) : manager.get(request);
+    reply->ignoreSslErrors();
+    limitBody(*reply, limit);
+    if (inTheOpen) {
+        refuse(*reply,
+               QCoreApplication::translate("Korvan", "The address of %1 is not encrypted, so that nothing was sent.")
+                   .arg(host));
+    } else if (!pins.isEmpty()) {
+        QObject::connect(reply, &QNetworkReply::encrypted, reply, [reply, host, pins] {
+            // Only the server's own certificate: nothing proves that it has the keys of the others.
+            const QByteArray pin = publicKeyPin(reply->sslConfiguration().peerCertificate().toDer());
+            if (!pins.contains(QString::fromLatin1(pin), Qt::CaseInsensitive)) {
+                const char *text = "%1 does not show the key that it is known by, so that nothing was sent. "
+                                   "Somebody may be answering in its place.";
+                refuse(*reply, QCoreApplication::translate("Korvan", text).arg(host));
+                reply->abort();
+            }
+        });
+    }
+    return reply;
+}
+
+QString refusal(const QNetworkReply &reply)
+{
+    return reply.property(kRefusal).toString();
+}
