@@ -20,6 +20,9 @@ void Traffic::load()
 {
     GetTotalDataTransfer(m_counters.totalReceived, m_counters.totalSent, m_counters.day, m_counters.dayReceived,
                          m_counters.daySent, m_counters.month, m_counters.monthReceived, m_counters.monthSent);
+    TransferCounters today = m_counters;
+    today.rollOver(QDate::currentDate());
+    showTotals(today);
 }
 
 void Traffic::beginSession()
@@ -29,33 +32,42 @@ void Traffic::beginSession()
     m_startTime = QDateTime::currentDateTime();
 }
 
+Traffic::Bytes Traffic::takeNew()
+{
+    Bytes now;
+    m_engine->byteCount(now.received, now.sent);
+    const bool begunAnew = now.received < m_counted.received || now.sent < m_counted.sent;
+    const Bytes before = begunAnew ? Bytes() : m_counted;
+    m_counted = now;
+    return {now.received - before.received, now.sent - before.sent};
+}
+
 void Traffic::tick(bool connected)
 {
-    static quint64 last_rcv = 0;
-    static quint64 last_snd = 0;
     if (!connected) {
-        last_rcv = 0;
-        last_snd = 0;
-        showRates(0, 0);
+        showRates({});
         return;
     }
-    quint64 received = 0;
-    quint64 sent = 0;
-    m_engine->byteCount(received, sent);
-    const quint64 newlyReceived = received - qMin(received, last_rcv); // the counts may have begun anew
-    const quint64 newlySent = sent - qMin(sent, last_snd);
-    add(newlyReceived, newlySent);
-    showRates(newlyReceived, newlySent);
+    const Bytes bytes = takeNew();
+    add(bytes.received, bytes.sent);
+    showRates(bytes);
     m_timer.start(kTickMs);
-    last_rcv = received;
-    last_snd = sent;
 }
 
 /// Shows what two seconds brought as rates of one second.
-void Traffic::showRates(quint64 received, quint64 sent)
+void Traffic::showRates(const Bytes &bytes)
 {
-    m_form->lbDownload->setText(FormatDataSize(received >> 1) + QLatin1String("/s"));
-    m_form->lbUpload->setText(FormatDataSize(sent >> 1) + QLatin1String("/s"));
+    m_form->lbDownload->setText(FormatDataSize(bytes.received >> 1) + QLatin1String("/s"));
+    m_form->lbUpload->setText(FormatDataSize(bytes.sent >> 1) + QLatin1String("/s"));
+}
+
+void Traffic::showTotals(const TransferCounters &counters)
+{
+    m_form->lbTotalRecv->setText(FormatDataSize(counters.totalReceived));
+    m_form->lbTotalSend->setText(FormatDataSize(counters.totalSent));
+    // The month's figures stand where the day's would be expected; the day's are kept in the file only.
+    m_form->lbTotalSD->setText(FormatDataSize(counters.monthSent));
+    m_form->lbTotalRD->setText(FormatDataSize(counters.monthReceived));
 }
 
 void Traffic::add(quint64 received, quint64 sent)
@@ -64,14 +76,20 @@ void Traffic::add(quint64 received, quint64 sent)
     const bool rolledOver = m_counters.rollOver(QDate::currentDate());
     m_form->lbSessionRecv->setText(FormatDataSize(m_counters.sessionReceived));
     m_form->lbSessionSend->setText(FormatDataSize(m_counters.sessionSent));
-    m_form->lbTotalRecv->setText(FormatDataSize(m_counters.totalReceived));
-    m_form->lbTotalSend->setText(FormatDataSize(m_counters.totalSent));
-    // The month's figures stand where the day's would be expected; the day's are kept in the file only.
-    m_form->lbTotalSD->setText(FormatDataSize(m_counters.monthSent));
-    m_form->lbTotalRD->setText(FormatDataSize(m_counters.monthReceived));
+    showTotals(m_counters);
     if (rolledOver) {
         UpdateTotalDataTransfer(received, sent);
+    } else {
+        m_unstored.received += received;
+        m_unstored.sent += sent;
     }
+}
+
+/// The file gets what it does not have yet.
+void Traffic::store()
+{
+    UpdateTotalDataTransfer(m_unstored.received, m_unstored.sent);
+    m_unstored = {};
 }
 
 void Traffic::endSession()
@@ -79,19 +97,21 @@ void Traffic::endSession()
     quint64 received = 0;
     quint64 sent = 0;
     m_engine->byteCount(received, sent);
-    add(received, sent);
-    UpdateTotalDataTransfer(0, 0);
+    const Bytes rest = takeNew(); // the ticks have added the others
+    add(rest.received, rest.sent);
+    store();
     qDebug().noquote() << "Since" << m_startTime.toString(Qt::ISODate) << "received" << FormatDataSize(received)
                        << "and sent" << FormatDataSize(sent);
     m_engine->clearByteCount(); // a second end of the same connection must not count it again
+    m_counted = {};
 }
 
 void Traffic::storeSession()
 {
-    quint64 received = 0;
-    quint64 sent = 0;
-    m_engine->byteCount(received, sent);
-    UpdateTotalDataTransfer(received, sent);
+    const Bytes rest = takeNew();
+    m_unstored.received += rest.received;
+    m_unstored.sent += rest.sent;
+    store();
 }
 
 void Traffic::clearSession()
@@ -109,7 +129,12 @@ void Traffic::reset()
 void Traffic::deleteStored()
 {
     QFile::remove(appPath(kTransferFile));
-    for (QLabel *label : {m_form->lbTotalRecv, m_form->lbTotalSend, m_form->lbTotalRD, m_form->lbTotalSD}) {
-        label->setText(FormatDataSize(0));
-    }
+    const TransferCounters before = m_counters;
+    m_counters = TransferCounters();
+    m_counters.sessionReceived = before.sessionReceived;
+    m_counters.sessionSent = before.sessionSent;
+    m_counters.day = before.day;
+    m_counters.month = before.month;
+    m_unstored = {};
+    showTotals(m_counters);
 }

@@ -18,7 +18,7 @@ class Traffic
 public:
     Traffic(Ui::Korvan *form, VPNClient *engine);
 
-    /// Takes the totals over that earlier runs have stored.
+    /// Takes the totals over that earlier runs have stored, and shows them.
     void load();
 
     /// An attempt to connect begins: the session's figures start at 0.
@@ -37,7 +37,7 @@ public:
     /// Adds bytes to all figures and shows them. On a new day or in a new month they also go into the file.
     void add(quint64 received, quint64 sent);
 
-    /// The connection has ended: shows and logs what it carried, once.
+    /// The connection has ended: shows, stores and logs what it carried, once.
     void endSession();
 
     /// Adds what the connection has carried so far to the stored totals, for a window that ends while connected.
@@ -49,15 +49,27 @@ public:
     /// Sets everything that is shown to 0; the stored totals come back at the next start.
     void reset();
 
-    /// Deletes the stored totals and shows zeros in their place.
+    /// Deletes the stored totals and counts from zero on.
     void deleteStored();
 
 private:
-    void showRates(quint64 received, quint64 sent);
+    struct Bytes
+    {
+        quint64 received = 0;
+        quint64 sent = 0;
+    };
+
+    /// What the engine has counted since it was asked last.
+    Bytes takeNew();
+    void showRates(const Bytes &bytes);
+    void showTotals(const TransferCounters &counters);
+    void store();
 
     Ui::Korvan *m_form;
     VPNClient *m_engine;
     TransferCounters m_counters;
+    Bytes m_counted;                                      ///< by the engine, of what is in the figures
+    Bytes m_unstored;                                     ///< of the figures, what the file does not have
     QDateTime m_startTime = QDateTime::currentDateTime(); ///< of the program, then of the last attempt to connect
     QTimer m_timer;
 };

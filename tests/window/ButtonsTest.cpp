@@ -28,9 +28,9 @@ private slots:
         walk(seen, {{"pbConnect", "1 Examplia-1 CONNECTED 3KB kept"},
                     {"pbReconnect", "2 Examplia-1 CONNECTED 3KB kept"},
                     {"pbReset", "2 Examplia-1 CONNECTED 0B gone"},
-                    {"pbDisconnect", "2 Examplia-1 NOT CONNECTED 3KB kept"}, // what this run knows
-                    {"Proxied-Samplonia", "3 Proxied-Samplonia CONNECTED 3KB kept"},
-                    {"Reconnect", "4 Proxied-Samplonia CONNECTED 3KB kept"},
+                    {"pbDisconnect", "2 Examplia-1 NOT CONNECTED 0B kept"},
+                    {"Proxied-Samplonia", "3 Proxied-Samplonia CONNECTED 0B kept"},
+                    {"Reconnect", "4 Proxied-Samplonia CONNECTED 0B kept"},
                     {"pbResetStat", "4 Proxied-Samplonia CONNECTED 0B kept"}, // the file's are back at the next start
                     {"Disconnect", "4 Proxied-Samplonia NOT CONNECTED 0B kept"}});
     }

@@ -62,7 +62,29 @@ private slots:
         m_window->setStatus(STATUS_DISCONNECTED);
         QCOMPARE(bar->value(), 0);
         m_window->setStatus(STATUS_DISCONNECTED);
-        QCOMPARE(label("lbTotalRecv"), QString("6KB")); // twice, by the tick and at the end, and no more
+        QCOMPARE(label("lbTotalRecv"), QString("3KB")); // by the tick, and not again at the end
+        start();
+        QCOMPARE(label("lbTotalRecv") + label("lbTotalRD"), QString("3KB3KB"));
+    }
+
+    /// The keyboard stays with the button that connects and disconnects, and presses nothing else meanwhile.
+    void focus()
+    {
+        m_window->setStatus(STATUS_READY);
+        QCOMPARE(m_window->focusWidget(), find("pbConnect"));
+        const std::pair<KORVANSTATUS, const char *> steps[] = {
+            {STATUS_CONNECTING, "pbDisconnect"}, {STATUS_DISCONNECTING, "cardStatus"},
+            {STATUS_DISCONNECTED, "pbConnect"},  {STATUS_CONNECTED, "pbDisconnect"},
+            {STATUS_RECONNECTING, "cardStatus"}, {STATUS_CONNECTING, "pbDisconnect"}};
+        for (const auto &[status, name] : steps) {
+            m_window->setStatus(status);
+            QCOMPARE(m_window->focusWidget(), find(name));
+        }
+        find("pbChangeUser")->setFocus();
+        m_window->setStatus(STATUS_CONNECTED);
+        QCOMPARE(m_window->focusWidget(), find("pbChangeUser"));
+        QTest::keyClick(m_window->focusWidget(), Qt::Key_Return);
+        QCOMPARE(page(), QString("pageLogin"));
     }
 
     /// Takes the default route away while connected, and puts it back whatever is chosen by then.
