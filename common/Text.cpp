@@ -14,8 +14,8 @@ static void dropTrailingLetter(QString &version)
 
 int VersionCompare(QString server, QString current)
 {
-    qDebug() << "Version Server: " << server;
-    qDebug() << "Version Current: " << current;
+    qDebug() << "Version Server:" << server;
+    qDebug() << "Version Current:" << current;
     if (current.isEmpty()) {
         return 0;
     }

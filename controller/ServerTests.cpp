@@ -148,7 +148,7 @@ void ServerTests::pingSelected()
         double loss = 0;
         const int average = ping(host, 20, loss);
         setCell(server, kPing, translated(pingCell(average)));
-        setCell(server, kLoss, lossCell(loss));
+        setCell(server, kLoss, average < 0 ? QString() : lossCell(loss)); // no answer at all tells no loss
     });
 }
 

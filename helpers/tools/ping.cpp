@@ -22,18 +22,21 @@ std::string translated(const std::string &line)
     return std::regex_replace(std::regex_replace(line, extraCounts, "received, "), deviation, "$1stddev = ");
 }
 
-/// Copies the real ping's output to standard output, a line at a time, until it ends.
-void copyOutput(int from)
+/// Copies the real ping's output to standard output, a line at a time, until it ends. Returns whether there was any.
+bool copyOutput(int from)
 {
+    bool any = false;
     FILE *stream = fdopen(from, "r");
     char *line = nullptr;
     size_t size = 0;
     while (getline(&line, &size, stream) >= 0) {
         std::fputs(translated(line).c_str(), stdout);
         std::fflush(stdout);
+        any = true;
     }
     std::free(line);
     std::fclose(stream);
+    return any;
 }
 
 bool isCount(const std::string &option)
@@ -67,9 +70,13 @@ int main(int argc, char **argv)
         _exit(127);
     }
     close(ends[1]);
-    copyOutput(ends[0]);
+    const bool any = copyOutput(ends[0]);
     int status = 0;
     while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
+    }
+    if (!any && WIFEXITED(status) && WEXITSTATUS(status) != 0) {
+        std::puts(
+            "0 received, 100% packet loss"); // a name that is unknown: only a ping that was canceled says nothing
     }
     return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
 }

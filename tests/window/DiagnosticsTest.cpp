@@ -39,8 +39,8 @@ private slots:
             {"pbPingAll", {"near", "near", "slow"}, "23ms 23ms Canceled, loss - - -"},
             {"pbPingAll", {"gone", "near"}, "- -, loss - -"},
             {"pbPingDet", {"near", "near"}, "- 23ms, loss - 12.5%"},
-            {"pbPingDet", {"near", "nobody"}, "- N/A, loss - 0%"},
-            {"pbPingDet", {"near", "slow"}, "- N/A, loss - 0%"},
+            {"pbPingDet", {"near", "nobody"}, "- N/A, loss - -"},
+            {"pbPingDet", {"near", "slow"}, "- N/A, loss - -"},
             {"pbPingDet", {"near", "gone"}, "- -, loss - -"}};
         for (const auto &[pressed, hosts, expected] : cases) {
             const QByteArray name = pressed + (' ' + hosts.join(' ')).toUtf8();

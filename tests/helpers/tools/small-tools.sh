@@ -20,6 +20,7 @@ END
     summary() { echo "$1" >/run/summary; LD_PRELOAD=/lib/none.so $tools/ping -c20 vpn.example; echo "status $?"; } 2>/dev/null
     is 'rtt min/avg/max/stddev = 10.9/23.7/40.1/5.2 msstatus 7' summary 'rtt min/avg/max/mdev = 10.9/23.7/40.1/5.2 ms'
     is '4 sent, 1 received, 75% packet lossstatus 7' summary '4 sent, 1 received, +1 duplicates, +3 errors, 75% packet loss'
+    is $'0 received, 100% packet loss\nstatus 7' summary '' # a name that nobody knows
     is 'C-c20 -- vpn.example' cut -d' ' -f2- /run/called
     touch /run/hang; rm /run/called
     $tools/ping -c20 vpn.example >/run/output & tool=$!; disown
