@@ -9,6 +9,7 @@
 #include "base/Settings.h"
 #include "common/Text.h"
 #include "controller/Box.h"
+#include "ui/KvUnaskedBox.h"
 #include "ui/PlainText.h"
 #include "ui_Korvan.h"
 
@@ -86,7 +87,7 @@ bool Korvan::fetchProfile()
     }
     m_bundleInWork = false;
     if (!accepted) {
-        QMessageBox::critical(this, tr("Error"), tr("Invalid username or password."));
+        KvUnaskedBox::tell(this, QMessageBox::Critical, tr("Error"), tr("Invalid username or password."));
         QTimer::singleShot(0, this, &Korvan::onChangeUser);
         m_form->pbLogin->setEnabled(true);
         return false;
@@ -99,17 +100,17 @@ bool Korvan::fetchProfile()
 bool Korvan::fallBackToOldProfile()
 {
     if (hasOpenVPNServers()) {
-        QMessageBox::warning(nullptr, tr("Warning"),
-                             joined(tr("Update of new configuration failed.\nPlease try again later.\n"
-                                       "Korvan-GUI will use existing keys and configurations."),
-                                    m_refusal));
+        KvUnaskedBox::tell(nullptr, QMessageBox::Warning, tr("Warning"),
+                           joined(tr("Update of new configuration failed.\nPlease try again later.\n"
+                                     "Korvan-GUI will use existing keys and configurations."),
+                                  m_refusal));
         return true;
     }
-    QMessageBox::warning(nullptr, tr("Warning"),
-                         joined(tr("Retrieval of configuration and keys failed.\n"
-                                   "Please try again later or contact Support at ") +
-                                    QLatin1String(KORVAN_SUPPORT_EMAIL),
-                                m_refusal));
+    KvUnaskedBox::tell(nullptr, QMessageBox::Warning, tr("Warning"),
+                       joined(tr("Retrieval of configuration and keys failed.\n"
+                                 "Please try again later or contact Support at ") +
+                                  QLatin1String(KORVAN_SUPPORT_EMAIL),
+                              m_refusal));
     onChangeUser();
     m_form->pbLogin->setEnabled(true);
     return false;

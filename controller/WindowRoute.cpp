@@ -2,10 +2,10 @@
 
 #include "controller/Korvan.h"
 #include "route/DefaultGateway.h"
+#include "ui/KvUnaskedBox.h"
 #include "ui_Korvan.h"
 
 #include <QDebug>
-#include <QMessageBox>
 
 static const QString kAny = QStringLiteral("0.0.0.0");
 
@@ -68,8 +68,8 @@ void WindowRoute::release()
 void WindowRoute::cutOff(QWidget *window)
 {
     DeleteGateway(kAny, kAny, m_gateway);
-    QMessageBox::critical(
-        window, Korvan::tr("Error"),
+    KvUnaskedBox::tell(
+        window, QMessageBox::Critical, Korvan::tr("Error"),
         Korvan::tr("Internet connection has been terminated for your security.\n"
                    "Please press OK to resume your regular internet connection and reconnect to the VPN if needed."));
     restore();

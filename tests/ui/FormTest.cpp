@@ -1,5 +1,7 @@
 #include "tests/window/WindowFixture.h"
 #include "ui/KvFocusRing.h"
+#include "ui/KvUnaskedBox.h"
+#include "ui/Look.h"
 #include "ui/Theme.h"
 
 #include <QAccessible>
@@ -73,6 +75,26 @@ private slots:
                          qPrintable(label->objectName()));
             }
         }
+    }
+
+    /// What is being typed when a box comes is no answer to it; the same key is one after a pause.
+    void aBoxThatNobodyAskedFor()
+    {
+        KvUnaskedBox box(QMessageBox::Critical, "Error", "Text", m_window.get());
+        box.setModal(false);
+        box.show();
+        QVERIFY(QTest::qWaitForWindowActive(&box));
+        for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Escape}) {
+            QTest::keyClick(box.button(QMessageBox::Ok), key);
+            QVERIFY(box.isVisible());
+        }
+        QTRY_VERIFY(box.heedsKeys());
+        QTest::keyClick(box.button(QMessageBox::Ok), Qt::Key_Space);
+        QVERIFY(!box.isVisible());
+        QApplication::setActiveWindow(nullptr);
+        QVERIFY2(
+            KvUnaskedBox(QMessageBox::Critical, "Error", "Text", nullptr).testAttribute(Qt::WA_ShowWithoutActivating),
+            "another program has the focus");
     }
 
     /// What can be read has a contrast of 4.5 : 1, what can be seen or is only read again 3 : 1.
