@@ -2,7 +2,10 @@
 
 #include "account/SavedLogin.h"
 #include "base/DebugLog.h"
+#include "ui/KvUnaskedBox.h"
 #include "ui/Language.h"
+#include "ui/Look.h"
+#include "ui/Mnemonics.h"
 #include "ui/PlainText.h"
 #include "ui_Korvan.h"
 
@@ -10,7 +13,17 @@
 #include <QButtonGroup>
 #include <QFile>
 #include <QHeaderView>
-#include <QMessageBox>
+#include <QRegularExpressionValidator>
+#include <QScreen>
+#include <QShortcut>
+
+/// Lets nothing in but a number from 1 to 65535.
+static QValidator *portValidator(QObject *parent)
+{
+    static const QRegularExpression port(
+        QStringLiteral("[1-9]\\d{0,3}|[1-5]\\d{4}|6[0-4]\\d{3}|65[0-4]\\d{2}|655[0-2]\\d|6553[0-5]"));
+    return new QRegularExpressionValidator(port, parent);
+}
 
 Korvan::Korvan(QMainWindow *parent)
     : QMainWindow(parent),
@@ -29,8 +42,10 @@ Korvan::Korvan(QMainWindow *parent)
     m_form->lbVersion->setText(QApplication::applicationVersion());
     m_form->edProxyAddr->setEnabled(false);
     m_form->edProxyPort->setEnabled(false);
+    m_form->edProxyPort->setValidator(portValidator(this));
     m_form->cmUpdate->setCurrentIndex(1);
-    setFixedSize(geometry().size());
+    const bool hasScreen = QGuiApplication::platformName() == QLatin1String("xcb");
+    setFixedSize(hasScreen ? tightened(this, screen()->availableSize()) : geometry().size());
     setWindowFlag(Qt::WindowMaximizeButtonHint, false);
     g_edLog = m_form->edLog;
     updateOption(false);
@@ -40,6 +55,10 @@ Korvan::Korvan(QMainWindow *parent)
     m_form->cbDnsLeak->hide();
     m_form->cbAutoReconn->hide();
     giveImages();
+    assignMnemonics(m_form->pageLogin);
+    for (int page = 0; page < m_form->tabPage->count(); ++page) {
+        assignMnemonics(m_form->tabPage->widget(page));
+    }
     m_form->cmTheme->setCurrentIndex(m_appearance.choice());
     m_form->tab->setCurrentIndex(0);
     m_form->stack->setCurrentWidget(m_form->pageLogin);
@@ -69,6 +88,11 @@ void Korvan::connectSignals()
     connect(m_form->pbUpdate, &QAbstractButton::clicked, this, &Korvan::onUpdate);
     connect(m_form->pbLogin, &QAbstractButton::clicked, this, &Korvan::onLogin);
     connect(m_form->pbExist, &QAbstractButton::clicked, this, &Korvan::onLogin);
+    connect(m_form->tab, &KvRetinaTabBar::indexChanged, this, [this] {
+        if (m_form->tabPage->isAncestorOf(focusWidget())) {
+            m_form->tab->setFocus(); // else Qt picks a control of the new page
+        }
+    });
     connect(m_form->tab, &KvRetinaTabBar::indexChanged, m_form->tabPage, &QStackedWidget::setCurrentIndex);
     connect(m_form->pbConnect, &QAbstractButton::clicked, this, &Korvan::onConnect);
     connect(m_form->pbReconnect, &QAbstractButton::clicked, this, &Korvan::onReconnect);
@@ -158,6 +182,10 @@ void Korvan::giveImages()
     for (const auto &[name, text] : tabs) {
         m_form->tab->addItem(
             QStringLiteral(":/images/top_menu_%1_%2.png").arg(QLatin1String(name), QStringLiteral("%1")), text);
+        const int page = m_form->tab->count() - 1;
+        auto *key = new QShortcut(QKeySequence(Qt::CTRL + Qt::Key_1 + page), m_form->pageMain);
+        connect(key, &QShortcut::activated, m_form->tab, [this, page] { m_form->tab->setCurrentIndex(page); });
+        m_form->tab->setTabToolTip(page, key->key().toString(QKeySequence::NativeText));
     }
     auto *proxyTypes = new QButtonGroup(this);
     for (KvRetinaCheckBox *radio : {m_form->rbHttp, m_form->rbNone, m_form->rbSocks}) {
@@ -190,7 +218,7 @@ void Korvan::announceUpdate()
     if (message.isEmpty()) {
         message = tr("New version %1 ready, please click \"Update\".").arg(version);
     }
-    QMessageBox::information(this, tr("Update"), plainText(message));
+    KvUnaskedBox::tell(this, QMessageBox::Information, tr("Update"), plainText(message));
     m_form->tab->setCurrentIndex(kSettingsTab);
     m_form->tabPage->setCurrentIndex(kSettingsTab);
     m_form->pbUpApp->setEnabled(true);

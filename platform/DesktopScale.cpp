@@ -137,5 +137,6 @@ qreal DesktopScale::fitting(qreal wanted, const QSize &window, const QSize &room
         return wanted;
     }
     const qreal greatest = qMin(qreal(room.width()) / window.width(), qreal(room.height()) / window.height());
-    return wanted <= greatest ? wanted : std::floor(greatest * 100) / 100;
+    // Qt can not draw a window at less than its own size.
+    return wanted <= greatest ? wanted : qMax(qMin(wanted, qreal(1)), std::floor(greatest * 100) / 100);
 }

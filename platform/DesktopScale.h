@@ -15,6 +15,7 @@ public:
     void restoreEnvironment() const;
 
     /// The factor `wanted`, or the greatest one, in hundredths, at which the window fits into `room` pixels.
+    /// Never less than 1, unless that is wanted.
     static qreal fitting(qreal wanted, const QSize &window, const QSize &room);
 
 private:

@@ -1,9 +1,10 @@
 #include "ui/KvRetinaButton.h"
 
+#include "ui/Mnemonics.h"
 #include "ui/StatePicture.h"
 #include "ui/Theme.h"
 
-#include <QEvent>
+#include <QKeyEvent>
 #include <QPainter>
 
 KvRetinaButton::KvRetinaButton(QWidget *parent) : QPushButton(parent)
@@ -28,7 +29,7 @@ QSize KvRetinaButton::sizeHint() const
         return {32, 32};
     }
     const bool link = m_body.alpha() == 0;
-    return {fontMetrics().horizontalAdvance(text()) + (link ? 16 : 32), link ? 26 : 36};
+    return {fontMetrics().size(Qt::TextShowMnemonic, text()).width() + (link ? 16 : 32), link ? 26 : 36};
 }
 
 QColor KvRetinaButton::textColour() const
@@ -50,10 +51,20 @@ void KvRetinaButton::changeEvent(QEvent *event)
     }
 }
 
+void KvRetinaButton::keyPressEvent(QKeyEvent *event)
+{
+    const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (isReturn && !event->isAutoRepeat()) {
+        click();
+        return;
+    }
+    QPushButton::keyPressEvent(event);
+}
+
 void KvRetinaButton::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     drawStretched(painter, rect(), statePicture(m_images, stateOf(this, isDown()), this));
     painter.setPen(textColour());
-    painter.drawText(rect(), Qt::AlignCenter | Qt::TextShowMnemonic, text());
+    painter.drawText(rect(), Qt::AlignCenter | mnemonicFlag(), text());
 }

@@ -4,7 +4,7 @@
 
 /// A push button whose body is a picture, one for each of the states "release", "hover", "press" and "disable"; the
 /// words on it are its own text. On a dark body they are white, on a light one ink; a button whose picture has no
-/// body is a link, in the colour of the style sheet. Without a text the picture stands alone.
+/// body is a link, in the colour of the style sheet. Without a text the picture stands alone. Return presses it, too.
 class KvRetinaButton : public QPushButton
 {
     Q_OBJECT
@@ -22,6 +22,7 @@ public:
 
 protected:
     void changeEvent(QEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:

@@ -1,5 +1,6 @@
 #include "ui/KvRetinaCheckBox.h"
 
+#include "ui/Mnemonics.h"
 #include "ui/StatePicture.h"
 #include "ui/Theme.h"
 
@@ -37,7 +38,8 @@ QFont KvRetinaCheckBox::hintFont() const
 QSize KvRetinaCheckBox::sizeHint() const
 {
     const QString hint = accessibleDescription();
-    const int width = qMax(fontMetrics().horizontalAdvance(text()), QFontMetrics(hintFont()).horizontalAdvance(hint));
+    const int width = qMax(fontMetrics().size(Qt::TextShowMnemonic, text()).width(),
+                           QFontMetrics(hintFont()).horizontalAdvance(hint));
     return {kTextLeft + width + 4, hint.isEmpty() ? 22 : 2 * kLineHeight};
 }
 
@@ -65,7 +67,7 @@ void KvRetinaCheckBox::paintEvent(QPaintEvent *)
     const QString hint = accessibleDescription();
     QRect line = visual({kTextLeft, 0, width() - kTextLeft, hint.isEmpty() ? height() : height() / 2});
     painter.setPen(QColor(isEnabled() ? colours().ink : colours().disabled));
-    painter.drawText(line, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextShowMnemonic, text());
+    painter.drawText(line, Qt::AlignLeft | Qt::AlignVCenter | mnemonicFlag(), text());
     if (!hint.isEmpty()) {
         line.moveTop(height() / 2);
         painter.setPen(QColor(isEnabled() ? colours().body : colours().disabled));

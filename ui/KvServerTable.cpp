@@ -5,6 +5,7 @@
 
 #include <QHeaderView>
 #include <QHelpEvent>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QToolTip>
 
@@ -18,6 +19,16 @@ KvServerTable::KvServerTable(QWidget *parent) : QTableWidget(parent)
     horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setSectionsClickable(true);
+}
+
+void KvServerTable::keyPressEvent(QKeyEvent *event)
+{
+    const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (isReturn && currentColumn() >= 0) {
+        emit horizontalHeader()->sectionClicked(currentColumn());
+        return;
+    }
+    QTableWidget::keyPressEvent(event);
 }
 
 void KvServerTable::paintEvent(QPaintEvent *event)
@@ -47,4 +58,10 @@ bool KvServerTable::viewportEvent(QEvent *event)
         }
     }
     return QTableWidget::viewportEvent(event);
+}
+
+void KvServerTable::selectionChanged(const QItemSelection &selected, const QItemSelection &deselected)
+{
+    QTableWidget::selectionChanged(selected, deselected);
+    viewport()->update(); // the mark is wider than the cells
 }

@@ -52,7 +52,10 @@ private slots:
                 walked << control->objectName();
                 const QRect place(control->mapTo(m_window.get(), {}), control->size());
                 const QString name = QAccessible::queryAccessibleInterface(control)->text(QAccessible::Name);
-                QVERIFY2(ring->isVisible() && ring->geometry().intersects(place) && !name.isEmpty(),
+                const auto *button = qobject_cast<QAbstractButton *>(control);
+                const QString words = button ? button->text().remove('&') : QString();
+                QVERIFY2(ring->isVisible() && ring->geometry().intersects(place) && !name.isEmpty() &&
+                             name.contains(words, Qt::CaseInsensitive),
                          qPrintable(control->objectName()));
                 QTest::keyClick(control, Qt::Key_Tab);
             } while (m_window->focusWidget() != start && walked.size() < 50);
@@ -60,6 +63,11 @@ private slots:
         }
         QTest::mouseClick(m_window->focusWidget(), Qt::LeftButton);
         QVERIFY2(!ring->isVisible(), "only the keyboard needs it");
+        showPage(3);
+        QTest::keyClick(m_window->focusWidget(),
+                        Qt::Key(button("rbSocks")->text().section('&', 1).at(0).toUpper().unicode()),
+                        Qt::AltModifier);
+        QTRY_VERIFY2(button("rbSocks")->isChecked(), "every button has a letter");
     }
 
     /// A text of two lines once took what all others got.
@@ -69,6 +77,7 @@ private slots:
             QMessageBox box(QMessageBox::Information, "Version", "One\nTwo\nThree\nFour\nFive\nSix\nSeven");
             box.setInformativeText(informative);
             box.show();
+            QVERIFY2(box.button(QMessageBox::Ok)->icon().isNull(), "words are enough");
             for (const QLabel *label : box.findChildren<QLabel *>()) {
                 const int lines = label->text().count('\n') + 1;
                 QVERIFY2(label->text().isEmpty() || label->height() >= lines * label->fontMetrics().height(),

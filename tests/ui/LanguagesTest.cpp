@@ -1,6 +1,7 @@
 #include "controller/Options.h"
 #include "tests/window/WindowFixture.h"
 #include "ui/Language.h"
+#include "ui/Look.h"
 
 #include <QHeaderView>
 #include <QMap>
@@ -99,6 +100,18 @@ private slots:
             }
         }
         QVERIFY(!log().contains("no picture"));
+        if (code == "en") { // a small screen with a panel; longer words are shortened there
+            m_window->setFixedSize(tightened(m_window.get(), {800, 568}));
+            QVERIFY(m_window->width() <= 800 && m_window->height() <= 568);
+            for (int page = kLoginPage; page < find<QStackedWidget>("tabPage")->count(); ++page) {
+                showPage(page);
+                QTest::qWait(0);
+                // The stack asks for what its other pages need, and the long server's name is shortened.
+                const QString clipped = clippedWidgets(m_window.get()).remove("tabPage").remove("cmServer");
+                COMPARE_CASE("small, page " + QByteArray::number(page), clipped.trimmed(), "");
+            }
+            return;
+        }
         showPage(kSettingsPage);
         for (const char *name : {"cmUpdate", "cmTheme", "cmLanguage"}) {
             for (int item = 0; item < combo(name)->count(); ++item) {
