@@ -17,6 +17,7 @@ class QNetworkAccessManager;
 class QSound;
 struct Options;
 struct ProxySettings;
+struct StatusLook;
 
 namespace Ui {
 class Korvan;
@@ -126,6 +127,11 @@ private:
 
     // Status (controller/KorvanStatus.cpp)
     void showStatus(KORVANSTATUS status);
+    void showTunnelLost();
+    void showLook(const StatusLook &look);
+    void moveFocus(QWidget *shown);
+    void announce();
+    void enableRefresh(bool possible);
     void enterInit();
     void enterReady();
     void enterConnecting();
@@ -142,6 +148,7 @@ private:
     // Options (controller/KorvanOptions.cpp)
     void showOptions(const Options &options);
     Options shownOptions() const;
+    void showBootHint();
 
     // Proxy (controller/KorvanProxy.cpp)
     void showProxy(const ProxySettings &proxy);

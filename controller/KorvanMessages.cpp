@@ -3,11 +3,11 @@
 #include "common/AppPath.h"
 #include "controller/EngineMessage.h"
 #include "names/StateFiles.h"
+#include "ui/KvUnaskedBox.h"
 #include "ui_Korvan.h"
 
 #include <QDebug>
 #include <QFile>
-#include <QMessageBox>
 
 void Korvan::onMessage(QString message)
 {
@@ -34,7 +34,8 @@ void Korvan::actOnMessage(const QString &message)
         onL2TPLoginFailed();
         break;
     case EngineMessage::Error:
-        QMessageBox::critical(this, tr("Error"), tr("Unknown error, please check log."));
+        showTunnelLost();
+        KvUnaskedBox::tell(this, QMessageBox::Critical, tr("Error"), tr("Unknown error, please check log."));
         onDisconnect();
         break;
     case EngineMessage::Progress: {
@@ -53,6 +54,7 @@ void Korvan::onTunnelFailed()
         onReconnect();
         return;
     }
+    showTunnelLost();
     m_route.cutOff(this);
     onDisconnect();
 }
@@ -60,6 +62,6 @@ void Korvan::onTunnelFailed()
 void Korvan::onL2TPLoginFailed()
 {
     onDisconnect();
-    QMessageBox::critical(this, tr("Error"), tr("Username or password is not valid."));
+    KvUnaskedBox::tell(this, QMessageBox::Critical, tr("Error"), tr("Username or password is not valid."));
     QFile::remove(appPath(kL2tpPasswordFile)); // asked for again at the next attempt
 }

@@ -7,6 +7,7 @@
 #include "controller/StatusLook.h"
 #include "ui_Korvan.h"
 
+#include <QAccessible>
 #include <QSound>
 
 static constexpr int kProgressIntervalMs = 500;
@@ -55,21 +56,62 @@ void Korvan::setStatus(KORVANSTATUS status)
 
 void Korvan::showStatus(KORVANSTATUS status)
 {
-    const StatusLook *look = statusLook(status);
-    if (look == nullptr) {
-        return;
+    if (const StatusLook *look = statusLook(status)) {
+        showLook(*look);
     }
-    m_form->lbStatus->setPicture(QLatin1String(look->picture));
-    m_form->lbStatusT->setText(tr(look->text));
-    m_form->pbConnect->setVisible(look->connectShown);
-    m_form->pbDisconnect->setVisible(!look->connectShown);
-    turn(m_form->pbConnect, look->connect);
-    turn(m_form->pbDisconnect, look->disconnect);
-    turn(m_form->pbReconnect, look->reconnect);
-    turn(m_form->cmServer, look->choice);
-    turn(m_form->cmProto, look->choice);
-    turn(m_form->pbUpdate, look->update);
-    m_tray.show(*look, m_form->cmServer->currentText());
+}
+
+void Korvan::showTunnelLost()
+{
+    showLook(lostLook());
+    m_progressTimer.stop();
+    m_form->pgLinkState->setValue(0);
+}
+
+void Korvan::showLook(const StatusLook &look)
+{
+    const QWidget *focused = focusWidget();
+    const bool focusIsHere =
+        focused == m_form->pbConnect || focused == m_form->pbDisconnect || focused == m_form->cardStatus;
+    if (look.picture != nullptr) {
+        m_form->lbStatus->setPicture(QLatin1String(look.picture));
+        m_form->lbStatusT->setText(tr(look.text));
+    }
+    m_form->lbStatusNote->setText(look.note != nullptr ? tr(look.note) : QString());
+    m_form->pbConnect->setVisible(look.connectShown);
+    m_form->pbDisconnect->setVisible(!look.connectShown);
+    turn(m_form->pbConnect, look.connect);
+    turn(m_form->pbDisconnect, look.disconnect);
+    turn(m_form->pbReconnect, look.reconnect);
+    turn(m_form->cmServer, look.choice);
+    turn(m_form->cmProto, look.choice);
+    if (look.update != Turn::Keep) {
+        enableRefresh(look.update == Turn::On);
+    }
+    if (focusIsHere) {
+        moveFocus(look.connectShown ? m_form->pbConnect : m_form->pbDisconnect);
+    }
+    m_tray.show(look, m_form->cmServer->currentText());
+    announce();
+}
+
+/// From Connect to Disconnect and back. While the one that is shown can not be pressed the card waits in its place,
+/// so that no second press falls on another button.
+void Korvan::moveFocus(QWidget *shown)
+{
+    QWidget *next = shown->isEnabled() ? shown : m_form->cardStatus;
+    next->setFocus(Qt::OtherFocusReason);
+}
+
+/// Tells screen readers what the dashboard says now.
+void Korvan::announce()
+{
+    const QString status = m_form->lbStatusT->text().trimmed() + QLatin1Char(' ') + m_form->lbStatusNote->text();
+    for (QWidget *button : {m_form->pbConnect, m_form->pbDisconnect}) {
+        button->setAccessibleDescription(status.trimmed());
+    }
+    QAccessibleEvent news(m_form->lbStatusT, QAccessible::Alert);
+    QAccessible::updateAccessibility(&news);
 }
 
 void Korvan::enterInit()
@@ -90,6 +132,7 @@ void Korvan::enterInit()
 
 void Korvan::enterReady()
 {
+    const bool isSignIn = m_form->stack->currentWidget() == m_form->pageLogin;
     const int protocol = m_form->cmProto->findText(m_protocol, Qt::MatchExactly | Qt::MatchCaseSensitive);
     if (protocol >= 0) {
         m_form->cmProto->setCurrentIndex(protocol);
@@ -97,6 +140,9 @@ void Korvan::enterReady()
     m_form->stack->setCurrentWidget(m_form->pageMain);
     m_form->lbName->setText(m_form->edUser->text());
     m_form->lbName2->setText(m_form->edUser->text());
+    if (isSignIn) {
+        moveFocus(m_form->pbConnect);
+    }
 }
 
 void Korvan::enterConnecting()
@@ -105,6 +151,7 @@ void Korvan::enterConnecting()
     m_form->pgLinkState->setValue(0);
     m_progressTimer.start(kProgressIntervalMs);
     m_traffic.beginSession();
+    emit testCancel(); // no test goes on through the tunnel
 }
 
 void Korvan::enterConnected()

@@ -11,6 +11,7 @@
 #include "controller/Box.h"
 #include "names/StateFiles.h"
 #include "platform/RootPart.h"
+#include "ui/KvUnaskedBox.h"
 #include "ui_Korvan.h"
 
 #include <QCoreApplication>
@@ -72,7 +73,7 @@ void Korvan::onUpdate()
     }
     const QPointer<Korvan> self(this);
     showInServerBox(tr("Updating Configuration ..."));
-    m_form->pbUpdate->setEnabled(false);
+    enableRefresh(false);
     m_form->cmProto->setEnabled(false);
     m_bundleInWork = true;
     QByteArray profile;
@@ -85,6 +86,8 @@ void Korvan::onUpdate()
     }
     m_bundleInWork = false;
     if (profile.isEmpty()) {
+        m_form->lbSignInHint->setText(
+            tr("The configuration could not be refreshed: the service can not be reached."));
         QTimer::singleShot(0, this, &Korvan::onChangeUser);
         if (!m_refusal.isEmpty()) {
             QMessageBox::critical(this, tr("Notify"), joined(tr("Update Failed."), m_refusal));
@@ -92,7 +95,7 @@ void Korvan::onUpdate()
         return;
     }
     updateOpenVPNServerList();
-    m_form->pbUpdate->setEnabled(true);
+    enableRefresh(true);
     m_form->cmServer->setEnabled(true);
     m_form->cmProto->setEnabled(true);
     const bool failed = m_form->cmServer->count() == 0;
@@ -100,9 +103,18 @@ void Korvan::onUpdate()
         updateL2TPServerList();
     }
     if (failed) {
-        QMessageBox::critical(this, tr("Notify"), tr("Update Failed."));
+        KvUnaskedBox::tell(this, QMessageBox::Critical, tr("Notify"), tr("Update Failed."));
     } else {
-        QMessageBox::information(this, tr("Notify"), tr("Update Successful."));
+        KvUnaskedBox::tell(this, QMessageBox::Information, tr("Notify"), tr("Update Successful."));
+    }
+}
+
+void Korvan::enableRefresh(bool possible)
+{
+    const QString reason = possible ? QString() : tr("The configuration is in use now.");
+    for (QWidget *button : {m_form->pbUpdate, m_form->pbUpAccount}) {
+        button->setEnabled(possible);
+        button->setToolTip(reason);
     }
 }
 
@@ -151,12 +163,13 @@ void Korvan::onUpApp()
         return;
     }
     if (problem.isEmpty()) {
-        QMessageBox::information(this, tr("Update"), tr("Update done, please restart application."));
+        KvUnaskedBox::tell(this, QMessageBox::Information, tr("Update"),
+                           tr("Update done, please restart application."));
         return;
     }
     qDebug().noquote() << "WARNING: the update is refused:" << problem;
-    QMessageBox::information(this, tr("Update"),
-                             joined(tr("Update failed, %1.").arg(translated(problem)), refused));
+    KvUnaskedBox::tell(this, QMessageBox::Information, tr("Update"),
+                       joined(tr("Update failed, %1.").arg(translated(problem)), refused));
     m_form->pbUpApp->setEnabled(true);
 }
 

@@ -14,24 +14,40 @@ static constexpr char kTipUp[] = QT_TRANSLATE_NOOP("Korvan", "Korvan: Connected 
 static constexpr char kSayConnecting[] = QT_TRANSLATE_NOOP("Korvan", "Connecting to server %1");
 static constexpr char kSayUp[] = QT_TRANSLATE_NOOP("Korvan", "Connected to server %1");
 static constexpr char kSayOff[] = QT_TRANSLATE_NOOP("Korvan", "Disconnected from server %1");
+static constexpr char kTipDown[] = QT_TRANSLATE_NOOP("Korvan", "Korvan: Disconnecting...");
+static constexpr char kNoteUp[] = QT_TRANSLATE_NOOP("Korvan", "Connecting...");
+static constexpr char kNoteDown[] = QT_TRANSLATE_NOOP("Korvan", "Disconnecting...");
+static constexpr char kNoteAgain[] = QT_TRANSLATE_NOOP("Korvan", "Reconnecting...");
+static constexpr char kNoteLost[] = QT_TRANSLATE_NOOP("Korvan", "The connection has failed.");
 
 static constexpr Turn Keep = Turn::Keep;
 static constexpr Turn Off = Turn::Off;
 static constexpr Turn On = Turn::On;
 
 // clang-format off
+// What is not protected never looks protected: the tray icon says so before the tunnel is down, and a status on the way
+// down keeps the picture that it finds.
 static constexpr StatusLook kLooks[] = {
     // picture text connect-shown | connect disconnect reconnect choice update | tray: connect disconnect reconnect
-    {kOpen, kNot, true,  On,   On,   Keep, Off,  Keep, Keep, Keep, Keep, kTrayOff, nullptr, nullptr},  // INIT
-    {kOpen, kNot, true,  Keep, Off,  Off,  On,   On,   On,   Off,  Off,  kTrayOff, kTipOff, nullptr}, // READY
-    {kOpen, kNot, false, Keep, On,   Off,  Off,  Keep, Off,  On,   Off,  nullptr,  kTipConnecting, kSayConnecting}, // CONNECTING
-    {kShut, kUp,  false, Keep, On,   On,   Off,  Off,  Off,  On,   On,   kTrayOn,  kTipUp, kSayUp},  // CONNECTED
-    {kShut, kUp,  false, Keep, Off,  Off,  Off,  Keep, Off,  Off,  Off,  nullptr, nullptr, nullptr},   // DISCONNECTING
-    {kOpen, kNot, true,  Keep, Off,  Off,  On,   On,   On,   Off,  Off,  kTrayOff, kTipOff, kSayOff}, // DISCONNECTED
-    {kOpen, kNot, false, Keep, Off,  Off,  Off,  Keep, Off,  Off,  Off,  nullptr, kTipOff, nullptr}, // BUSY
-    {kOpen, kNot, false, Keep, Off,  Off,  Keep, Keep, Off,  Off,  Off,  nullptr, nullptr, nullptr},   // RECONNECTING
+    {kOpen, kNot, true,  On,   On,   Keep, Off,  Keep, Keep, Keep, Keep, kTrayOff, nullptr, nullptr, nullptr},   // INIT
+    {kOpen, kNot, true,  Keep, Off,  Off,  On,   On,   On,   Off,  Off,  kTrayOff, kTipOff, nullptr, nullptr},   // READY
+    {kOpen, kNot, false, Keep, On,   Off,  Off,  Off,  Off,  On,   Off,  kTrayOff, kTipConnecting, kSayConnecting, kNoteUp},
+                                                                                                         // CONNECTING
+    {kShut, kUp,  false, Keep, On,   On,   Off,  Off,  Off,  On,   On,   kTrayOn,  kTipUp, kSayUp, nullptr}, // CONNECTED
+    {nullptr, nullptr, false, Keep, Off, Off, Off, Keep, Off, Off, Off,  kTrayOff, kTipDown, nullptr, kNoteDown},
+                                                                                                      // DISCONNECTING
+    {kOpen, kNot, true,  Keep, Off,  Off,  On,   On,   On,   Off,  Off,  kTrayOff, kTipOff, kSayOff, nullptr}, // DISCONNECTED
+    {kOpen, kNot, false, Keep, Off,  Off,  Off,  Keep, Off,  Off,  Off,  kTrayOff, kTipOff, nullptr, nullptr},   // BUSY
+    {kOpen, kNot, false, Keep, Off,  Off,  Keep, Off,  Off,  Off,  Off,  kTrayOff, kTipOff, nullptr, kNoteAgain}, // RECONNECTING
 };
+static constexpr StatusLook kLost = {kOpen, kNot, false, Keep, Keep, Keep, Keep, Keep, Keep, Keep, Keep, kTrayOff, kTipOff,
+                                     nullptr, kNoteLost};
 // clang-format on
+
+const StatusLook &lostLook()
+{
+    return kLost;
+}
 
 const StatusLook *statusLook(KORVANSTATUS status)
 {

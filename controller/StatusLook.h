@@ -23,7 +23,11 @@ struct StatusLook
     const char *trayIcon; ///< the tray icon
     const char *toolTip;  ///< of the tray icon
     const char *message;  ///< pops up from the tray icon
+    const char *note;     ///< lbStatusNote, what goes on; null without
 };
 
 /// The look of a status, or null for a value outside the enumeration.
 const StatusLook *statusLook(KORVANSTATUS status);
+
+/// The look of a tunnel that broke, until it is closed: nothing is protected.
+const StatusLook &lostLook();

@@ -89,8 +89,13 @@ private slots:
             combo("cmProto")->setCurrentText(protocol);
             if (!box.isEmpty()) {
                 boxes.expect("Error", box);
+                m_window->setStatus(STATUS_CONNECTED);
             }
+            QString behind;
+            boxes.whileOpen = [&] { behind = label("lbStatusT") + find<KvRetinaLabel>("lbStatus")->picture(); };
             emit engine().message(message);
+            boxes.whileOpen = nullptr;
+            QVERIFY2(!behind.startsWith(" ") && !behind.contains("_connected"), "nothing is protected");
             COMPARE_CASE(message.toUtf8(), boxes.takeFailures() + label("lbServerIP"), address);
             QCOMPARE(boxes.left(), 0);
             QCOMPARE(QFile::exists(appPath("/l2tp")), !box.startsWith("Username")); // asked for again

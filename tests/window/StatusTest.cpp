@@ -18,17 +18,23 @@ private slots:
     {
         const QString down = "Korvan: Disconnected";
         const std::pair<KORVANSTATUS, QString> steps[] = {
-            {STATUS_INIT, "disconnected|NOT CONNECTED|c|-|cdr--u|---|"},
-            {STATUS_READY, "disconnected|NOT CONNECTED|c|-|c--spu|c--|" + down},
-            {STATUS_CONNECTING, "disconnected|NOT CONNECTED|-|d|cd---u|-d-|Korvan: Connecting to server Examplia-1"},
-            {STATUS_CONNECTED, "connected| CONNECTED|-|d|cdr---|-dr|Korvan: Connected to server Examplia-1"},
-            {STATUS_DISCONNECTING, "connected| CONNECTED|-|d|c-----|---|Korvan: Connected to server Examplia-1"},
-            {STATUS_DISCONNECTED, "disconnected|NOT CONNECTED|c|-|c--spu|c--|" + down},
-            {STATUS_BUSY, "disconnected|NOT CONNECTED|-|d|c----u|---|" + down},
-            {STATUS_RECONNECTING, "disconnected|NOT CONNECTED|-|d|c----u|---|" + down},
+            {STATUS_INIT, "disconnected|NOT CONNECTED||c|-|cdr--u|---off|"},
+            {STATUS_READY, "disconnected|NOT CONNECTED||c|-|c--spu|c--off|" + down},
+            {STATUS_CONNECTING, "disconnected|NOT CONNECTED|Connecting...|-|d|cd----|-d-off|"
+                                "Korvan: Connecting to server Examplia-1"},
+            {STATUS_DISCONNECTING, "disconnected|NOT CONNECTED|Disconnecting...|-|d|c-----|---off|"
+                                   "Korvan: Disconnecting..."}, // nothing was ever up
+            {STATUS_CONNECTED, "connected| CONNECTED||-|d|cdr---|-dron|Korvan: Connected to server Examplia-1"},
+            {STATUS_DISCONNECTING, "connected| CONNECTED|Disconnecting...|-|d|c-----|---off|"
+                                   "Korvan: Disconnecting..."},
+            {STATUS_DISCONNECTED, "disconnected|NOT CONNECTED||c|-|c--spu|c--off|" + down},
+            {STATUS_BUSY, "disconnected|NOT CONNECTED||-|d|c----u|---off|" + down},
+            {STATUS_CONNECTED, "connected| CONNECTED||-|d|cdr---|-dron|Korvan: Connected to server Examplia-1"},
+            {STATUS_RECONNECTING, "disconnected|NOT CONNECTED|Reconnecting...|-|d|c-----|---off|" + down},
             // Only an attempt leads out of it.
-            {STATUS_CONNECTED, "disconnected|NOT CONNECTED|-|d|c----u|---|" + down},
-            {STATUS_CONNECTING, "disconnected|NOT CONNECTED|-|d|cd---u|-d-|Korvan: Connecting to server Examplia-1"},
+            {STATUS_CONNECTED, "disconnected|NOT CONNECTED|Reconnecting...|-|d|c-----|---off|" + down},
+            {STATUS_CONNECTING, "disconnected|NOT CONNECTED|Connecting...|-|d|cd----|-d-off|"
+                                "Korvan: Connecting to server Examplia-1"},
         };
         for (const auto &[status, expected] : steps) {
             m_window->setStatus(status);
@@ -105,16 +111,19 @@ private slots:
     }
 
 private:
-    /// The picture and the text; which of Connect and Disconnect is shown; what is enabled of Connect, Disconnect,
-    /// Reconnect, the two lists, Update, and of the tray's Connect, Disconnect, Reconnect; the tray's tool tip.
+    /// The picture, the text and the line below; which of Connect and Disconnect is shown; what is enabled of
+    /// Connect, Disconnect, Reconnect, the two lists, Update, and of the tray's Connect, Disconnect, Reconnect; the
+    /// tray's icon and tool tip.
     QString look() const
     {
         QString tray;
         for (const char *name : {"Connect", "Disconnect", "Reconnect"}) {
             tray += trayEntry(name)->isEnabled() ? QChar(name[0]).toLower() : '-';
         }
+        const QImage icon = m_window->findChild<QSystemTrayIcon *>()->icon().pixmap(32).toImage();
+        tray += icon == QIcon(":/img/korvan.png").pixmap(32).toImage() ? "on" : "off";
         return QStringList({find<KvRetinaLabel>("lbStatus")->picture().section('_', -1).remove(".png"),
-                            label("lbStatusT"), find("pbConnect")->isHidden() ? "-" : "c",
+                            label("lbStatusT"), label("lbStatusNote"), find("pbConnect")->isHidden() ? "-" : "c",
                             find("pbDisconnect")->isHidden() ? "-" : "d",
                             enabled("c:pbConnect d:pbDisconnect r:pbReconnect s:cmServer p:cmProto u:pbUpdate"), tray,
                             m_window->findChild<QSystemTrayIcon *>()->toolTip()})
