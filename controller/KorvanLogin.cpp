@@ -57,8 +57,10 @@ void Korvan::onLogin()
         return; // the wait for the service delivers clicks on the other login button
     }
     m_form->pbLogin->setEnabled(false);
+    m_form->lbSignInHint->setText(tr("Use the name and password of your subscription."));
     showInServerBox(tr("Getting files from server ..."));
-    if (sender() == m_form->pbExist) {
+    const bool isExisting = sender() == m_form->pbExist;
+    if (isExisting) {
         qDebug("Use existing cert files.");
     } else {
         m_userName = m_form->edUser->text();
@@ -66,6 +68,12 @@ void Korvan::onLogin()
         if (!profileIsUsable() && !fetchProfile()) {
             return;
         }
+    }
+    // The fields can be edited while the service is asked; only what was used is kept.
+    const bool isUsed = m_form->edUser->text() == m_userName && m_form->edPass->text() == m_password;
+    if (m_form->cbRember->isChecked() && (isUsed || isExisting) && !m_form->edUser->text().isEmpty() &&
+        hasOpenVPNServers()) {
+        saveLogin();
     }
     finishLogin();
 }
@@ -126,17 +134,13 @@ bool Korvan::installProfile(const QByteArray &profile)
     }
     updateRefresh(true);
     m_bundleInWork = false;
-    // The fields can be edited while the service is asked; only what it accepted is kept.
-    const bool accepted = m_form->edUser->text() == m_userName && m_form->edPass->text() == m_password;
-    if (m_form->cbRember->isChecked() && accepted && hasOpenVPNServers()) {
-        saveLogin();
-    }
     return true;
 }
 
 void Korvan::finishLogin()
 {
     m_form->pbLogin->setEnabled(true);
+    showBootHint();
     updateOpenVPNServerList();
     m_form->lbExpired->setText(shownText(GetCertExpiredDateTime(certificatePath(m_userName))));
     selectBootServer();
@@ -152,6 +156,7 @@ void Korvan::finishLogin()
 
 void Korvan::selectBootServer()
 {
+    const QSignalBlocker quiet(m_form->cmBootServer); // nobody has changed the option
     const int bootServer = m_form->cmBootServer->findText(m_bootServer);
     if (bootServer >= 0) {
         m_form->cmBootServer->setCurrentIndex(bootServer);
@@ -171,4 +176,5 @@ void Korvan::onChangeUser()
         QTimer::singleShot(0, this, &Korvan::onDisconnect);
     }
     m_form->stack->setCurrentWidget(m_form->pageLogin);
+    m_form->edUser->setFocus();
 }

@@ -1,5 +1,6 @@
 #include "controller/Korvan.h"
 
+#include "account/SavedLogin.h"
 #include "common/AppPath.h"
 #include "common/StateFile.h"
 #include "controller/Options.h"
@@ -17,7 +18,10 @@ void Korvan::updateOption(bool save)
     updateRefresh(save);
     const QString path = appPath(kOptionFile);
     if (save) {
-        if (writeWhole(path, optionBytes(shownOptions()))) {
+        const Options options = shownOptions();
+        if (writeWhole(path, optionBytes(options))) {
+            m_bootServer = options.bootServer;
+            m_protocol = options.protocol;
             m_route.optionsSaved();
         }
         return;
@@ -89,15 +93,26 @@ void Korvan::onSave()
         machelpLaunchStartup(bundlePath().toLocal8Bit().constData(), m_form->cbRunOnBoot->isChecked() ? 1 : 0,
                              nullptr);
     }
-    if (m_form->cbConnectOnBoot->isChecked()) {
+    if (m_form->cbConnectOnBoot->isChecked() && QFile::exists(savedLoginPath())) {
         loadLogin();
     }
     updateLocalNetworkProxy();
 }
 
+/// An automatic connection begins with an automatic login.
+void Korvan::showBootHint()
+{
+    const bool misses = m_form->cbConnectOnBoot->isChecked() && !QFile::exists(savedLoginPath());
+    m_form->cbConnectOnBoot->setAccessibleDescription(
+        misses ? tr("Needs \"%1\" on the sign-in page.").arg(m_form->cbRember->text().remove(QLatin1Char('&')))
+               : QString());
+    m_form->cbConnectOnBoot->updateGeometry();
+}
+
 void Korvan::onSaveReady()
 {
     updateProxyState();
+    showBootHint();
     m_form->pbSave->setEnabled(true);
     m_form->pbSaveProxy->setEnabled(true);
 }

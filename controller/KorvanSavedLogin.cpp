@@ -22,4 +22,5 @@ void Korvan::onRemember()
     if (!m_form->cbRember->isChecked()) {
         QFile::remove(savedLoginPath());
     }
+    showBootHint();
 }

@@ -20,17 +20,20 @@ static void selectServer(Ui::Korvan &form, const QString &name)
 
 void Korvan::updateOpenVPNServerList()
 {
+    const QSignalBlocker quiet(m_form->cmBootServer); // a new list is no change of the option
     const QString bootServer = m_form->cmBootServer->currentText();
     const QStringList names = openVPNServerNames();
     m_tray.setServers(names);
     m_form->cmServer->setItems(names);
     m_form->cmBootServer->setItems(names);
+    m_skipList = readSkipList(); // a profile that came since the start has brought one
     m_tests.setServers(names, m_skipList);
     selectServer(*m_form, bootServer);
 }
 
 void Korvan::updateL2TPServerList()
 {
+    const QSignalBlocker quiet(m_form->cmBootServer); // a new list is no change of the option
     const QString bootServer = m_form->cmBootServer->currentText();
     QStringList names;
     QStringList addresses;
@@ -70,5 +73,8 @@ void Korvan::onCurrentIndexChanged(QString text)
         updateOpenVPNServerList();
     } else if (text == QLatin1String("L2TP")) {
         updateL2TPServerList();
+    }
+    if (text != m_protocol) {
+        onSaveReady();
     }
 }

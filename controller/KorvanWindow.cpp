@@ -39,8 +39,13 @@ void Korvan::changeEvent(QEvent *event)
 void Korvan::closeEvent(QCloseEvent *event)
 {
     showOnTop(); // the question is never asked for an invisible window
-    if (QMessageBox::question(this, tr("Exit"), tr("Are you sure you wish to quit Korvan?"),
-                              QMessageBox::Yes | QMessageBox::No, QMessageBox::No) == QMessageBox::No) {
+    QMessageBox box(QMessageBox::Question, tr("Exit"), tr("Are you sure you wish to quit Korvan?"),
+                    QMessageBox::Yes | QMessageBox::No, this);
+    box.setDefaultButton(QMessageBox::No);
+    if (m_form->pbSave->isEnabled()) {
+        box.setInformativeText(tr("The changes of the options are not saved."));
+    }
+    if (box.exec() == QMessageBox::No) {
         event->ignore();
         return;
     }
@@ -52,6 +57,7 @@ void Korvan::onMenuCommand()
     showOnTop();
     const int tab = Tray::tabOf(sender());
     if (tab >= 0) {
+        m_form->stack->setCurrentWidget(m_form->pageMain);
         m_form->tab->setCurrentIndex(tab);
     }
 }

@@ -62,7 +62,10 @@ void Tray::build()
     m_disconnect = add("disconnect", Korvan::tr("Disconnect"), m_window, &Korvan::onDisconnect);
     m_disconnect->setEnabled(false);
     m_menu->addSeparator();
-    add("changeuser", Korvan::tr("Change User..."), m_window, &Korvan::onChangeUser);
+    add("changeuser", Korvan::tr("Change User..."), m_window, [window = m_window] {
+        window->showOnTop();
+        window->onChangeUser();
+    });
     add("settings", Korvan::tr(kUpdateConfig), m_window, &Korvan::onMenuCommand);
     add("proxy", Korvan::tr(kProxySettings), m_window, &Korvan::onMenuCommand);
     m_menu->addSeparator();

@@ -104,20 +104,12 @@
         <translation>Jetzt aktualisieren</translation>
     </message>
     <message>
-        <source>Refresh the configuration now</source>
-        <translation>Konfiguration jetzt aktualisieren</translation>
-    </message>
-    <message>
         <source>Need help?</source>
         <translation>Brauchen Sie Hilfe?</translation>
     </message>
     <message>
         <source>FAQ</source>
         <translation>FAQ</translation>
-    </message>
-    <message>
-        <source>Frequently asked questions</source>
-        <translation>FAQ: häufige Fragen</translation>
     </message>
     <message>
         <source>Support</source>
@@ -650,6 +642,58 @@ Drücken Sie OK, um Ihre normale Internetverbindung wiederherzustellen, und verb
     <message>
         <source>the answer is no archive</source>
         <translation>die Antwort ist kein Archiv</translation>
+    </message>
+    <message>
+        <source>Refresh now: the configuration</source>
+        <translation>Jetzt aktualisieren: die Konfiguration</translation>
+    </message>
+    <message>
+        <source>FAQ: frequently asked questions</source>
+        <translation>FAQ: häufige Fragen</translation>
+    </message>
+    <message>
+        <source>Return sorts by the column of the current cell.</source>
+        <translation>Die Eingabetaste sortiert nach der Spalte der aktuellen Zelle.</translation>
+    </message>
+    <message>
+        <source>Needs &quot;%1&quot; on the sign-in page.</source>
+        <translation>Braucht „%1“ auf der Anmeldeseite.</translation>
+    </message>
+    <message>
+        <source>The configuration could not be refreshed: the service can not be reached.</source>
+        <translation>Die Konfiguration wurde nicht aktualisiert: Der Dienst ist nicht erreichbar.</translation>
+    </message>
+    <message>
+        <source>The configuration is in use now.</source>
+        <translation>Die Konfiguration wird gerade benutzt.</translation>
+    </message>
+    <message>
+        <source>The changes of the options are not saved.</source>
+        <translation>Die Änderungen der Optionen sind nicht gespeichert.</translation>
+    </message>
+    <message>
+        <source>Korvan: Disconnecting...</source>
+        <translation>Korvan: Verbindung wird getrennt...</translation>
+    </message>
+    <message>
+        <source>Connecting...</source>
+        <translation>Verbindung wird aufgebaut...</translation>
+    </message>
+    <message>
+        <source>Disconnecting...</source>
+        <translation>Verbindung wird getrennt...</translation>
+    </message>
+    <message>
+        <source>Reconnecting...</source>
+        <translation>Verbindung wird erneut aufgebaut...</translation>
+    </message>
+    <message>
+        <source>The connection has failed.</source>
+        <translation>Die Verbindung ist abgebrochen.</translation>
+    </message>
+    <message>
+        <source>The address of %1 is not encrypted, so that nothing was sent.</source>
+        <translation>Die Adresse von %1 ist nicht verschlüsselt, darum wurde nichts gesendet.</translation>
     </message>
 </context>
 <context>

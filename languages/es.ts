@@ -104,20 +104,12 @@
         <translation>Actualizar ahora</translation>
     </message>
     <message>
-        <source>Refresh the configuration now</source>
-        <translation>Actualizar ahora la configuración</translation>
-    </message>
-    <message>
         <source>Need help?</source>
         <translation>¿Necesita ayuda?</translation>
     </message>
     <message>
         <source>FAQ</source>
         <translation>FAQ</translation>
-    </message>
-    <message>
-        <source>Frequently asked questions</source>
-        <translation>FAQ: preguntas frecuentes</translation>
     </message>
     <message>
         <source>Support</source>
@@ -650,6 +642,58 @@ Pulse Aceptar para restablecer su conexión a Internet habitual y vuelva a conec
     <message>
         <source>the answer is no archive</source>
         <translation>la respuesta no es un archivo de actualización</translation>
+    </message>
+    <message>
+        <source>Refresh now: the configuration</source>
+        <translation>Actualizar ahora: la configuración</translation>
+    </message>
+    <message>
+        <source>FAQ: frequently asked questions</source>
+        <translation>FAQ: preguntas frecuentes</translation>
+    </message>
+    <message>
+        <source>Return sorts by the column of the current cell.</source>
+        <translation>Intro ordena por la columna de la celda actual.</translation>
+    </message>
+    <message>
+        <source>Needs &quot;%1&quot; on the sign-in page.</source>
+        <translation>Requiere «%1» en la página de acceso.</translation>
+    </message>
+    <message>
+        <source>The configuration could not be refreshed: the service can not be reached.</source>
+        <translation>No se pudo actualizar la configuración: el servicio no responde.</translation>
+    </message>
+    <message>
+        <source>The configuration is in use now.</source>
+        <translation>La configuración está en uso.</translation>
+    </message>
+    <message>
+        <source>The changes of the options are not saved.</source>
+        <translation>Los cambios de las opciones no están guardados.</translation>
+    </message>
+    <message>
+        <source>Korvan: Disconnecting...</source>
+        <translation>Korvan: Desconectando...</translation>
+    </message>
+    <message>
+        <source>Connecting...</source>
+        <translation>Conectando...</translation>
+    </message>
+    <message>
+        <source>Disconnecting...</source>
+        <translation>Desconectando...</translation>
+    </message>
+    <message>
+        <source>Reconnecting...</source>
+        <translation>Reconectando...</translation>
+    </message>
+    <message>
+        <source>The connection has failed.</source>
+        <translation>La conexión ha fallado.</translation>
+    </message>
+    <message>
+        <source>The address of %1 is not encrypted, so that nothing was sent.</source>
+        <translation>La dirección de %1 no está cifrada, por eso no se envió nada.</translation>
     </message>
 </context>
 <context>

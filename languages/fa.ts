@@ -104,20 +104,12 @@
         <translation>اکنون بازخوانی شود</translation>
     </message>
     <message>
-        <source>Refresh the configuration now</source>
-        <translation>پیکربندی اکنون بازخوانی شود</translation>
-    </message>
-    <message>
         <source>Need help?</source>
         <translation>کمک می‌خواهید؟</translation>
     </message>
     <message>
         <source>FAQ</source>
         <translation>پرسش‌های رایج</translation>
-    </message>
-    <message>
-        <source>Frequently asked questions</source>
-        <translation>پرسش‌های رایج و پاسخ آن‌ها</translation>
     </message>
     <message>
         <source>Support</source>
@@ -650,6 +642,58 @@ Please press OK to resume your regular internet connection and reconnect to the 
     <message>
         <source>the answer is no archive</source>
         <translation>پاسخ یک بایگانی نیست</translation>
+    </message>
+    <message>
+        <source>Refresh now: the configuration</source>
+        <translation>اکنون تازه شود: پیکربندی</translation>
+    </message>
+    <message>
+        <source>FAQ: frequently asked questions</source>
+        <translation>پرسش‌های رایج (FAQ)</translation>
+    </message>
+    <message>
+        <source>Return sorts by the column of the current cell.</source>
+        <translation>کلید Enter بر پایهٔ ستون خانهٔ کنونی مرتب می‌کند.</translation>
+    </message>
+    <message>
+        <source>Needs &quot;%1&quot; on the sign-in page.</source>
+        <translation>به «%1» در صفحهٔ ورود نیاز دارد.</translation>
+    </message>
+    <message>
+        <source>The configuration could not be refreshed: the service can not be reached.</source>
+        <translation>پیکربندی تازه نشد: سرویس در دسترس نیست.</translation>
+    </message>
+    <message>
+        <source>The configuration is in use now.</source>
+        <translation>پیکربندی اکنون در حال استفاده است.</translation>
+    </message>
+    <message>
+        <source>The changes of the options are not saved.</source>
+        <translation>تغییرهای گزینه‌ها ذخیره نشده‌اند.</translation>
+    </message>
+    <message>
+        <source>Korvan: Disconnecting...</source>
+        <translation>Korvan: در حال قطع اتصال...</translation>
+    </message>
+    <message>
+        <source>Connecting...</source>
+        <translation>در حال اتصال...</translation>
+    </message>
+    <message>
+        <source>Disconnecting...</source>
+        <translation>در حال قطع اتصال...</translation>
+    </message>
+    <message>
+        <source>Reconnecting...</source>
+        <translation>در حال اتصال دوباره...</translation>
+    </message>
+    <message>
+        <source>The connection has failed.</source>
+        <translation>اتصال ناموفق بود.</translation>
+    </message>
+    <message>
+        <source>The address of %1 is not encrypted, so that nothing was sent.</source>
+        <translation>نشانی %1 رمزگذاری نشده است، پس چیزی فرستاده نشد.</translation>
     </message>
 </context>
 <context>

@@ -104,20 +104,12 @@
         <translation>Actualiser maintenant</translation>
     </message>
     <message>
-        <source>Refresh the configuration now</source>
-        <translation>Actualiser maintenant la configuration</translation>
-    </message>
-    <message>
         <source>Need help?</source>
         <translation>Besoin d’aide ?</translation>
     </message>
     <message>
         <source>FAQ</source>
         <translation>FAQ</translation>
-    </message>
-    <message>
-        <source>Frequently asked questions</source>
-        <translation>FAQ : questions fréquentes</translation>
     </message>
     <message>
         <source>Support</source>
@@ -650,6 +642,58 @@ Appuyez sur OK pour rétablir votre connexion à Internet habituelle, puis recon
     <message>
         <source>the answer is no archive</source>
         <translation>la réponse n’est pas une archive</translation>
+    </message>
+    <message>
+        <source>Refresh now: the configuration</source>
+        <translation>Actualiser maintenant : la configuration</translation>
+    </message>
+    <message>
+        <source>FAQ: frequently asked questions</source>
+        <translation>FAQ : questions fréquentes</translation>
+    </message>
+    <message>
+        <source>Return sorts by the column of the current cell.</source>
+        <translation>Entrée trie selon la colonne de la cellule actuelle.</translation>
+    </message>
+    <message>
+        <source>Needs &quot;%1&quot; on the sign-in page.</source>
+        <translation>Nécessite « %1 » sur la page de connexion.</translation>
+    </message>
+    <message>
+        <source>The configuration could not be refreshed: the service can not be reached.</source>
+        <translation>La configuration n’a pas été actualisée : le service est injoignable.</translation>
+    </message>
+    <message>
+        <source>The configuration is in use now.</source>
+        <translation>La configuration est en cours d’utilisation.</translation>
+    </message>
+    <message>
+        <source>The changes of the options are not saved.</source>
+        <translation>Les modifications des options ne sont pas enregistrées.</translation>
+    </message>
+    <message>
+        <source>Korvan: Disconnecting...</source>
+        <translation>Korvan : Déconnexion...</translation>
+    </message>
+    <message>
+        <source>Connecting...</source>
+        <translation>Connexion...</translation>
+    </message>
+    <message>
+        <source>Disconnecting...</source>
+        <translation>Déconnexion...</translation>
+    </message>
+    <message>
+        <source>Reconnecting...</source>
+        <translation>Reconnexion...</translation>
+    </message>
+    <message>
+        <source>The connection has failed.</source>
+        <translation>La connexion a échoué.</translation>
+    </message>
+    <message>
+        <source>The address of %1 is not encrypted, so that nothing was sent.</source>
+        <translation>L’adresse de %1 n’est pas chiffrée, rien n’a donc été envoyé.</translation>
     </message>
 </context>
 <context>

@@ -104,20 +104,12 @@
         <translation>Обновить сейчас</translation>
     </message>
     <message>
-        <source>Refresh the configuration now</source>
-        <translation>Обновить сейчас конфигурацию</translation>
-    </message>
-    <message>
         <source>Need help?</source>
         <translation>Нужна помощь?</translation>
     </message>
     <message>
         <source>FAQ</source>
         <translation>FAQ</translation>
-    </message>
-    <message>
-        <source>Frequently asked questions</source>
-        <translation>FAQ: частые вопросы</translation>
     </message>
     <message>
         <source>Support</source>
@@ -650,6 +642,58 @@ Please press OK to resume your regular internet connection and reconnect to the 
     <message>
         <source>the answer is no archive</source>
         <translation>ответ не является архивом</translation>
+    </message>
+    <message>
+        <source>Refresh now: the configuration</source>
+        <translation>Обновить сейчас: конфигурация</translation>
+    </message>
+    <message>
+        <source>FAQ: frequently asked questions</source>
+        <translation>FAQ: частые вопросы</translation>
+    </message>
+    <message>
+        <source>Return sorts by the column of the current cell.</source>
+        <translation>Клавиша Enter сортирует по столбцу текущей ячейки.</translation>
+    </message>
+    <message>
+        <source>Needs &quot;%1&quot; on the sign-in page.</source>
+        <translation>Требует «%1» на странице входа.</translation>
+    </message>
+    <message>
+        <source>The configuration could not be refreshed: the service can not be reached.</source>
+        <translation>Конфигурация не обновлена: служба недоступна.</translation>
+    </message>
+    <message>
+        <source>The configuration is in use now.</source>
+        <translation>Конфигурация сейчас используется.</translation>
+    </message>
+    <message>
+        <source>The changes of the options are not saved.</source>
+        <translation>Изменения настроек не сохранены.</translation>
+    </message>
+    <message>
+        <source>Korvan: Disconnecting...</source>
+        <translation>Korvan: Отключение...</translation>
+    </message>
+    <message>
+        <source>Connecting...</source>
+        <translation>Подключение...</translation>
+    </message>
+    <message>
+        <source>Disconnecting...</source>
+        <translation>Отключение...</translation>
+    </message>
+    <message>
+        <source>Reconnecting...</source>
+        <translation>Повторное подключение...</translation>
+    </message>
+    <message>
+        <source>The connection has failed.</source>
+        <translation>Соединение прервано.</translation>
+    </message>
+    <message>
+        <source>The address of %1 is not encrypted, so that nothing was sent.</source>
+        <translation>Адрес %1 не зашифрован, поэтому ничего не отправлено.</translation>
     </message>
 </context>
 <context>

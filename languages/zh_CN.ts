@@ -104,20 +104,12 @@
         <translation>立即刷新</translation>
     </message>
     <message>
-        <source>Refresh the configuration now</source>
-        <translation>立即刷新配置</translation>
-    </message>
-    <message>
         <source>Need help?</source>
         <translation>需要帮助？</translation>
     </message>
     <message>
         <source>FAQ</source>
         <translation>常见问题</translation>
-    </message>
-    <message>
-        <source>Frequently asked questions</source>
-        <translation>常见问题解答</translation>
     </message>
     <message>
         <source>Support</source>
@@ -650,6 +642,58 @@ Please press OK to resume your regular internet connection and reconnect to the 
     <message>
         <source>the answer is no archive</source>
         <translation>服务器返回的不是安装包</translation>
+    </message>
+    <message>
+        <source>Refresh now: the configuration</source>
+        <translation>立即刷新：配置</translation>
+    </message>
+    <message>
+        <source>FAQ: frequently asked questions</source>
+        <translation>常见问题 (FAQ)</translation>
+    </message>
+    <message>
+        <source>Return sorts by the column of the current cell.</source>
+        <translation>按回车键按当前单元格所在的列排序。</translation>
+    </message>
+    <message>
+        <source>Needs &quot;%1&quot; on the sign-in page.</source>
+        <translation>需要登录页上的“%1”。</translation>
+    </message>
+    <message>
+        <source>The configuration could not be refreshed: the service can not be reached.</source>
+        <translation>配置未能刷新：无法连接到服务。</translation>
+    </message>
+    <message>
+        <source>The configuration is in use now.</source>
+        <translation>配置正在使用中。</translation>
+    </message>
+    <message>
+        <source>The changes of the options are not saved.</source>
+        <translation>选项的更改尚未保存。</translation>
+    </message>
+    <message>
+        <source>Korvan: Disconnecting...</source>
+        <translation>Korvan：正在断开...</translation>
+    </message>
+    <message>
+        <source>Connecting...</source>
+        <translation>正在连接...</translation>
+    </message>
+    <message>
+        <source>Disconnecting...</source>
+        <translation>正在断开...</translation>
+    </message>
+    <message>
+        <source>Reconnecting...</source>
+        <translation>正在重新连接...</translation>
+    </message>
+    <message>
+        <source>The connection has failed.</source>
+        <translation>连接已失败。</translation>
+    </message>
+    <message>
+        <source>The address of %1 is not encrypted, so that nothing was sent.</source>
+        <translation>%1 的地址未加密，因此未发送任何内容。</translation>
     </message>
 </context>
 <context>

@@ -48,6 +48,9 @@ private slots:
                     {"Proxy Settings...", "pageMain pageProxy"},
                     {"Update Config...", "pageMain pageSet"},
                     {"Change User...", "pageLogin pageSet"},
+                    {"Proxy Settings...", "pageMain pageProxy"}, // it may be what the login needs
+                    {"Update Config...", "pageMain pageSet"},
+                    {"Change User...", "pageLogin pageSet"},
                     {"pbExist", "pageMain pageSet"},
                     {"pbChangeUser", "pageLogin pageDash"}});
     }
@@ -55,6 +58,10 @@ private slots:
     void others()
     {
         startLoggedIn({"Examplia-1"});
+        for (int tab = 5; tab-- > 0;) {
+            QTest::keyClick(m_window.get(), Qt::Key(Qt::Key_1 + tab), Qt::ControlModifier);
+            QCOMPARE(find<QStackedWidget>("tabPage")->currentIndex(), tab);
+        }
         QVERIFY(press("pbCopyLog"));
         QCOMPARE(QApplication::clipboard()->text(), find<QTextEdit>("edLog")->toPlainText());
         button("pbUpApp")->setEnabled(true); // though no update was announced
@@ -62,12 +69,22 @@ private slots:
         QVERIFY(press("pbUpApp") && boxes.left() == 0);
         boxes.expect("Exit", "Are you sure you wish to quit Korvan?", QMessageBox::Yes | QMessageBox::No,
                      QMessageBox::No);
-        QVERIFY(press("pbClose") && boxes.left() == 0);
+        QString warning;
+        boxes.whileOpen = [&] {
+            warning = qobject_cast<QMessageBox *>(qApp->activeModalWidget())->informativeText();
+        };
+        QVERIFY(press("pbClose") && boxes.left() == 0 && warning.isEmpty());
         QVERIFY(press("pbMinimize"));
         QTRY_VERIFY2(m_window->isMinimized(), "without a tray there would be no way back");
         QVERIFY(press("Open Korvan") && m_window->isVisible() && !m_window->isMinimized());
         button("cbRunOnBoot")->setChecked(true);
         QVERIFY(press("cbLockDown") && press("pbSave")); // a change that can be saved
+        QVERIFY(press("cbLockDown"));
+        boxes.expect("Exit", "Are you sure you wish to quit Korvan?", QMessageBox::Yes | QMessageBox::No,
+                     QMessageBox::No);
+        QVERIFY(press("pbClose") && boxes.left() == 0);
+        QCOMPARE(warning, QString("The changes of the options are not saved."));
+        boxes.whileOpen = nullptr;
         // Outside of a bundle the login item is the beginning of the folder's path.
         QCOMPARE(loginItems(), "({Hide = 0; Path = \"" + appPath("").left(9).toUtf8() + "\";})");
     }
