@@ -46,7 +46,8 @@ void KvRetinaProgress::paintEvent(QPaintEvent *)
     if (done > 0) {
         const char *part = m_done && value() == maximum() ? "done" : "fill";
         const QRect fill(0, 0, qMax(done, height()), height());
-        drawStretched(painter, QStyle::visualRect(layoutDirection(), rect(), fill), statePicture(m_images, part, this));
+        drawStretched(painter, QStyle::visualRect(layoutDirection(), rect(), fill),
+                      statePicture(m_images, part, this));
     }
     if (m_moving && isOnItsWay()) {
         const int length = width() / 6;

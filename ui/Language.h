@@ -32,8 +32,8 @@ QString languageFor(const QStringList &desktopLanguages);
 /// Gives the windows that are made from now on their texts, Qt's own among them, and their reading direction.
 void useLanguage(const QString &code);
 
-/// Mirrors the side margins of a form's layouts where one reads from right to left, which Qt leaves where they are. To
-/// be called once.
+/// Mirrors the side margins of a form's layouts where one reads from right to left, which Qt leaves where they are.
+/// To be called once.
 void mirrorMargins(const QWidget &form);
 
 /// Uses the chosen language, else the desktop's. To be called once, before the first window is made.
