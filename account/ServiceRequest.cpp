@@ -51,10 +51,10 @@ static bool isServiceHost(const QString &host)
     return host == apiUrl().host() || host == QUrl(UPDATE_URL).host();
 }
 
-static void refuse(QNetworkReply &reply, const QString &reason)
+static void refuse(QNetworkReply &reply, const char *reason, const QString &host)
 {
-    qDebug().noquote() << "WARNING:" << reason;
-    reply.setProperty(kRefusal, reason);
+    qDebug().noquote() << "WARNING:" << QString::fromLatin1(reason).arg(host);
+    reply.setProperty(kRefusal, QCoreApplication::translate("Korvan", reason).arg(host));
 }
 
 QNetworkReply *sendRequest(QNetworkAccessManager &manager, QNetworkRequest request, qint64 limit,
@@ -71,17 +71,18 @@ QNetworkReply *sendRequest(QNetworkAccessManager &manager, QNetworkRequest reque
     reply->ignoreSslErrors();
     limitBody(*reply, limit);
     if (inTheOpen) {
-        refuse(*reply,
-               QCoreApplication::translate("Korvan", "The address of %1 is not encrypted, so that nothing was sent.")
-                   .arg(host));
+        refuse(*reply, QT_TRANSLATE_NOOP("Korvan", "The address of %1 is not encrypted, so that nothing was sent."),
+               host);
     } else if (!pins.isEmpty()) {
         QObject::connect(reply, &QNetworkReply::encrypted, reply, [reply, host, pins] {
             // Only the server's own certificate: nothing proves that it has the keys of the others.
             const QByteArray pin = publicKeyPin(reply->sslConfiguration().peerCertificate().toDer());
             if (!pins.contains(QString::fromLatin1(pin), Qt::CaseInsensitive)) {
-                const char *text = "%1 does not show the key that it is known by, so that nothing was sent. "
-                                   "Somebody may be answering in its place.";
-                refuse(*reply, QCoreApplication::translate("Korvan", text).arg(host));
+                refuse(*reply,
+                       QT_TRANSLATE_NOOP("Korvan",
+                                         "%1 does not show the key that it is known by, so that nothing was sent. "
+                                         "Somebody may be answering in its place."),
+                       host);
                 reply->abort();
             }
         });
