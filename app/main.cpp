@@ -50,6 +50,39 @@ static int runWindow(SingleInstance &instance, bool show, const QString &refusal
     return QApplication::exec();
 }
 
+/// What the program does: show the running one, install an update, a box, a repair, or the window. `argument` is its
+/// own one switch or empty, and what a start after an update is given. Returns the exit status.
+static int run(SingleInstance &instance, const char *argument)
+{
+    const bool wantsVersion = qstrcmp(argument, "-version") == 0;
+    const bool wantsReset = qstrcmp(argument, "-reset") == 0;
+    if (!instance.isFirst() && !wantsVersion && !wantsReset) {
+        instance.notifyFirst();
+        return 0;
+    }
+    if (instance.isFirst()) { // nothing is swapped under a running program
+        switch (installPendingUpdate(argument)) {
+        case PendingUpdate::None:
+            break;
+        case PendingUpdate::HelperMissing:
+            return kUpdateHelperMissing;
+        case PendingUpdate::HandedOver:
+            return kUpdateHandedOver;
+        }
+        removeStagingFolder();
+    }
+    if (wantsVersion || wantsReset) {
+        instance.release();
+        wantsVersion ? showVersion() : resetNetwork();
+        return 0;
+    }
+    const QString refusal = isStartedByRoot() ? takeTunnel() : askForRoot();
+    if (isStartedByRoot() && refusal.isEmpty()) { // elsewhere the root part does
+        cleanUpAfterTunnels();
+    }
+    return runWindow(instance, *argument == '\0', refusal);
+}
+
 int main(int argc, char *argv[])
 {
     std::signal(SIGPIPE, SIG_IGN); // the log is copied to standard output, whose reader may go
@@ -69,34 +102,11 @@ int main(int argc, char *argv[])
     applyLook(application);
     applyLanguage();
 
-    const bool wantsVersion = isOnlyArgument(argc, argv, "-version");
-    const bool wantsReset = isOnlyArgument(argc, argv, "-reset");
     const bool show = argc == 1 || (argc == 2 && !isOnlyArgument(argc, argv, "-hide"));
+    const char *argument = show ? "" : "-hide";
+    for (const char *only : {"-version", "-reset"}) {
+        argument = isOnlyArgument(argc, argv, only) ? only : argument;
+    }
     SingleInstance instance;
-    if (!instance.isFirst() && !wantsVersion && !wantsReset) {
-        instance.notifyFirst();
-        return 0;
-    }
-    if (instance.isFirst()) { // nothing is swapped under a running program
-        const char *again = wantsVersion ? "-version" : wantsReset ? "-reset" : show ? "" : "-hide";
-        switch (installPendingUpdate(again)) {
-        case PendingUpdate::None:
-            break;
-        case PendingUpdate::HelperMissing:
-            return kUpdateHelperMissing;
-        case PendingUpdate::HandedOver:
-            return kUpdateHandedOver;
-        }
-        removeStagingFolder();
-    }
-    if (wantsVersion || wantsReset) {
-        instance.release();
-        wantsVersion ? showVersion() : resetNetwork();
-        return 0;
-    }
-    const QString refusal = isStartedByRoot() ? takeTunnel() : askForRoot();
-    if (isStartedByRoot() && refusal.isEmpty()) { // elsewhere the root part does
-        cleanUpAfterTunnels();
-    }
-    return runWindow(instance, show, refusal);
+    return run(instance, argument);
 }
