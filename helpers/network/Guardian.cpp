@@ -5,6 +5,7 @@
 #include "helpers/system/Run.h"
 #include "names/Names.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <csignal>
@@ -28,8 +29,8 @@ namespace {
 
 /// What a broken tunnel left stands so long for the program's decision, which comes at once unless a box is open.
 constexpr std::chrono::seconds kDecisionWithin(10);
-/// Changes come in swarms, and others may insist on theirs as we do on ours.
-constexpr useconds_t kPauseUs = 20000;
+/// Changes come in swarms, as when a tunnel comes up, and others may insist on theirs as we do on ours.
+constexpr int kPauseMs = 200;
 
 constexpr char kNameServerFile[] = "resolv.conf";
 
@@ -110,20 +111,25 @@ void waitForChange(int program, const State &state, int netlink, int notes, int 
         tunnels.emplace_back(openProcess(tunnel.process.number));
         events.push_back({tunnels.back(), POLLIN, 0});
     }
-    while (poll(events.data(), events.size(), limitMs) > 0) {
+    const auto endOf = [](const pollfd &event) { return event.revents != 0; };
+    bool changed = false;
+    while (poll(events.data(), events.size(), changed ? kPauseMs : limitMs) > 0) {
         const bool routes = events[1].revents != 0;
+        const bool files = events[2].revents != 0 && concernsUs(notes);
         if (routes) {
             forget(netlink);
         }
-        const bool files = events[2].revents != 0 && concernsUs(notes);
-        bool ended = false;
-        for (size_t i = 0; i < events.size(); ++i) {
-            ended = ended || (i != 1 && i != 2 && events[i].revents != 0);
+        changed = changed || routes || files;
+        events[1].revents = events[2].revents = 0;
+        if (std::any_of(events.begin(), events.end(), endOf)) {
+            return; // an end waits for nobody
         }
-        if (routes || files || ended) {
-            break;
+        if (changed) { // the swarm is looked at once
+            events[1].fd = events[2].fd = -1;
         }
     }
+    forget(netlink);
+    concernsUs(notes);
 }
 
 /// The lock is the guardian's for its whole life.
@@ -132,6 +138,12 @@ Descriptor guardianLock()
     const std::string path = std::string(kJournalFolder) + "/guardian-lock";
     Descriptor lock(open(path.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, 0600));
     return lock >= 0 && flock(lock, LOCK_EX | LOCK_NB) == 0 ? std::move(lock) : Descriptor();
+}
+
+/// Whether somebody holds the lock; nobody does while there is no folder for it.
+bool hasGuardian()
+{
+    return access(kJournalFolder, F_OK) == 0 && guardianLock() < 0;
 }
 
 } // namespace
@@ -145,7 +157,7 @@ Process programAbove()
 void startGuardian(const Process &program)
 {
     const Descriptor handle(openProcess(program.number));
-    if (handle < 0 || !program.lives()) {
+    if (handle < 0 || !program.lives() || hasGuardian()) {
         return;
     }
     const std::string helper = bundleFolder() / "network";
@@ -202,6 +214,5 @@ void watchNetwork(int program)
         }
         const int limitMs = wasUndecided ? int(std::chrono::milliseconds(kDecisionWithin).count()) + 100 : -1;
         waitForChange(ended ? -1 : program, state, netlink, notes, limitMs);
-        usleep(kPauseUs);
     }
 }
