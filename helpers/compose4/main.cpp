@@ -1,4 +1,5 @@
 #include "helpers/compose4/Operations.h"
+#include "helpers/network/Network.h"
 #include "helpers/system/Arguments.h"
 #include "helpers/system/Checks.h"
 
@@ -28,6 +29,9 @@ static std::string setUpChecked(const Service &service, const Arguments &argumen
     if ((strcmp(service.type, "L2TP") == 0) == psk.empty() || !isPlain(psk)) {
         return "Error: L2TP, and no other type, needs a pre-shared key on one line\n";
     }
+    if (geteuid() == 0) {
+        noteUplinks(arguments[2]); // dialling comes next
+    }
     return setUp(service, arguments[2], psk);
 }
 
@@ -52,6 +56,9 @@ static std::string run(const Arguments &arguments)
         return kUsage;
     }
     if (count == 1) {
+        if (geteuid() == 0) {
+            forgetUplinks();
+        }
         return hangUp(*service);
     }
     if (!isPlain(arguments[1]) || !isPlain(arguments[2])) {

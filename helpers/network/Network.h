@@ -36,8 +36,11 @@ Outcome tunnelsEnded(bool wait);
 /// guard of a tunnel that broke stands until `isDecided`, or somebody decides.
 State keepNetwork(bool isDecided);
 
-/// A system VPN service is about to be dialled, at one of these addresses: what is a tunnel is told by it later.
-void noteUplinks(const std::vector<std::string> &addresses);
+/// A system VPN service is about to be dialled at this host: what is a tunnel is told later by what was there before.
+void noteUplinks(const std::string &host);
+
+/// The service has hung up.
+void forgetUplinks();
 
 /// Lock-down or the kill switch: nothing leaves but into a tunnel, and the default routes are taken away: the one
 /// through `gateway` (may be empty) and every other one that does not lead into a tunnel. `owner` is the program that

@@ -227,7 +227,7 @@ Policy policyOf(const State &state)
     Policy policy;
     policy.closed = state.isLocked || state.isUndecided;
     const bool isHard = policy.closed;
-    bool hasTunnel = !state.serviceLinks.empty();
+    bool hasTunnel = false; // what a system VPN service brings is not known, so that queries are kept then
     bool bringsServers = false;
     policy.tunnels.insert(state.serviceLinks.begin(), state.serviceLinks.end());
     policy.ordinary = state.services;

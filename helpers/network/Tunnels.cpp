@@ -36,23 +36,31 @@ Outcome outcomeOf(const std::string &reason, std::vector<std::string> notes = {}
     return {reason.empty(), notes};
 }
 
-bool hasAddress(const std::string &name, const std::string &address)
+/// The addresses of a host; waits about a second for a name server that does not answer.
+std::vector<std::string> addressesOf(const std::string &name)
 {
     setenv("RES_OPTIONS", "timeout:1 attempts:1", 1);
     addrinfo hints = {};
     hints.ai_socktype = SOCK_DGRAM;
     addrinfo *results = nullptr;
+    std::vector<std::string> addresses;
     if (getaddrinfo(name.c_str(), nullptr, &hints, &results) != 0) {
-        return false;
+        return addresses;
     }
-    bool found = false;
-    for (const addrinfo *each = results; each != nullptr && !found; each = each->ai_next) {
+    for (const addrinfo *each = results; each != nullptr; each = each->ai_next) {
         char text[NI_MAXHOST] = "";
-        found = getnameinfo(each->ai_addr, each->ai_addrlen, text, sizeof text, nullptr, 0, NI_NUMERICHOST) == 0 &&
-                address == text;
+        if (getnameinfo(each->ai_addr, each->ai_addrlen, text, sizeof text, nullptr, 0, NI_NUMERICHOST) == 0) {
+            addresses.emplace_back(text);
+        }
     }
     freeaddrinfo(results);
-    return found;
+    return addresses;
+}
+
+bool hasAddress(const std::string &name, const std::string &address)
+{
+    const std::vector<std::string> addresses = addressesOf(name);
+    return std::find(addresses.begin(), addresses.end(), address) != addresses.end();
 }
 
 /// While nobody may ask for names, compose falls back on the address that a name had here: lines "NAME ADDRESS". Of
@@ -190,15 +198,24 @@ State keepNetwork(bool isDecided)
     return held.state;
 }
 
-void noteUplinks(const std::vector<std::string> &addresses)
+void noteUplinks(const std::string &host)
 {
-    Held held;
-    held.state.uplinks = allLinks();
-    held.state.services.clear();
-    for (const std::string &address : addresses) {
-        if (const auto host = subnetOf(address, "255.255.255.255")) {
-            held.state.services.push_back(*host);
+    std::vector<Subnet> services;
+    for (const std::string &address : addressesOf(host)) {
+        if (const auto service = subnetOf(address, "255.255.255.255")) {
+            services.push_back(*service);
         }
     }
+    Held held;
+    held.state.uplinks = allLinks();
+    held.state.services = services;
+    storeState(held.state);
+}
+
+void forgetUplinks()
+{
+    Held held;
+    held.state.uplinks.clear();
+    held.state.services.clear();
     storeState(held.state);
 }
