@@ -55,6 +55,7 @@ Korvan::Korvan(QMainWindow *parent)
     m_form->cbDnsLeak->hide();
     m_form->cbAutoReconn->hide();
     giveImages();
+    addTabs();
     assignMnemonics(m_form->pageLogin);
     for (int page = 0; page < m_form->tabPage->count(); ++page) {
         assignMnemonics(m_form->tabPage->widget(page));
@@ -174,6 +175,16 @@ void Korvan::giveImages()
     }
     m_form->cbRember->setImages(QStringLiteral(":/images/checkbox_remember_%1.png"));
     m_form->pgUpdate->setImages(QStringLiteral(":/images/link_status_%1.png"));
+    auto *proxyTypes = new QButtonGroup(this);
+    for (KvRetinaCheckBox *radio : {m_form->rbHttp, m_form->rbNone, m_form->rbSocks}) {
+        radio->setImages(QStringLiteral(":/images/radio_%1.png"));
+        proxyTypes->addButton(radio);
+    }
+}
+
+/// The tabs of the pages, each with a key of its own.
+void Korvan::addTabs()
+{
     const std::pair<const char *, QString> tabs[] = {{"dashboard", tr("Dashboard")},
                                                      {"vpn_log", tr("VPN log")},
                                                      {"settings", tr("Settings")},
@@ -183,14 +194,9 @@ void Korvan::giveImages()
         m_form->tab->addItem(
             QStringLiteral(":/images/top_menu_%1_%2.png").arg(QLatin1String(name), QStringLiteral("%1")), text);
         const int page = m_form->tab->count() - 1;
-        auto *key = new QShortcut(QKeySequence(Qt::CTRL + Qt::Key_1 + page), m_form->pageMain);
+        auto *key = new QShortcut(QKeySequence(QStringLiteral("Ctrl+%1").arg(page + 1)), m_form->pageMain);
         connect(key, &QShortcut::activated, m_form->tab, [this, page] { m_form->tab->setCurrentIndex(page); });
         m_form->tab->setTabToolTip(page, key->key().toString(QKeySequence::NativeText));
-    }
-    auto *proxyTypes = new QButtonGroup(this);
-    for (KvRetinaCheckBox *radio : {m_form->rbHttp, m_form->rbNone, m_form->rbSocks}) {
-        radio->setImages(QStringLiteral(":/images/radio_%1.png"));
-        proxyTypes->addButton(radio);
     }
 }
 

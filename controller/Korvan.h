@@ -123,6 +123,7 @@ private:
     void connectSignals();
     void connectOptionSignals();
     void giveImages();
+    void addTabs();
     void announceUpdate();
 
     // Status (controller/KorvanStatus.cpp)

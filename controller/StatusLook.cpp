@@ -29,19 +29,26 @@ static constexpr Turn On = Turn::On;
 // down keeps the picture that it finds.
 static constexpr StatusLook kLooks[] = {
     // picture text connect-shown | connect disconnect reconnect choice update | tray: connect disconnect reconnect
-    {kOpen, kNot, true,  On,   On,   Keep, Off,  Keep, Keep, Keep, Keep, kTrayOff, nullptr, nullptr, nullptr},   // INIT
-    {kOpen, kNot, true,  Keep, Off,  Off,  On,   On,   On,   Off,  Off,  kTrayOff, kTipOff, nullptr, nullptr},   // READY
-    {kOpen, kNot, false, Keep, On,   Off,  Off,  Off,  Off,  On,   Off,  kTrayOff, kTipConnecting, kSayConnecting, kNoteUp},
-                                                                                                         // CONNECTING
-    {kShut, kUp,  false, Keep, On,   On,   Off,  Off,  Off,  On,   On,   kTrayOn,  kTipUp, kSayUp, nullptr}, // CONNECTED
+    // INIT
+    {kOpen, kNot, true,  On,   On,   Keep, Off,  Keep, Keep, Keep, Keep, kTrayOff, nullptr, nullptr, nullptr},
+    // READY
+    {kOpen, kNot, true,  Keep, Off,  Off,  On,   On,   On,   Off,  Off,  kTrayOff, kTipOff, nullptr, nullptr},
+    // CONNECTING
+    {kOpen, kNot, false, Keep, On,   Off,  Off,  Off,  Off,  On,   Off,  kTrayOff, kTipConnecting, kSayConnecting,
+     kNoteUp},
+    // CONNECTED
+    {kShut, kUp,  false, Keep, On,   On,   Off,  Off,  Off,  On,   On,   kTrayOn,  kTipUp,  kSayUp,  nullptr},
+    // DISCONNECTING
     {nullptr, nullptr, false, Keep, Off, Off, Off, Keep, Off, Off, Off,  kTrayOff, kTipDown, nullptr, kNoteDown},
-                                                                                                      // DISCONNECTING
-    {kOpen, kNot, true,  Keep, Off,  Off,  On,   On,   On,   Off,  Off,  kTrayOff, kTipOff, kSayOff, nullptr}, // DISCONNECTED
-    {kOpen, kNot, false, Keep, Off,  Off,  Off,  Keep, Off,  Off,  Off,  kTrayOff, kTipOff, nullptr, nullptr},   // BUSY
-    {kOpen, kNot, false, Keep, Off,  Off,  Keep, Off,  Off,  Off,  Off,  kTrayOff, kTipOff, nullptr, kNoteAgain}, // RECONNECTING
+    // DISCONNECTED
+    {kOpen, kNot, true,  Keep, Off,  Off,  On,   On,   On,   Off,  Off,  kTrayOff, kTipOff, kSayOff, nullptr},
+    // BUSY
+    {kOpen, kNot, false, Keep, Off,  Off,  Off,  Keep, Off,  Off,  Off,  kTrayOff, kTipOff, nullptr, nullptr},
+    // RECONNECTING
+    {kOpen, kNot, false, Keep, Off,  Off,  Keep, Off,  Off,  Off,  Off,  kTrayOff, kTipOff, nullptr, kNoteAgain},
 };
-static constexpr StatusLook kLost = {kOpen, kNot, false, Keep, Keep, Keep, Keep, Keep, Keep, Keep, Keep, kTrayOff, kTipOff,
-                                     nullptr, kNoteLost};
+static constexpr StatusLook kLost = {kOpen, kNot, false,    Keep,    Keep,    Keep,     Keep, Keep, Keep, Keep,
+                                     Keep,  kTrayOff, kTipOff, nullptr, kNoteLost};
 // clang-format on
 
 const StatusLook &lostLook()
