@@ -657,11 +657,11 @@ Drücken Sie OK, um Ihre normale Internetverbindung wiederherzustellen, und verb
     </message>
     <message>
         <source>Needs &quot;%1&quot; on the sign-in page.</source>
-        <translation>Braucht „%1“ auf der Anmeldeseite.</translation>
+        <translation>Setzt „%1“ auf der Anmeldeseite voraus.</translation>
     </message>
     <message>
         <source>The configuration could not be refreshed: the service can not be reached.</source>
-        <translation>Die Konfiguration wurde nicht aktualisiert: Der Dienst ist nicht erreichbar.</translation>
+        <translation>Die Konfiguration konnte nicht aktualisiert werden: Der Dienst ist nicht erreichbar.</translation>
     </message>
     <message>
         <source>The configuration is in use now.</source>
@@ -685,15 +685,19 @@ Drücken Sie OK, um Ihre normale Internetverbindung wiederherzustellen, und verb
     </message>
     <message>
         <source>Reconnecting...</source>
-        <translation>Verbindung wird erneut aufgebaut...</translation>
+        <translation>Verbindung wird wiederhergestellt...</translation>
     </message>
     <message>
         <source>The connection has failed.</source>
-        <translation>Die Verbindung ist abgebrochen.</translation>
+        <translation>Die Verbindung ist fehlgeschlagen.</translation>
     </message>
     <message>
         <source>The address of %1 is not encrypted, so that nothing was sent.</source>
-        <translation>Die Adresse von %1 ist nicht verschlüsselt, darum wurde nichts gesendet.</translation>
+        <translation>Die Adresse von %1 ist nicht verschlüsselt, deshalb wurde nichts gesendet.</translation>
+    </message>
+    <message>
+        <source>%1 does not show the key that it is known by, so that nothing was sent. Somebody may be answering in its place.</source>
+        <translation>%1 weist sich nicht mit dem bekannten Schlüssel aus, deshalb wurde nichts gesendet. Möglicherweise antwortet jemand anderes an seiner Stelle.</translation>
     </message>
 </context>
 <context>

@@ -657,11 +657,11 @@ Pulse Aceptar para restablecer su conexión a Internet habitual y vuelva a conec
     </message>
     <message>
         <source>Needs &quot;%1&quot; on the sign-in page.</source>
-        <translation>Requiere «%1» en la página de acceso.</translation>
+        <translation>Requiere «%1» en la página de inicio de sesión.</translation>
     </message>
     <message>
         <source>The configuration could not be refreshed: the service can not be reached.</source>
-        <translation>No se pudo actualizar la configuración: el servicio no responde.</translation>
+        <translation>No se ha podido actualizar la configuración: no se puede acceder al servicio.</translation>
     </message>
     <message>
         <source>The configuration is in use now.</source>
@@ -669,7 +669,7 @@ Pulse Aceptar para restablecer su conexión a Internet habitual y vuelva a conec
     </message>
     <message>
         <source>The changes of the options are not saved.</source>
-        <translation>Los cambios de las opciones no están guardados.</translation>
+        <translation>Los cambios de las opciones no se han guardado.</translation>
     </message>
     <message>
         <source>Korvan: Disconnecting...</source>
@@ -693,7 +693,11 @@ Pulse Aceptar para restablecer su conexión a Internet habitual y vuelva a conec
     </message>
     <message>
         <source>The address of %1 is not encrypted, so that nothing was sent.</source>
-        <translation>La dirección de %1 no está cifrada, por eso no se envió nada.</translation>
+        <translation>La dirección de %1 no está cifrada, por lo que no se ha enviado nada.</translation>
+    </message>
+    <message>
+        <source>%1 does not show the key that it is known by, so that nothing was sent. Somebody may be answering in its place.</source>
+        <translation>%1 no presenta la clave por la que se le conoce, por lo que no se ha enviado nada. Es posible que alguien responda en su lugar.</translation>
     </message>
 </context>
 <context>

@@ -645,11 +645,11 @@ Please press OK to resume your regular internet connection and reconnect to the 
     </message>
     <message>
         <source>Refresh now: the configuration</source>
-        <translation>اکنون تازه شود: پیکربندی</translation>
+        <translation>اکنون بازخوانی شود: پیکربندی</translation>
     </message>
     <message>
         <source>FAQ: frequently asked questions</source>
-        <translation>پرسش‌های رایج (FAQ)</translation>
+        <translation>پرسش‌های رایج و پاسخ آن‌ها</translation>
     </message>
     <message>
         <source>Return sorts by the column of the current cell.</source>
@@ -661,15 +661,15 @@ Please press OK to resume your regular internet connection and reconnect to the 
     </message>
     <message>
         <source>The configuration could not be refreshed: the service can not be reached.</source>
-        <translation>پیکربندی تازه نشد: سرویس در دسترس نیست.</translation>
+        <translation>پیکربندی بازخوانی نشد: سرویس در دسترس نیست.</translation>
     </message>
     <message>
         <source>The configuration is in use now.</source>
-        <translation>پیکربندی اکنون در حال استفاده است.</translation>
+        <translation>پیکربندی هم‌اکنون در حال استفاده است.</translation>
     </message>
     <message>
         <source>The changes of the options are not saved.</source>
-        <translation>تغییرهای گزینه‌ها ذخیره نشده‌اند.</translation>
+        <translation>تغییر گزینه‌ها ذخیره نشده است.</translation>
     </message>
     <message>
         <source>Korvan: Disconnecting...</source>
@@ -693,7 +693,11 @@ Please press OK to resume your regular internet connection and reconnect to the 
     </message>
     <message>
         <source>The address of %1 is not encrypted, so that nothing was sent.</source>
-        <translation>نشانی %1 رمزگذاری نشده است، پس چیزی فرستاده نشد.</translation>
+        <translation>نشانی %1 رمزگذاری نشده است؛ بنابراین چیزی فرستاده نشد.</translation>
+    </message>
+    <message>
+        <source>%1 does not show the key that it is known by, so that nothing was sent. Somebody may be answering in its place.</source>
+        <translation>%1 کلیدی را که با آن شناخته می‌شود نشان نداد؛ بنابراین چیزی فرستاده نشد. شاید کس دیگری به جای آن پاسخ می‌دهد.</translation>
     </message>
 </context>
 <context>

@@ -653,7 +653,7 @@ Appuyez sur OK pour rétablir votre connexion à Internet habituelle, puis recon
     </message>
     <message>
         <source>Return sorts by the column of the current cell.</source>
-        <translation>Entrée trie selon la colonne de la cellule actuelle.</translation>
+        <translation>Entrée trie selon la colonne de la cellule active.</translation>
     </message>
     <message>
         <source>Needs &quot;%1&quot; on the sign-in page.</source>
@@ -661,7 +661,7 @@ Appuyez sur OK pour rétablir votre connexion à Internet habituelle, puis recon
     </message>
     <message>
         <source>The configuration could not be refreshed: the service can not be reached.</source>
-        <translation>La configuration n’a pas été actualisée : le service est injoignable.</translation>
+        <translation>La configuration n’a pas pu être actualisée : le service est injoignable.</translation>
     </message>
     <message>
         <source>The configuration is in use now.</source>
@@ -673,11 +673,11 @@ Appuyez sur OK pour rétablir votre connexion à Internet habituelle, puis recon
     </message>
     <message>
         <source>Korvan: Disconnecting...</source>
-        <translation>Korvan : Déconnexion...</translation>
+        <translation>Korvan : déconnexion...</translation>
     </message>
     <message>
         <source>Connecting...</source>
-        <translation>Connexion...</translation>
+        <translation>Connexion en cours...</translation>
     </message>
     <message>
         <source>Disconnecting...</source>
@@ -685,7 +685,7 @@ Appuyez sur OK pour rétablir votre connexion à Internet habituelle, puis recon
     </message>
     <message>
         <source>Reconnecting...</source>
-        <translation>Reconnexion...</translation>
+        <translation>Reconnexion en cours...</translation>
     </message>
     <message>
         <source>The connection has failed.</source>
@@ -693,7 +693,11 @@ Appuyez sur OK pour rétablir votre connexion à Internet habituelle, puis recon
     </message>
     <message>
         <source>The address of %1 is not encrypted, so that nothing was sent.</source>
-        <translation>L’adresse de %1 n’est pas chiffrée, rien n’a donc été envoyé.</translation>
+        <translation>L’adresse de %1 n’est pas chiffrée : rien n’a été envoyé.</translation>
+    </message>
+    <message>
+        <source>%1 does not show the key that it is known by, so that nothing was sent. Somebody may be answering in its place.</source>
+        <translation>%1 ne présente pas la clé sous laquelle il est connu : rien n’a été envoyé. Quelqu’un répond peut-être à sa place.</translation>
     </message>
 </context>
 <context>

@@ -657,11 +657,11 @@ Please press OK to resume your regular internet connection and reconnect to the 
     </message>
     <message>
         <source>Needs &quot;%1&quot; on the sign-in page.</source>
-        <translation>Требует «%1» на странице входа.</translation>
+        <translation>Требуется «%1» на странице входа.</translation>
     </message>
     <message>
         <source>The configuration could not be refreshed: the service can not be reached.</source>
-        <translation>Конфигурация не обновлена: служба недоступна.</translation>
+        <translation>Не удалось обновить конфигурацию: служба недоступна.</translation>
     </message>
     <message>
         <source>The configuration is in use now.</source>
@@ -669,11 +669,11 @@ Please press OK to resume your regular internet connection and reconnect to the 
     </message>
     <message>
         <source>The changes of the options are not saved.</source>
-        <translation>Изменения настроек не сохранены.</translation>
+        <translation>Изменения параметров не сохранены.</translation>
     </message>
     <message>
         <source>Korvan: Disconnecting...</source>
-        <translation>Korvan: Отключение...</translation>
+        <translation>Korvan: отключение...</translation>
     </message>
     <message>
         <source>Connecting...</source>
@@ -685,15 +685,19 @@ Please press OK to resume your regular internet connection and reconnect to the 
     </message>
     <message>
         <source>Reconnecting...</source>
-        <translation>Повторное подключение...</translation>
+        <translation>Переподключение...</translation>
     </message>
     <message>
         <source>The connection has failed.</source>
-        <translation>Соединение прервано.</translation>
+        <translation>Подключение прервано.</translation>
     </message>
     <message>
         <source>The address of %1 is not encrypted, so that nothing was sent.</source>
-        <translation>Адрес %1 не зашифрован, поэтому ничего не отправлено.</translation>
+        <translation>Адрес %1 не защищён шифрованием, поэтому ничего не отправлено.</translation>
+    </message>
+    <message>
+        <source>%1 does not show the key that it is known by, so that nothing was sent. Somebody may be answering in its place.</source>
+        <translation>%1 предъявляет не тот ключ, по которому его узнают, поэтому ничего не отправлено. Возможно, вместо него отвечает кто-то другой.</translation>
     </message>
 </context>
 <context>

@@ -649,19 +649,19 @@ Please press OK to resume your regular internet connection and reconnect to the 
     </message>
     <message>
         <source>FAQ: frequently asked questions</source>
-        <translation>常见问题 (FAQ)</translation>
+        <translation>常见问题：解答</translation>
     </message>
     <message>
         <source>Return sorts by the column of the current cell.</source>
-        <translation>按回车键按当前单元格所在的列排序。</translation>
+        <translation>按回车键可按当前单元格所在的列排序。</translation>
     </message>
     <message>
         <source>Needs &quot;%1&quot; on the sign-in page.</source>
-        <translation>需要登录页上的“%1”。</translation>
+        <translation>需要在登录页面勾选“%1”。</translation>
     </message>
     <message>
         <source>The configuration could not be refreshed: the service can not be reached.</source>
-        <translation>配置未能刷新：无法连接到服务。</translation>
+        <translation>无法刷新配置：无法连接到服务。</translation>
     </message>
     <message>
         <source>The configuration is in use now.</source>
@@ -673,7 +673,7 @@ Please press OK to resume your regular internet connection and reconnect to the 
     </message>
     <message>
         <source>Korvan: Disconnecting...</source>
-        <translation>Korvan：正在断开...</translation>
+        <translation>Korvan：正在断开连接...</translation>
     </message>
     <message>
         <source>Connecting...</source>
@@ -681,7 +681,7 @@ Please press OK to resume your regular internet connection and reconnect to the 
     </message>
     <message>
         <source>Disconnecting...</source>
-        <translation>正在断开...</translation>
+        <translation>正在断开连接...</translation>
     </message>
     <message>
         <source>Reconnecting...</source>
@@ -689,11 +689,15 @@ Please press OK to resume your regular internet connection and reconnect to the 
     </message>
     <message>
         <source>The connection has failed.</source>
-        <translation>连接已失败。</translation>
+        <translation>连接失败。</translation>
     </message>
     <message>
         <source>The address of %1 is not encrypted, so that nothing was sent.</source>
-        <translation>%1 的地址未加密，因此未发送任何内容。</translation>
+        <translation>%1 的地址未加密，因此未发送任何数据。</translation>
+    </message>
+    <message>
+        <source>%1 does not show the key that it is known by, so that nothing was sent. Somebody may be answering in its place.</source>
+        <translation>%1 未出示其已知的密钥，因此未发送任何数据。可能有人在冒充它应答。</translation>
     </message>
 </context>
 <context>
