@@ -101,7 +101,8 @@ void VPNClient::clearByteCount()
     m_bytesSent = 0;
 }
 
-bool VPNClient::open(OPTION option)
+/// Closes what is open and readies the helper of a new connection. False on a failure, which has been reported.
+bool VPNClient::prepareAttempt(const OPTION &option)
 {
     if (!isValidType(option.type)) {
         emit message(QLatin1String(kErrorPrefix) + tr("Type is not valid."));
@@ -134,7 +135,14 @@ bool VPNClient::open(OPTION option)
     dropHelper();
     m_process = newHelper();
     m_process->moveToThread(this);
+    return true;
+}
 
+bool VPNClient::open(OPTION option)
+{
+    if (!prepareAttempt(option)) {
+        return false;
+    }
     const int attempt = ++m_attempt;
     Wait wait; // listens before the worker starts: a fast one is up, or has failed, at once
     wait.until(this, &VPNClient::connected);

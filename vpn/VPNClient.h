@@ -112,6 +112,7 @@ protected:
 
 private:
     void announce(STATE s);
+    bool prepareAttempt(const OPTION &option);
     bool workerRuns();
     void endWorker();
     void dropHelper();

@@ -17,19 +17,9 @@ int usage()
     return 2;
 }
 
-} // namespace
-
-/// The web part of the service: all pages, or the speed-test file of a VPN server; or a wire between two namespaces.
-/// Ends with 1 when it can not serve.
-int main(int count, char **arguments)
+/// False when there is an option that is none.
+bool readOptions(int count, char **arguments, Site &site)
 {
-    std::signal(SIGPIPE, SIG_IGN);
-    if (count == 7 && arguments[1] == std::string("wire")) {
-        carry(arguments[2], {arguments[3], arguments[4]}, {arguments[5], arguments[6]});
-        return 1;
-    }
-    Site site;
-    site.version = KORVAN_VERSION;
     const option options[] = {
         {"users", required_argument, nullptr, 'u'},       {"profiles", required_argument, nullptr, 'p'},
         {"certificate", required_argument, nullptr, 'c'}, {"key", required_argument, nullptr, 'k'},
@@ -53,8 +43,27 @@ int main(int count, char **arguments)
             site.countries.emplace_back(value.substr(0, value.find('=')), value.substr(value.find('=') + 1));
             break;
         default:
-            return usage();
+            return false;
         }
+    }
+    return true;
+}
+
+} // namespace
+
+/// The web part of the service: all pages, or the speed-test file of a VPN server; or a wire between two namespaces.
+/// Ends with 1 when it can not serve.
+int main(int count, char **arguments)
+{
+    std::signal(SIGPIPE, SIG_IGN);
+    if (count == 7 && arguments[1] == std::string("wire")) {
+        carry(arguments[2], {arguments[3], arguments[4]}, {arguments[5], arguments[6]});
+        return 1;
+    }
+    Site site;
+    site.version = KORVAN_VERSION;
+    if (!readOptions(count, arguments, site)) {
+        return usage();
     }
     const std::string what = optind + 1 == count ? arguments[optind] : "";
     if (what == "site" && !site.accounts.users.empty() && !site.accounts.profiles.empty() && !site.key.empty() &&

@@ -100,8 +100,13 @@ private slots:
             QCOMPARE(boxes.left(), 0);
             QCOMPARE(QFile::exists(appPath("/l2tp")), !box.startsWith("Username")); // asked for again
         }
+    }
 
-        QString whileOpen; // what comes while a box is open waits for its end
+    /// What the engine tells while a box is open waits for its end.
+    void messagesWaitForABox()
+    {
+        QString whileOpen;
+        emit engine().message("UDPv4 link remote: 10");
         boxes.expect("Error", kUnknownError);
         boxes.whileOpen = [&] {
             emit engine().message("UDPv4 link remote: 10.1.2.3:1194");

@@ -54,6 +54,35 @@ class Compose9Test : public QObject
             .simplified();
     }
 
+    /// How the archive of 2.5.0 is signed, what is done afterwards, and the reason of the refusal.
+    static QVector<std::pair<QString, const char *>> signatures()
+    {
+        const QString key = KORVAN_BUILD "/lab/update.key";
+        const QString sign = "minisign -S -m a.zip -x a.sig -s ";
+        return {
+            {sign + key + " -t 'Korvan 2.5.0'", ""},
+            {sign + key + " -t 'Korvan 2.5.0'; sed -i 's/$/\r/' a.sig", ""},
+            {": >a.sig", "it is not signed"},
+            {"minisign -G -W -p o.pub -s o.key; " + sign + "o.key -t 'Korvan 2.5.0'",
+             "a key that this program does not"},
+            {"minisign -G -W -p o.pub -s o.key; " + sign + "o.key -t 'Korvan 2.5.0'; " +
+                 // The number of our key in the other key's signature.
+                 "{ sed -n 1p a.sig; (base64 -d <<<$(sed -n 2p a.sig) | head -c 2; base64 -d <<<$(tail "
+                 "-1 " KORVAN_BUILD
+                 "/lab/update.pub) | tail -c +3 | head -c 8; base64 -d <<<$(sed -n 2p a.sig) | tail -c 64) | "
+                 "base64 -w 0; echo; sed -n 3,4p a.sig; } >b; mv b a.sig",
+             "not right"},
+            {sign + key + " -t 'Korvan 2.5.0'; echo >>a.zip", "not right"},
+            {sign + key + " -t 'Korvan 2.4.0'; sed -i s/2.4.0/2.5.0/ a.sig", "not right"},
+            {sign + key + " -t 'Korvan 2.5.0'; sed -i 4d a.sig", "damaged"},
+            {sign + key + " -l -t 'Korvan 2.5.0'", "damaged"}, // would have to be read whole to be checked
+            {sign + key + " -t 'Other 2.5.0'", "for another program"},
+            {sign + key + " -t 'Korvan 2.4.0'", "2.4.0 is older than the installed 2.4.1"},
+            {sign + key + " -t 'Korvan 2.10'", "signed as version 2.10 and holds version 2.5.0"},
+            {"mkfifo a.sig", "is no file"},
+        };
+    }
+
 private slots:
     /// An installed 2.4.1 with state of the user, and an update as the start-up leaves it.
     void init()
@@ -135,32 +164,7 @@ private slots:
     /// known nothing is written beside the bundle.
     void signedArchives()
     {
-        const QString key = KORVAN_BUILD "/lab/update.key";
-        const QString sign = "minisign -S -m a.zip -x a.sig -s ";
-        // How the archive of 2.5.0 is signed, and what is done afterwards.
-        const std::pair<QString, const char *> cases[] = {
-            {sign + key + " -t 'Korvan 2.5.0'", ""},
-            {sign + key + " -t 'Korvan 2.5.0'; sed -i 's/$/\r/' a.sig", ""},
-            {": >a.sig", "it is not signed"},
-            {"minisign -G -W -p o.pub -s o.key; " + sign + "o.key -t 'Korvan 2.5.0'",
-             "a key that this program does not"},
-            {"minisign -G -W -p o.pub -s o.key; " + sign + "o.key -t 'Korvan 2.5.0'; " +
-                 // The number of our key in the other key's signature.
-                 "{ sed -n 1p a.sig; (base64 -d <<<$(sed -n 2p a.sig) | head -c 2; base64 -d <<<$(tail "
-                 "-1 " KORVAN_BUILD
-                 "/lab/update.pub) | tail -c +3 | head -c 8; base64 -d <<<$(sed -n 2p a.sig) | tail -c 64) | "
-                 "base64 -w 0; echo; sed -n 3,4p a.sig; } >b; mv b a.sig",
-             "not right"},
-            {sign + key + " -t 'Korvan 2.5.0'; echo >>a.zip", "not right"},
-            {sign + key + " -t 'Korvan 2.4.0'; sed -i s/2.4.0/2.5.0/ a.sig", "not right"},
-            {sign + key + " -t 'Korvan 2.5.0'; sed -i 4d a.sig", "damaged"},
-            {sign + key + " -l -t 'Korvan 2.5.0'", "damaged"}, // would have to be read whole to be checked
-            {sign + key + " -t 'Other 2.5.0'", "for another program"},
-            {sign + key + " -t 'Korvan 2.4.0'", "2.4.0 is older than the installed 2.4.1"},
-            {sign + key + " -t 'Korvan 2.10'", "signed as version 2.10 and holds version 2.5.0"},
-            {"mkfifo a.sig", "is no file"},
-        };
-        for (const auto &[how, reason] : cases) {
+        for (const auto &[how, reason] : signatures()) {
             init();
             shell("cp " KORVAN_BUNDLE "/compose[79] Korvan.app/Contents/MacOS; tail -1 " KORVAN_BUILD
                   "/lab/update.pub >Korvan.app/Contents/MacOS/update-keys; cd "
