@@ -14,9 +14,9 @@ int main(int argc, char *argv[])
 {
     const QCoreApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
-    if (arguments.size() != 4) {
-        std::fputs("usage: prepare_state USER PASSWORD SERVER\n"
-                   "Run from the application folder, whose \"cfg\" it fills.\n",
+    if (arguments.size() != 4 && arguments.size() != 5) {
+        std::fputs("usage: prepare_state USER PASSWORD SERVER [lock-down]\n"
+                   "Run by root from the application folder, whose \"cfg\" it fills; by others for themselves.\n",
                    stderr);
         return 1;
     }
@@ -25,6 +25,8 @@ int main(int argc, char *argv[])
     Options options;
     options.proxy.none = true;
     options.connectOnBoot = true;
+    options.noSound = arguments.size() == 5;
+    options.lockDown = arguments.size() == 5;
     options.bootServer = arguments.at(3);
     options.updateFrequency = 1;
     options.protocol = QStringLiteral("OpenVPN");
