@@ -30,7 +30,8 @@ LoginAnswer postLogin(const QByteArray &body, int limitMs)
     if (!wait.run(limitMs)) {
         return {};
     }
-    return {reply->readAll(), reply->error() != QNetworkReply::NoError, refusal(*reply)};
+    const int status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+    return {reply->readAll(), reply->error() != QNetworkReply::NoError, status, refusal(*reply)};
 }
 
 LoginReply classifyLogin(const LoginAnswer &answer)

@@ -18,6 +18,7 @@ struct LoginAnswer
 {
     QByteArray body;           ///< empty unless the answer came to its end, and was no longer than a profile may be
     bool networkError = false; ///< also false when the limit passed first
+    int status = 0;            ///< of HTTP; 0 when there was none
     QString refusal;           ///< why this side has dropped the connection: a sentence, empty where it has not
 };
 

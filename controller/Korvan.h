@@ -1,5 +1,6 @@
 #pragma once
 
+#include "account/LastProfile.h"
 #include "controller/Appearance.h"
 #include "controller/ServerTests.h"
 #include "controller/Status.h"
@@ -15,6 +16,7 @@
 
 class QNetworkAccessManager;
 class QSound;
+class KvNotice;
 struct Options;
 struct ProxySettings;
 struct StatusLook;
@@ -119,6 +121,11 @@ private:
     void selectBootServer();
     void showInServerBox(const QString &text);
 
+    // Help where there are no servers (controller/KorvanNotice.cpp)
+    void tellWhyNoServers();
+    void hideNotice();
+    void onLastProfile();
+
     // Construction (controller/Korvan.cpp)
     void connectSignals();
     void connectOptionSignals();
@@ -168,9 +175,11 @@ private:
     Ui::Korvan *m_form;
     KORVANSTATUS m_status = kStatusNone;
     VPNClient *m_engine;
-    QString m_userName; ///< of the last login
-    QString m_password; ///< of the last login
-    QString m_refusal;  ///< why the last login's connection was dropped; empty where it was not
+    QString m_userName;                           ///< of the last login
+    QString m_password;                           ///< of the last login
+    ProfileAnswer m_answer = ProfileAnswer::None; ///< to the last login
+    KvNotice *m_notice = nullptr;                 ///< made when there is something to tell
+    QString m_refusal; ///< why the last login's connection was dropped; empty where it was not
     Tray m_tray;
     QTimer m_progressTimer;
     bool m_bundleInWork = false; ///< a profile is being fetched or unpacked: no connection may start

@@ -1,6 +1,7 @@
 #include "controller/Korvan.h"
 
 #include "account/Archive.h"
+#include "account/LastProfile.h"
 #include "account/ServerLists.h"
 #include "base/Settings.h"
 #include "common/AppPath.h"
@@ -15,6 +16,7 @@ void Korvan::releaseCompressedConfig(QByteArray archive)
 {
     const QString folder = profileFolder();
     const QString path = folder + QLatin1String("config");
+    keepLastProfile();
     ClearPath(folder);
     for (const QFileInfo &left : QDir(folder).entryInfoList(QDir::Dirs | QDir::NoDotAndDotDot)) {
         if (!left.fileName().contains(QLatin1String("custom"), Qt::CaseInsensitive)) {
@@ -35,4 +37,5 @@ void Korvan::releaseCompressedConfig(QByteArray archive)
         QFile::remove(l2tpListPath());
         QFile::rename(unpackedList, l2tpListPath());
     }
+    forgetLastProfile();
 }

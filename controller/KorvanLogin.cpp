@@ -30,6 +30,7 @@ bool Korvan::loginKorvan(QString user, QString password, QByteArray &body)
     }
     body = answer.body;
     m_refusal = answer.refusal;
+    m_answer = profileAnswer(answer.status, body);
     qDebug("Get Data: %d", body.size());
     if (getSetting(QStringLiteral("DEBUG/ENABLE")) == QLatin1String("true")) {
         QMessageBox::information(this, tr("Debug"),
@@ -58,6 +59,8 @@ void Korvan::onLogin()
     }
     m_form->pbLogin->setEnabled(false);
     m_form->lbSignInHint->setText(tr("Use the name and password of your subscription."));
+    m_answer = ProfileAnswer::None;
+    hideNotice();
     showInServerBox(tr("Getting files from server ..."));
     const bool isExisting = sender() == m_form->pbExist;
     if (isExisting) {
@@ -121,6 +124,10 @@ bool Korvan::fallBackToOldProfile()
                               m_refusal));
     onChangeUser();
     m_form->pbLogin->setEnabled(true);
+    if (m_answer != ProfileAnswer::WebPage) {
+        m_answer = ProfileAnswer::None; // nothing came that could be damaged
+    }
+    tellWhyNoServers();
     return false;
 }
 
@@ -152,6 +159,7 @@ void Korvan::finishLogin()
         updateL2TPServerList();
         selectBootServer();
     }
+    tellWhyNoServers();
 }
 
 void Korvan::selectBootServer()

@@ -72,6 +72,7 @@ void Korvan::onUpdate()
         return;
     }
     const QPointer<Korvan> self(this);
+    hideNotice();
     showInServerBox(tr("Updating Configuration ..."));
     enableRefresh(false);
     m_form->cmProto->setEnabled(false);
@@ -102,6 +103,7 @@ void Korvan::onUpdate()
     if (m_form->cmProto->currentText() == QLatin1String("L2TP")) {
         updateL2TPServerList();
     }
+    tellWhyNoServers();
     if (failed) {
         KvUnaskedBox::tell(this, QMessageBox::Critical, tr("Notify"), tr("Update Failed."));
     } else {
@@ -132,7 +134,8 @@ static QString translated(const QString &reason)
 
 void Korvan::onUpApp()
 {
-    if (m_updateAddress.isEmpty()) {
+    // Of a local file, which the description could name, opening alone may wait for ever.
+    if (!QUrl(m_updateAddress).scheme().startsWith(QLatin1String("http"))) {
         QMessageBox::information(this, tr("Update"), tr("Update url is not valid."));
         return;
     }

@@ -20,6 +20,7 @@
     ROW(kProfileFolder,    "/cfg/OpenVPN/",               Kept,    "folder: the OpenVPN servers, certificate, keys") \
     ROW(kSkipListFile,     "/cfg/OpenVPN/skiplist.dat",   Kept,    "servers that the ping table leaves out") \
     ROW(kProfileArchive,   "/cfg/OpenVPN/config",         Kept,    "the service's archive, while it is unpacked") \
+    ROW(kLastProfileFolder, "/cfg/OpenVPN.last",          Kept,    "folder: the profile before one that does not work") \
     ROW(kProfileCopy,      "/cfg/OpenVPN/temp",           Kept,    "the profile that is connected") \
     ROW(kL2tpPasswordFile, "/l2tp",                       Kept,    "the L2TP password") \
     ROW(kGatewayFile,      "/defgate",                    Kept,    "the default gateway before lock-down") \

@@ -4,6 +4,7 @@
 #include "common/AppPath.h"
 #include "tests/support/Cases.h"
 
+#include <QDesktopServices>
 #include <QDir>
 #include <QNetworkProxy>
 
@@ -59,6 +60,9 @@ static QString shownBy(const ClientLab &lab)
 class LoginTest : public QObject
 {
     Q_OBJECT
+
+public slots:
+    void noteUrl(const QUrl &url) { m_opened += url.toString(); }
 
 private slots:
     void receivesTheProfile()
@@ -123,6 +127,52 @@ private slots:
             lab.login();
             COMPARE_CASE(name, lab.items("cmServer"), labServers("alice"));
         }
+    }
+
+    /// What came in place of a profile is told on the page that stays, and the profile before it can be had again.
+    void helpWithoutServers()
+    {
+        const char *portal = "A web page came in place of your configuration.";
+        const char *damaged = "The configuration that came is damaged.";
+        const char *rejected = "The service did not accept your user name or password.";
+        QDesktopServices::setUrlHandler("http", this, "noteUrl");
+        // How the service answers, to which button, and what is told.
+        const std::tuple<const char *, QByteArray, const char *, const char *> cases[] = {
+            {"", "\xEF\xBB\xBF\n<!doctype html><h1>Hotel</h1>", "pbLogin", portal},
+            {"status=302", "moved", "pbLogin", portal},
+            {"keep=500", "", "pbLogin", damaged},
+            {"", "junk", "pbUpdate", damaged},
+            {"", "invalid username or password", "pbUpdate", rejected},
+        };
+        for (const auto &[order, body, button, told] : cases) {
+            ClientLab lab;
+            lab.start();
+            lab.login();
+            const QStringList servers = lab.items("cmServer");
+            putFile(appPath("/cfg/OpenVPN/my-custom.txt"), "stays in the folder");
+            putFile(appPath("/cfg/L2TP.txt"), "L|192.0.2.1\n");
+            ClientLab::order("/api", order, body);
+            const bool again = button == QByteArray("pbUpdate");
+            if (again) {
+                lab.boxes.expect("Notify", "Update Failed.");
+            }
+            QVERIFY(again || lab.press("pbChangeUser"));
+            QVERIFY(lab.press(button));
+            COMPARE_CASE(body, lab.items("cmServer"), QStringList());
+            QVERIFY2(lab.label("lbNotice").startsWith(told), qPrintable(lab.label("lbNotice")));
+            m_opened.clear();
+            COMPARE_CASE(body, lab.press("pbPortal"), told == portal);
+            COMPARE_CASE(body, m_opened.join(' '), told == portal ? "http://www.korvan.example" : "");
+            QFile::remove(appPath("/cfg/L2TP.txt"));
+            QVERIFY(lab.press("pbLastProfile") && !lab.press("pbLastProfile"));
+            COMPARE_CASE(body, lab.items("cmServer"), servers);
+            QVERIFY(QFile::exists(appPath("/cfg/L2TP.txt")) && !QFile::exists(appPath("/cfg/OpenVPN.last")));
+            ClientLab::reset();
+            lab.boxes.expect("Notify", "Update Successful.");
+            QVERIFY(lab.press("pbUpdate"));
+            QVERIFY(!QFile::exists(appPath("/cfg/OpenVPN.last"))); // the new one works
+        }
+        QDesktopServices::unsetUrlHandler("http");
     }
 
     /// With pins nothing is sent before the service has shown one of their keys, also not through a proxy.
@@ -192,6 +242,9 @@ private slots:
             QVERIFY2(!QFile::exists(savedLoginPath()), "forgotten at once");
         }
     }
+
+private:
+    QStringList m_opened; ///< addresses that the browser was to show
 };
 
 QTEST_MAIN(LoginTest)

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QByteArray>
+
+/// What the service's answer to a login is in place of a profile that works.
+enum class ProfileAnswer {
+    None,     ///< nothing was asked for
+    WebPage,  ///< a page, such as that of a network that wants a login of its own
+    Rejected, ///< the service's words for a wrong name or password
+    Damaged,  ///< anything else, also a ZIP: it counts only when no server came out of it
+};
+
+/// Tells them apart by the HTTP status and the body.
+ProfileAnswer profileAnswer(int status, const QByteArray &body);
+
+/// Moves the profile aside before a new one takes its place, where it has servers, and keeps a copy of the L2TP list
+/// with it. What the clearing of the profile's folder spares, hidden entries and those with "custom" in their name,
+/// stays in the folder.
+void keepLastProfile();
+
+/// Deletes what was moved aside, where there are servers again. A local event loop runs meanwhile.
+void forgetLastProfile();
+
+/// Whether a profile lies aside.
+bool hasLastProfile();
+
+/// Puts the profile that lies aside in the place of the one that came after it. False when that can not be done.
+bool useLastProfile();
