@@ -28,6 +28,7 @@ LoginAnswer postLogin(const QByteArray &body, int limitMs)
     Wait wait;
     wait.until(reply, &QNetworkReply::finished);
     if (!wait.run(limitMs)) {
+        hangUp(*reply);
         return {};
     }
     const int status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();

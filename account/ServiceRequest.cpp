@@ -8,13 +8,17 @@
 #include <QCoreApplication>
 #include <QCryptographicHash>
 #include <QDebug>
+#include <QDir>
 #include <QNetworkAccessManager>
+#include <QNetworkProxy>
 #include <QNetworkReply>
 #include <QSslCertificate>
 #include <QSslConfiguration>
 
+#include <arpa/inet.h>
 #include <memory>
 #include <openssl/x509.h>
+#include <sys/socket.h>
 
 static const char kRefusal[] = "korvanRefusal";
 
@@ -88,6 +92,44 @@ QNetworkReply *sendRequest(QNetworkAccessManager &manager, QNetworkRequest reque
         });
     }
     return reply;
+}
+
+/// The port of the socket's other end; 0 for what is no TCP connection.
+static quint16 peerPort(int descriptor)
+{
+    sockaddr_storage peer = {};
+    socklen_t length = sizeof peer;
+    int type = 0;
+    socklen_t typeLength = sizeof type;
+    if (getsockopt(descriptor, SOL_SOCKET, SO_TYPE, &type, &typeLength) != 0 || type != SOCK_STREAM ||
+        getpeername(descriptor, reinterpret_cast<sockaddr *>(&peer), &length) != 0) {
+        return 0;
+    }
+    switch (peer.ss_family) {
+    case AF_INET:
+        return ntohs(reinterpret_cast<const sockaddr_in *>(&peer)->sin_port);
+    case AF_INET6:
+        return ntohs(reinterpret_cast<const sockaddr_in6 *>(&peer)->sin6_port);
+    default:
+        return 0;
+    }
+}
+
+void hangUp(const QNetworkReply &reply)
+{
+    // Qt does not give its sockets away; nothing else in this process talks to that port.
+    constexpr int httpPort = 80;
+    constexpr int httpsPort = 443;
+    const bool proxied = QNetworkProxy::applicationProxy().type() != QNetworkProxy::NoProxy;
+    const QUrl url = reply.url();
+    const int port = proxied ? QNetworkProxy::applicationProxy().port()
+                             : url.port(url.scheme() == QLatin1String("https") ? httpsPort : httpPort);
+    for (const QString &name : QDir(QStringLiteral("/proc/self/fd")).entryList(QDir::AllEntries | QDir::System)) {
+        const int descriptor = name.toInt();
+        if (descriptor > 2 && peerPort(descriptor) == port) {
+            shutdown(descriptor, SHUT_RDWR);
+        }
+    }
 }
 
 QString refusal(const QNetworkReply &reply)

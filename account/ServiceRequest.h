@@ -15,6 +15,10 @@ class QNetworkReply;
 QNetworkReply *sendRequest(QNetworkAccessManager &manager, QNetworkRequest request, qint64 limit,
                            const QByteArray *form = nullptr);
 
+/// Shuts the connections of a reply that is not waited for any longer. A server that sends without a pause keeps the
+/// thread that reads them busy; destroying the manager would wait five seconds for it and leave it running.
+void hangUp(const QNetworkReply &reply);
+
 /// Why sendRequest() has dropped the connection of this reply: a sentence, empty where it has not.
 QString refusal(const QNetworkReply &reply);
 
