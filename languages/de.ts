@@ -699,6 +699,26 @@ Drücken Sie OK, um Ihre normale Internetverbindung wiederherzustellen, und verb
         <source>%1 does not show the key that it is known by, so that nothing was sent. Somebody may be answering in its place.</source>
         <translation>%1 weist sich nicht mit dem bekannten Schlüssel aus, deshalb wurde nichts gesendet. Möglicherweise antwortet jemand anderes an seiner Stelle.</translation>
     </message>
+    <message>
+        <source>There is no configuration any more.</source>
+        <translation>Es ist keine Konfiguration mehr vorhanden.</translation>
+    </message>
+    <message>
+        <source>A web page came in place of your configuration. Hotels, trains and cafés do that until you have signed in to their network. Sign in there, then try again.</source>
+        <translation>Statt Ihrer Konfiguration kam eine Webseite. Hotels, Züge und Cafés tun das, bis Sie sich in ihrem Netz angemeldet haben. Melden Sie sich dort an und versuchen Sie es dann noch einmal.</translation>
+    </message>
+    <message>
+        <source>The service did not accept your user name or password. Change the user and sign in again.</source>
+        <translation>Der Dienst hat Benutzernamen oder Passwort nicht angenommen. Wechseln Sie den Benutzer und melden Sie sich neu an.</translation>
+    </message>
+    <message>
+        <source>The configuration that came is damaged. Please try again later or contact Support at </source>
+        <translation>Die Konfiguration ist beschädigt angekommen. Bitte versuchen Sie es später noch einmal oder wenden Sie sich an den Support: </translation>
+    </message>
+    <message>
+        <source>The last configuration can not be put back.</source>
+        <translation>Die letzte Konfiguration lässt sich nicht zurückholen.</translation>
+    </message>
 </context>
 <context>
     <name>KvL2TPBox</name>
@@ -728,6 +748,21 @@ Drücken Sie OK, um Ihre normale Internetverbindung wiederherzustellen, und verb
     <message>
         <source>As the desktop</source>
         <translation>Wie der Desktop</translation>
+    </message>
+</context>
+<context>
+    <name>KvNotice</name>
+    <message>
+        <source>Sign in to this network</source>
+        <translation>In diesem Netz anmelden</translation>
+    </message>
+    <message>
+        <source>Use the last working configuration</source>
+        <translation>Letzte funktionierende Konfiguration verwenden</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
     </message>
 </context>
 <context>

@@ -699,6 +699,26 @@ Pulse Aceptar para restablecer su conexión a Internet habitual y vuelva a conec
         <source>%1 does not show the key that it is known by, so that nothing was sent. Somebody may be answering in its place.</source>
         <translation>%1 no presenta la clave por la que se le conoce, por lo que no se ha enviado nada. Es posible que alguien responda en su lugar.</translation>
     </message>
+    <message>
+        <source>There is no configuration any more.</source>
+        <translation>Ya no hay ninguna configuración.</translation>
+    </message>
+    <message>
+        <source>A web page came in place of your configuration. Hotels, trains and cafés do that until you have signed in to their network. Sign in there, then try again.</source>
+        <translation>En lugar de su configuración llegó una página web. Hoteles, trenes y cafés hacen eso hasta que usted inicia sesión en su red. Inicie sesión allí y vuelva a intentarlo.</translation>
+    </message>
+    <message>
+        <source>The service did not accept your user name or password. Change the user and sign in again.</source>
+        <translation>El servicio no aceptó su nombre de usuario o su contraseña. Cambie de usuario e inicie sesión de nuevo.</translation>
+    </message>
+    <message>
+        <source>The configuration that came is damaged. Please try again later or contact Support at </source>
+        <translation>La configuración que llegó está dañada. Vuelva a intentarlo más tarde o escriba a la asistencia: </translation>
+    </message>
+    <message>
+        <source>The last configuration can not be put back.</source>
+        <translation>No se puede recuperar la última configuración.</translation>
+    </message>
 </context>
 <context>
     <name>KvL2TPBox</name>
@@ -728,6 +748,21 @@ Pulse Aceptar para restablecer su conexión a Internet habitual y vuelva a conec
     <message>
         <source>As the desktop</source>
         <translation>Como el sistema</translation>
+    </message>
+</context>
+<context>
+    <name>KvNotice</name>
+    <message>
+        <source>Sign in to this network</source>
+        <translation>Iniciar sesión en esta red</translation>
+    </message>
+    <message>
+        <source>Use the last working configuration</source>
+        <translation>Usar la última configuración que funcionó</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Cerrar</translation>
     </message>
 </context>
 <context>

@@ -699,6 +699,26 @@ Please press OK to resume your regular internet connection and reconnect to the 
         <source>%1 does not show the key that it is known by, so that nothing was sent. Somebody may be answering in its place.</source>
         <translation>%1 کلیدی را که با آن شناخته می‌شود نشان نداد؛ بنابراین چیزی فرستاده نشد. شاید کس دیگری به جای آن پاسخ می‌دهد.</translation>
     </message>
+    <message>
+        <source>There is no configuration any more.</source>
+        <translation>دیگر هیچ پیکربندی‌ای وجود ندارد.</translation>
+    </message>
+    <message>
+        <source>A web page came in place of your configuration. Hotels, trains and cafés do that until you have signed in to their network. Sign in there, then try again.</source>
+        <translation>به‌جای پیکربندی شما یک صفحهٔ وب رسید. هتل‌ها، قطارها و کافه‌ها تا وقتی وارد شبکهٔ آن‌ها نشده‌اید چنین می‌کنند. آنجا وارد شوید و دوباره تلاش کنید.</translation>
+    </message>
+    <message>
+        <source>The service did not accept your user name or password. Change the user and sign in again.</source>
+        <translation>سرویس نام کاربری یا گذرواژهٔ شما را نپذیرفت. کاربر را عوض کنید و دوباره وارد شوید.</translation>
+    </message>
+    <message>
+        <source>The configuration that came is damaged. Please try again later or contact Support at </source>
+        <translation>پیکربندی رسیده آسیب دیده است. لطفاً بعداً دوباره تلاش کنید یا با پشتیبانی تماس بگیرید: </translation>
+    </message>
+    <message>
+        <source>The last configuration can not be put back.</source>
+        <translation>پیکربندی قبلی را نمی‌توان بازگرداند.</translation>
+    </message>
 </context>
 <context>
     <name>KvL2TPBox</name>
@@ -728,6 +748,21 @@ Please press OK to resume your regular internet connection and reconnect to the 
     <message>
         <source>As the desktop</source>
         <translation>مانند میزکار</translation>
+    </message>
+</context>
+<context>
+    <name>KvNotice</name>
+    <message>
+        <source>Sign in to this network</source>
+        <translation>ورود به این شبکه</translation>
+    </message>
+    <message>
+        <source>Use the last working configuration</source>
+        <translation>استفاده از آخرین پیکربندی سالم</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>بستن</translation>
     </message>
 </context>
 <context>

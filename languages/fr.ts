@@ -699,6 +699,26 @@ Appuyez sur OK pour rétablir votre connexion à Internet habituelle, puis recon
         <source>%1 does not show the key that it is known by, so that nothing was sent. Somebody may be answering in its place.</source>
         <translation>%1 ne présente pas la clé sous laquelle il est connu : rien n’a été envoyé. Quelqu’un répond peut-être à sa place.</translation>
     </message>
+    <message>
+        <source>There is no configuration any more.</source>
+        <translation>Il n&apos;y a plus de configuration.</translation>
+    </message>
+    <message>
+        <source>A web page came in place of your configuration. Hotels, trains and cafés do that until you have signed in to their network. Sign in there, then try again.</source>
+        <translation>Une page web est arrivée à la place de votre configuration. Les hôtels, les trains et les cafés font cela tant que vous ne vous êtes pas connecté à leur réseau. Connectez-vous-y, puis réessayez.</translation>
+    </message>
+    <message>
+        <source>The service did not accept your user name or password. Change the user and sign in again.</source>
+        <translation>Le service n&apos;a pas accepté votre nom d&apos;utilisateur ou votre mot de passe. Changez d&apos;utilisateur et connectez-vous de nouveau.</translation>
+    </message>
+    <message>
+        <source>The configuration that came is damaged. Please try again later or contact Support at </source>
+        <translation>La configuration reçue est endommagée. Réessayez plus tard ou écrivez à l&apos;assistance : </translation>
+    </message>
+    <message>
+        <source>The last configuration can not be put back.</source>
+        <translation>La dernière configuration ne peut pas être rétablie.</translation>
+    </message>
 </context>
 <context>
     <name>KvL2TPBox</name>
@@ -728,6 +748,21 @@ Appuyez sur OK pour rétablir votre connexion à Internet habituelle, puis recon
     <message>
         <source>As the desktop</source>
         <translation>Comme le bureau</translation>
+    </message>
+</context>
+<context>
+    <name>KvNotice</name>
+    <message>
+        <source>Sign in to this network</source>
+        <translation>Se connecter à ce réseau</translation>
+    </message>
+    <message>
+        <source>Use the last working configuration</source>
+        <translation>Utiliser la dernière configuration qui fonctionnait</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Fermer</translation>
     </message>
 </context>
 <context>

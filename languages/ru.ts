@@ -699,6 +699,26 @@ Please press OK to resume your regular internet connection and reconnect to the 
         <source>%1 does not show the key that it is known by, so that nothing was sent. Somebody may be answering in its place.</source>
         <translation>%1 предъявляет не тот ключ, по которому его узнают, поэтому ничего не отправлено. Возможно, вместо него отвечает кто-то другой.</translation>
     </message>
+    <message>
+        <source>There is no configuration any more.</source>
+        <translation>Конфигурации больше нет.</translation>
+    </message>
+    <message>
+        <source>A web page came in place of your configuration. Hotels, trains and cafés do that until you have signed in to their network. Sign in there, then try again.</source>
+        <translation>Вместо вашей конфигурации пришла веб-страница. Так делают гостиницы, поезда и кафе, пока вы не войдёте в их сеть. Войдите в неё и повторите попытку.</translation>
+    </message>
+    <message>
+        <source>The service did not accept your user name or password. Change the user and sign in again.</source>
+        <translation>Служба не приняла имя пользователя или пароль. Смените пользователя и войдите снова.</translation>
+    </message>
+    <message>
+        <source>The configuration that came is damaged. Please try again later or contact Support at </source>
+        <translation>Полученная конфигурация повреждена. Повторите попытку позже или напишите в поддержку: </translation>
+    </message>
+    <message>
+        <source>The last configuration can not be put back.</source>
+        <translation>Не удаётся вернуть последнюю конфигурацию.</translation>
+    </message>
 </context>
 <context>
     <name>KvL2TPBox</name>
@@ -728,6 +748,21 @@ Please press OK to resume your regular internet connection and reconnect to the 
     <message>
         <source>As the desktop</source>
         <translation>Как в системе</translation>
+    </message>
+</context>
+<context>
+    <name>KvNotice</name>
+    <message>
+        <source>Sign in to this network</source>
+        <translation>Войти в эту сеть</translation>
+    </message>
+    <message>
+        <source>Use the last working configuration</source>
+        <translation>Использовать последнюю рабочую конфигурацию</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Закрыть</translation>
     </message>
 </context>
 <context>

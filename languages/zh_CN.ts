@@ -699,6 +699,26 @@ Please press OK to resume your regular internet connection and reconnect to the 
         <source>%1 does not show the key that it is known by, so that nothing was sent. Somebody may be answering in its place.</source>
         <translation>%1 未出示其已知的密钥，因此未发送任何数据。可能有人在冒充它应答。</translation>
     </message>
+    <message>
+        <source>There is no configuration any more.</source>
+        <translation>已没有任何配置。</translation>
+    </message>
+    <message>
+        <source>A web page came in place of your configuration. Hotels, trains and cafés do that until you have signed in to their network. Sign in there, then try again.</source>
+        <translation>收到的是网页而不是您的配置。在您登录酒店、列车或咖啡馆的网络之前,这些网络会这样做。请先登录该网络,然后重试。</translation>
+    </message>
+    <message>
+        <source>The service did not accept your user name or password. Change the user and sign in again.</source>
+        <translation>服务未接受您的用户名或密码。请更换用户并重新登录。</translation>
+    </message>
+    <message>
+        <source>The configuration that came is damaged. Please try again later or contact Support at </source>
+        <translation>收到的配置已损坏。请稍后重试或联系支持:</translation>
+    </message>
+    <message>
+        <source>The last configuration can not be put back.</source>
+        <translation>无法恢复上一次的配置。</translation>
+    </message>
 </context>
 <context>
     <name>KvL2TPBox</name>
@@ -728,6 +748,21 @@ Please press OK to resume your regular internet connection and reconnect to the 
     <message>
         <source>As the desktop</source>
         <translation>跟随桌面</translation>
+    </message>
+</context>
+<context>
+    <name>KvNotice</name>
+    <message>
+        <source>Sign in to this network</source>
+        <translation>登录此网络</translation>
+    </message>
+    <message>
+        <source>Use the last working configuration</source>
+        <translation>使用上一次可用的配置</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>关闭</translation>
     </message>
 </context>
 <context>
