@@ -91,7 +91,7 @@ void Korvan::onUpdate()
             tr("The configuration could not be refreshed: the service can not be reached."));
         QTimer::singleShot(0, this, &Korvan::onChangeUser);
         if (!m_refusal.isEmpty()) {
-            QMessageBox::critical(this, tr("Notify"), joined(tr("Update Failed."), m_refusal));
+            KvUnaskedBox::tell(this, QMessageBox::Critical, tr("Notify"), joined(tr("Update Failed."), m_refusal));
         }
         return;
     }
