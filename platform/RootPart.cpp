@@ -126,7 +126,7 @@ QString askForRoot()
         if (socket < 0) {
             socket = startThroughPkexec(process);
         }
-        const QString refusal = refusalIn(socket >= 0 ? greetingFrom(socket) : QByteArray());
+        QString refusal = refusalIn(socket >= 0 ? greetingFrom(socket) : QByteArray());
         if (!refusal.isEmpty()) {
             close(socket);
             waitpid(process, nullptr, process > 0 ? 0 : WNOHANG);

@@ -29,6 +29,7 @@ bool isPlainStream(int fd)
 std::vector<char *> pointers(std::vector<std::string> &texts)
 {
     std::vector<char *> result;
+    result.reserve(texts.size() + 1);
     for (std::string &text : texts) {
         result.push_back(text.data());
     }
