@@ -102,7 +102,7 @@ clean
 # Settings below HOME that name a library or are links.
 tries=0 overwritten=0
 for way in installed set-user-id; do
-    "$LAB" as ada bash -c "mkdir -p .config/pulse .dbus/session-bus .cache .local/share; cd ~; echo 'pcm.!default { type hostile lib $here/hostile.so }
+    "$LAB" as ada bash -c "echo 'pcm.!default { type hostile lib $here/hostile.so }
 pcm_type.hostile { lib $here/hostile.so }
 ctl.!default { type hostile }' >~/.asoundrc; mkdir -p ~/.config/pulse ~/.dbus/session-bus
         ln -sf $here/secret ~/.config/pulse/cookie; ln -sf $here/secret ~/.dbus/session-bus/\$(cat /etc/machine-id 2>/dev/null)-0"
