@@ -114,7 +114,7 @@ private:
 
     // Login (controller/KorvanLogin.cpp)
     bool profileIsUsable();
-    bool fetchProfile();
+    bool fetchProfile(bool &isAnswered);
     bool fallBackToOldProfile();
     bool installProfile(const QByteArray &body);
     void finishLogin();

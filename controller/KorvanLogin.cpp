@@ -63,18 +63,19 @@ void Korvan::onLogin()
     hideNotice();
     showInServerBox(tr("Getting files from server ..."));
     const bool isExisting = sender() == m_form->pbExist;
+    bool isAnswered = true; // an old profile that is used for want of an answer confirms no login
     if (isExisting) {
         qDebug("Use existing cert files.");
     } else {
         m_userName = m_form->edUser->text();
         m_password = m_form->edPass->text();
-        if (!profileIsUsable() && !fetchProfile()) {
+        if (!profileIsUsable() && !fetchProfile(isAnswered)) {
             return;
         }
     }
     // The fields can be edited while the service is asked; only what was used is kept.
     const bool isUsed = m_form->edUser->text() == m_userName && m_form->edPass->text() == m_password;
-    if (m_form->cbRember->isChecked() && (isUsed || isExisting) && !m_form->edUser->text().isEmpty() &&
+    if (m_form->cbRember->isChecked() && isAnswered && (isUsed || isExisting) && !m_form->edUser->text().isEmpty() &&
         hasOpenVPNServers()) {
         saveLogin();
     }
@@ -87,7 +88,7 @@ bool Korvan::profileIsUsable()
            !isCrtExpired();
 }
 
-bool Korvan::fetchProfile()
+bool Korvan::fetchProfile(bool &isAnswered)
 {
     const QPointer<Korvan> self(this);
     QByteArray profile;
@@ -105,7 +106,8 @@ bool Korvan::fetchProfile()
     }
     showInServerBox(tr("Updating Configuration ..."));
     m_form->cmProto->setEnabled(false);
-    return profile.isEmpty() ? fallBackToOldProfile() : installProfile(profile);
+    isAnswered = !profile.isEmpty();
+    return isAnswered ? installProfile(profile) : fallBackToOldProfile();
 }
 
 bool Korvan::fallBackToOldProfile()

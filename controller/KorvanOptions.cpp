@@ -22,7 +22,7 @@ void Korvan::updateOption(bool save)
         if (writeWhole(path, optionBytes(options))) {
             m_bootServer = options.bootServer;
             m_protocol = options.protocol;
-            m_route.optionsSaved();
+            m_route.optionsSaved(m_status == STATUS_CONNECTED);
         }
         return;
     }

@@ -51,10 +51,12 @@ void WindowRoute::leaveTunnel()
     }
 }
 
-void WindowRoute::optionsSaved()
+void WindowRoute::optionsSaved(bool isTunnelUp)
 {
     if (!m_form->cbLockDown->isChecked()) {
         restore();
+    } else if (isTunnelUp && !m_lockedDown && isLockDownWanted()) {
+        lockDown();
     }
 }
 

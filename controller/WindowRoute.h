@@ -29,8 +29,9 @@ public:
     /// No tunnel is up: ends a lock-down, also one that an earlier run may have left.
     void leaveTunnel();
 
-    /// The options were saved: a lock-down that is switched off ends at once.
-    void optionsSaved();
+    /// The options were saved: a lock-down that is switched off ends at once, and one that is switched on while a
+    /// tunnel is up begins at once.
+    void optionsSaved(bool isTunnelUp);
 
     /// The program ends, and guards nothing from then on.
     void release();

@@ -108,6 +108,15 @@ private slots:
             expected += server[0] == 'P' ? "" : "delete" + route + "add" + route;
             COMPARE_CASE(server, routes(), expected);
         }
+        combo("cmServer")->setItemText(0, "Examplia-1");
+        m_window->setStatus(STATUS_CONNECTED);
+        button("cbLockDown")->setChecked(true);
+        for (const char *change : {"delete", "add"}) { // saved while connected it takes effect at once
+            m_window->updateOption(true);
+            expected += change + route;
+            COMPARE_CASE(change, routes(), expected);
+            button("cbLockDown")->setChecked(false);
+        }
     }
 
 private:
