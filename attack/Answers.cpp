@@ -1,4 +1,4 @@
-#include "tests/attack/Answers.h"
+#include "attack/Answers.h"
 
 #include "tests/support/Archives.h"
 #include "tests/support/TestFiles.h"

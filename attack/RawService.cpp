@@ -1,4 +1,4 @@
-#include "tests/attack/RawService.h"
+#include "attack/RawService.h"
 
 #include <arpa/inet.h>
 #include <csignal>

@@ -1,6 +1,6 @@
+#include "attack/Answers.h"
+#include "attack/RawService.h"
 #include "common/AppPath.h"
-#include "tests/attack/Answers.h"
-#include "tests/attack/RawService.h"
 #include "tests/lab/ClientLab.h"
 
 #include <QDir>
