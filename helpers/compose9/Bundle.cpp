@@ -97,8 +97,8 @@ std::string carryStateOver(const std::string &oldBundle, const std::string &newB
         if (file.fate != StateFate::Kept || name.find('/') != std::string::npos) {
             continue; // a folder brings what is in it
         }
-        const fs::path from = oldBundle + kMacOs + name;
-        const fs::path to = newBundle + kMacOs + name;
+        const fs::path from = fs::path(oldBundle + kMacOs) / name;
+        const fs::path to = fs::path(newBundle + kMacOs) / name;
         std::error_code error;
         fs::remove_all(to, error);
         if (!fs::exists(fs::symlink_status(from, error))) {

@@ -119,10 +119,11 @@ private slots:
     void signedUpdateIsInstalled()
     {
         const QString archive = inBundle("/update/update.zip");
+        const QString key = KORVAN_BUILD "/lab/update.key";
         putFile(inBundle("/update-keys"), fileBytes(KORVAN_BUILD "/lab/update.pub").split('\n').at(1));
         for (const bool good : {false, true}) {
             QCOMPARE(QProcess::execute(KORVAN_SOURCE "/scripts/make-update.sh",
-                                       {"--sign", KORVAN_BUILD "/lab/update.key", KORVAN_BUILD, archive, "98.7.6"}),
+                                       {"--sign", key, KORVAN_BUILD, archive, "98.7.6"}),
                      0);
             if (!good) {
                 putFile(archive, fileBytes(archive) + ' ');
