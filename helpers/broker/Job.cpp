@@ -26,18 +26,7 @@ bool isPlainStream(int fd)
            (S_ISCHR(info.st_mode) && info.st_rdev == makedev(1, 3));
 }
 
-std::vector<char *> pointers(std::vector<std::string> &texts)
-{
-    std::vector<char *> result;
-    result.reserve(texts.size() + 1);
-    for (std::string &text : texts) {
-        result.push_back(text.data());
-    }
-    result.push_back(nullptr);
-    return result;
-}
-
-[[noreturn]] void becomeHelper(std::vector<std::string> command, uid_t person, const int *streams)
+[[noreturn]] void becomeHelper(const std::vector<std::string> &command, uid_t person, const int *streams)
 {
     sigset_t none;
     sigemptyset(&none);
@@ -51,9 +40,7 @@ std::vector<char *> pointers(std::vector<std::string> &texts)
     for (size_t i = 0; i < kStreams; ++i) {
         dup2(copies[i], static_cast<int>(i));
     }
-    std::vector<std::string> environment = cleanEnvironment();
-    environment.push_back(std::string(kPersonVariable) + "=" + std::to_string(person));
-    execve(command[0].c_str(), pointers(command).data(), pointers(environment).data());
+    becomeTool(command, {std::string(kPersonVariable) + "=" + std::to_string(person)});
     _exit(127);
 }
 

@@ -61,10 +61,11 @@ std::vector<std::string> cleanEnvironment()
     return {"PATH=/usr/sbin:/usr/bin:/sbin:/bin", "LC_ALL=C"};
 }
 
-void becomeTool(const std::vector<std::string> &command)
+void becomeTool(const std::vector<std::string> &command, const std::vector<std::string> &added)
 {
     std::vector<std::string> words = command;
     std::vector<std::string> environment = cleanEnvironment();
+    environment.insert(environment.end(), added.begin(), added.end());
     execve(words[0].c_str(), pointers(words).data(), pointers(environment).data());
 }
 

@@ -24,6 +24,6 @@ RunResult runToEnd(const std::vector<std::string> &command, const std::string &i
 /// `parent` is gone already. It survives becomeTool().
 void dieWithParent(int signal, pid_t parent = getppid());
 
-/// Replaces this process by `command`, in the clean environment and with the open descriptors as they are. Returns
-/// only when that failed; errno tells why.
-void becomeTool(const std::vector<std::string> &command);
+/// Replaces this process by `command`, with the open descriptors as they are, in the clean environment and what is
+/// added to it ("NAME=VALUE"). Returns only when that failed; errno tells why.
+void becomeTool(const std::vector<std::string> &command, const std::vector<std::string> &added = {});
