@@ -67,7 +67,7 @@ void KvRetinaCheckBox::paintEvent(QPaintEvent *)
     const QString hint = accessibleDescription();
     QRect line = visual({kTextLeft, 0, width() - kTextLeft, hint.isEmpty() ? height() : height() / 2});
     painter.setPen(QColor(isEnabled() ? colours().ink : colours().disabled));
-    painter.drawText(line, Qt::AlignLeft | Qt::AlignVCenter | mnemonicFlag(), text());
+    painter.drawText(line, int(Qt::AlignLeft | Qt::AlignVCenter) | mnemonicFlag(), text());
     if (!hint.isEmpty()) {
         line.moveTop(height() / 2);
         painter.setPen(QColor(isEnabled() ? colours().body : colours().disabled));

@@ -139,8 +139,8 @@ rm "$root$application/prepare_state"
 log=$root/home/ada/.local/share/korvan/log.txt
 start as_ada
 for program in Korvan:ada broker:root; do
-    [ "$(ps -o user= -p "$(processes "$application/${program%:*}" | paste -sd ,)")" = "${program#*:}" ] ||
-        fail "${program%:*} is not ${program#*:}'s"
+    [ "$(ps -o uid= -p "$(processes "$application/${program%:*}" | paste -sd ,)" | tr -d ' ')" = \
+        "$(inside id -u "${program#*:}")" ] || fail "${program%:*} is not ${program#*:}'s"
 done
 kill "$polkit" "$bus"
 wait "$polkit" "$bus" || true
