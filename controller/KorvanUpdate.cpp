@@ -104,11 +104,8 @@ void Korvan::onUpdate()
         updateL2TPServerList();
     }
     tellWhyNoServers();
-    if (failed) {
-        KvUnaskedBox::tell(this, QMessageBox::Critical, tr("Notify"), tr("Update Failed."));
-    } else {
-        KvUnaskedBox::tell(this, QMessageBox::Information, tr("Notify"), tr("Update Successful."));
-    }
+    KvUnaskedBox::tell(this, failed ? QMessageBox::Critical : QMessageBox::Information, tr("Notify"),
+                       failed ? tr("Update Failed.") : tr("Update Successful."));
 }
 
 void Korvan::enableRefresh(bool possible)

@@ -78,18 +78,20 @@ start() {
 
 login_items() { grep -ho '^Exec="/[a-z]*' "$root"/home/ada/.config/autostart/* | sort | paste -sd ' '; }
 
-# crash_in_lock_down SIGNAL: everything at its worst. Lock-down has taken the default route, then Korvan is killed, and
-# OpenVPN with it or left hanging.
+# crash_in_lock_down SIGNAL: everything at its worst. Lock-down has taken the default route, then Korvan is killed with its
+# broker and its guardian, and OpenVPN with them or left hanging.
 crash_in_lock_down() {
+    local program korvan=()
     printf 198.51.100.1 >"$root$application/defgate"
     inside "$application/tools/route" delete 0.0.0.0 mask 0.0.0.0 198.51.100.1 >/dev/null
-    # shellcheck disable=SC2046
-    kill -STOP $(processes "$application/Korvan") $(processes "$application/broker")
+    for program in Korvan broker network; do
+        mapfile -t -O "${#korvan[@]}" korvan < <(processes "$application/$program")
+    done
+    kill -STOP "${korvan[@]}"
     # shellcheck disable=SC2046
     kill "-$1" $(processes /usr/sbin/openvpn)
-    # shellcheck disable=SC2046
-    kill -KILL $(processes "$application/broker") $(processes "$application/Korvan")
-    [ -z "$(ip route show default)" ] || fail "lock-down has left a default route: $(ip route)"
+    kill -KILL "${korvan[@]}"
+    [ -z "$(ip route show default | grep -v ' dev tun')" ] || fail "lock-down has left a default route: $(ip route)"
 }
 
 # The system, with what the lab needs of this machine and no init that could start services.
