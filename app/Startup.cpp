@@ -91,8 +91,8 @@ PendingUpdate installPendingUpdate(const char *argument)
     if (!names.contains(kArchiveName)) {
         return PendingUpdate::None;
     }
-    if (const QString reason = whyNoUpdates(); !reason.isEmpty()) {
-        QMessageBox::information(nullptr, QApplication::tr("Update"), reason);
+    if (const Refusal reason = whyNoUpdates(); !reason.isEmpty()) {
+        QMessageBox::information(nullptr, QApplication::tr("Update"), reason.translated());
         QDir_removeFolder(appPath("/update/"));
         return PendingUpdate::None;
     }

@@ -28,7 +28,7 @@ static bool isOnlyArgument(int argc, char *const *argv, const char *argument)
 }
 
 /// `refusal` tells the person why there is no tunnel to be had; empty when there is.
-static int runWindow(SingleInstance &instance, bool show, const QString &refusal)
+static int runWindow(SingleInstance &instance, bool show, const Refusal &refusal)
 {
     Korvan window;
     const QuitSignals quitSignals; // gone before the window closes its connection: a second signal ends at once
@@ -39,11 +39,11 @@ static int runWindow(SingleInstance &instance, bool show, const QString &refusal
         window.hideInTray();
     }
     if (!refusal.isEmpty()) {
-        qDebug().noquote() << QLatin1String("[ERROR]") + refusal;
+        qDebug().noquote() << QLatin1String("[ERROR]") + refusal.english();
         QTimer::singleShot(0, &window, [&window, refusal] {
             if (window.isVisible()) { // a box that nobody asked for must not take the keys that somebody types
                                       // elsewhere
-                QMessageBox::critical(&window, QApplication::tr("Error"), refusal);
+                QMessageBox::critical(&window, QApplication::tr("Error"), refusal.translated());
             }
         });
     }
@@ -76,7 +76,7 @@ static int run(SingleInstance &instance, const char *argument)
         wantsVersion ? showVersion() : resetNetwork();
         return 0;
     }
-    const QString refusal = isStartedByRoot() ? takeTunnel() : askForRoot();
+    const Refusal refusal = isStartedByRoot() ? takeTunnel() : askForRoot();
     if (isStartedByRoot() && refusal.isEmpty()) { // elsewhere the root part does
         cleanUpAfterTunnels();
     }

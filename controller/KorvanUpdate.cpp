@@ -136,8 +136,8 @@ void Korvan::onUpApp()
         QMessageBox::information(this, tr("Update"), tr("Update url is not valid."));
         return;
     }
-    if (const QString reason = whyNoUpdates(); !reason.isEmpty()) {
-        QMessageBox::information(this, tr("Update"), reason);
+    if (const Refusal reason = whyNoUpdates(); !reason.isEmpty()) {
+        QMessageBox::information(this, tr("Update"), reason.translated());
         return;
     }
     const QPointer<Korvan> self(this);

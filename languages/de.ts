@@ -816,4 +816,25 @@ Drücken Sie OK, um Ihre normale Internetverbindung wiederherzustellen, und verb
         <translation>Update</translation>
     </message>
 </context>
+<context>
+    <name>RootPart</name>
+    <message>
+        <source>Secure failed, you must run me as root at least one time</source>
+        <translation>Absicherung fehlgeschlagen, Korvan muss mindestens einmal als root gestartet werden</translation>
+    </message>
+    <message>
+        <source>This update can not be installed from here, because nothing proves that it comes from the service.
+Please install the new package of Korvan instead.</source>
+        <translation>Diese Aktualisierung lässt sich von hier aus nicht installieren, denn nichts beweist, dass sie vom Dienst stammt.
+Bitte installieren Sie stattdessen das neue Paket von Korvan.</translation>
+    </message>
+    <message>
+        <source>%1 is using Korvan on this computer, and alone can end that.</source>
+        <translation>%1 benutzt Korvan auf diesem Computer und kann das nur selbst beenden.</translation>
+    </message>
+    <message>
+        <source>Somebody else is using Korvan on this computer, and alone can end that.</source>
+        <translation>Jemand anderes benutzt Korvan auf diesem Computer und kann das nur selbst beenden.</translation>
+    </message>
+</context>
 </TS>

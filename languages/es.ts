@@ -816,4 +816,25 @@ Pulse Aceptar para restablecer su conexión a Internet habitual y vuelva a conec
         <translation>Actualización</translation>
     </message>
 </context>
+<context>
+    <name>RootPart</name>
+    <message>
+        <source>Secure failed, you must run me as root at least one time</source>
+        <translation>No se han obtenido los permisos; debe ejecutar Korvan como root al menos una vez</translation>
+    </message>
+    <message>
+        <source>This update can not be installed from here, because nothing proves that it comes from the service.
+Please install the new package of Korvan instead.</source>
+        <translation>Esta actualización no se puede instalar desde aquí, porque nada demuestra que proceda del servicio.
+Instale en su lugar el nuevo paquete de Korvan.</translation>
+    </message>
+    <message>
+        <source>%1 is using Korvan on this computer, and alone can end that.</source>
+        <translation>%1 está usando Korvan en este equipo y es quien puede finalizarlo.</translation>
+    </message>
+    <message>
+        <source>Somebody else is using Korvan on this computer, and alone can end that.</source>
+        <translation>Otra persona está usando Korvan en este equipo y es quien puede finalizarlo.</translation>
+    </message>
+</context>
 </TS>

@@ -816,4 +816,25 @@ Please press OK to resume your regular internet connection and reconnect to the 
         <translation>به‌روزرسانی</translation>
     </message>
 </context>
+<context>
+    <name>RootPart</name>
+    <message>
+        <source>Secure failed, you must run me as root at least one time</source>
+        <translation>ایمن‌سازی ناموفق بود؛ Korvan باید دست‌کم یک بار با دسترسی root اجرا شود</translation>
+    </message>
+    <message>
+        <source>This update can not be installed from here, because nothing proves that it comes from the service.
+Please install the new package of Korvan instead.</source>
+        <translation>این به‌روزرسانی را نمی‌توان از اینجا نصب کرد، زیرا چیزی ثابت نمی‌کند که از سرویس آمده است.
+لطفاً به‌جای آن بستهٔ تازهٔ Korvan را نصب کنید.</translation>
+    </message>
+    <message>
+        <source>%1 is using Korvan on this computer, and alone can end that.</source>
+        <translation>%1 در این رایانه از Korvan استفاده می‌کند و تنها خودش می‌تواند به آن پایان دهد.</translation>
+    </message>
+    <message>
+        <source>Somebody else is using Korvan on this computer, and alone can end that.</source>
+        <translation>شخص دیگری در این رایانه از Korvan استفاده می‌کند و تنها خودش می‌تواند به آن پایان دهد.</translation>
+    </message>
+</context>
 </TS>

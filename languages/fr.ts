@@ -816,4 +816,25 @@ Appuyez sur OK pour rétablir votre connexion à Internet habituelle, puis recon
         <translation>Mise à jour</translation>
     </message>
 </context>
+<context>
+    <name>RootPart</name>
+    <message>
+        <source>Secure failed, you must run me as root at least one time</source>
+        <translation>Échec de la sécurisation : Korvan doit être lancé en tant que root au moins une fois</translation>
+    </message>
+    <message>
+        <source>This update can not be installed from here, because nothing proves that it comes from the service.
+Please install the new package of Korvan instead.</source>
+        <translation>Cette mise à jour ne peut pas être installée d&apos;ici, car rien ne prouve qu&apos;elle provient du service.
+Veuillez plutôt installer le nouveau paquet de Korvan.</translation>
+    </message>
+    <message>
+        <source>%1 is using Korvan on this computer, and alone can end that.</source>
+        <translation>%1 utilise Korvan sur cet ordinateur et peut seul y mettre fin.</translation>
+    </message>
+    <message>
+        <source>Somebody else is using Korvan on this computer, and alone can end that.</source>
+        <translation>Quelqu&apos;un d&apos;autre utilise Korvan sur cet ordinateur et peut seul y mettre fin.</translation>
+    </message>
+</context>
 </TS>

@@ -816,4 +816,25 @@ Please press OK to resume your regular internet connection and reconnect to the 
         <translation>Обновление</translation>
     </message>
 </context>
+<context>
+    <name>RootPart</name>
+    <message>
+        <source>Secure failed, you must run me as root at least one time</source>
+        <translation>Не удалось получить права: запустите Korvan от имени root хотя бы один раз</translation>
+    </message>
+    <message>
+        <source>This update can not be installed from here, because nothing proves that it comes from the service.
+Please install the new package of Korvan instead.</source>
+        <translation>Это обновление нельзя установить отсюда: ничто не доказывает, что оно получено от службы.
+Установите вместо этого новый пакет Korvan.</translation>
+    </message>
+    <message>
+        <source>%1 is using Korvan on this computer, and alone can end that.</source>
+        <translation>%1 использует Korvan на этом компьютере, и только этот пользователь может завершить его работу.</translation>
+    </message>
+    <message>
+        <source>Somebody else is using Korvan on this computer, and alone can end that.</source>
+        <translation>Другой пользователь использует Korvan на этом компьютере, и только он может завершить его работу.</translation>
+    </message>
+</context>
 </TS>

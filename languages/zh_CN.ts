@@ -816,4 +816,25 @@ Please press OK to resume your regular internet connection and reconnect to the 
         <translation>更新</translation>
     </message>
 </context>
+<context>
+    <name>RootPart</name>
+    <message>
+        <source>Secure failed, you must run me as root at least one time</source>
+        <translation>安全设置失败，您必须至少以 root 身份运行一次 Korvan</translation>
+    </message>
+    <message>
+        <source>This update can not be installed from here, because nothing proves that it comes from the service.
+Please install the new package of Korvan instead.</source>
+        <translation>无法从此处安装该更新，因为没有任何内容能证明它来自该服务。
+请改为安装新的 Korvan 软件包。</translation>
+    </message>
+    <message>
+        <source>%1 is using Korvan on this computer, and alone can end that.</source>
+        <translation>%1 正在此计算机上使用 Korvan，只有该用户可以结束它。</translation>
+    </message>
+    <message>
+        <source>Somebody else is using Korvan on this computer, and alone can end that.</source>
+        <translation>其他用户正在此计算机上使用 Korvan，只有该用户可以结束它。</translation>
+    </message>
+</context>
 </TS>

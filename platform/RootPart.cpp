@@ -84,8 +84,8 @@ static int startThroughPkexec(pid_t &process)
     return ends[0];
 }
 
-/// Why there is no root part, by its greeting; an empty text when there is one.
-static QString refusalIn(const QByteArray &greeting)
+/// Why there is no root part, by its greeting; an empty refusal when there is one.
+static Refusal refusalIn(const QByteArray &greeting)
 {
     if (greeting == "ready") {
         return {};
@@ -93,7 +93,7 @@ static QString refusalIn(const QByteArray &greeting)
     if (greeting.startsWith("busy ")) {
         return heldBy(greeting.mid(5));
     }
-    return QCoreApplication::translate("VPNClient", "Secure failed, you must run me as root at least one time");
+    return {QT_TRANSLATE_NOOP("RootPart", "Secure failed, you must run me as root at least one time"), {}};
 }
 
 /// Waits for the first message of a root part that has just been started.
@@ -115,7 +115,7 @@ static bool isAlive(int socket)
     return socket >= 0 && poll(&event, 1, 0) >= 0 && (event.revents & (POLLHUP | POLLERR)) == 0;
 }
 
-QString askForRoot()
+Refusal askForRoot()
 {
     if (!usesRootPart()) {
         return {};
@@ -126,7 +126,7 @@ QString askForRoot()
         if (socket < 0) {
             socket = startThroughPkexec(process);
         }
-        QString refusal = refusalIn(socket >= 0 ? greetingFrom(socket) : QByteArray());
+        const Refusal refusal = refusalIn(socket >= 0 ? greetingFrom(socket) : QByteArray());
         if (!refusal.isEmpty()) {
             close(socket);
             waitpid(process, nullptr, process > 0 ? 0 : WNOHANG);
@@ -168,12 +168,13 @@ bool requestHelper(const QString &name, const QStringList &arguments, int channe
     return sendmsg(s_socket, &header, MSG_NOSIGNAL) == text.size();
 }
 
-QString whyNoUpdates()
+Refusal whyNoUpdates()
 {
     if (isStartedByRoot()) {
         return {};
     }
-    return QCoreApplication::translate("RootPart",
-                                       "This update can not be installed from here, because nothing proves that it "
-                                       "comes from the service.\nPlease install the new package of Korvan instead.");
+    return {QT_TRANSLATE_NOOP("RootPart",
+                              "This update can not be installed from here, because nothing proves that it "
+                              "comes from the service.\nPlease install the new package of Korvan instead."),
+            {}};
 }

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QString>
+#include "platform/Refusal.h"
+
 #include <QStringList>
 
 // Where this process gets done what only root can. Started by root, it does so itself. In every other start of a
@@ -17,9 +18,9 @@ bool usesRootPart();
 void takeRootPart(int socket);
 
 /// Makes sure that there is somebody to start helpers with root's rights. Where a root part is missing, asks polkit
-/// for one, which may ask a person; waits for that in a local event loop. GUI thread. Returns why there is none, in
-/// words for the person, or an empty text.
-QString askForRoot();
+/// for one, which may ask a person; waits for that in a local event loop. GUI thread. Returns why there is none, or
+/// an empty refusal.
+Refusal askForRoot();
 
 /// Whether this process can do what needs root, itself or through its root part. Started by root, the whole process
 /// becomes root (setuid) if it is not yet.
@@ -30,6 +31,5 @@ bool hasRoot();
 /// from any thread.
 bool requestHelper(const QString &name, const QStringList &arguments, int channel = -1);
 
-/// Why no update of the program is downloaded or installed in this start, in words for the person; an empty text
-/// where that is done.
-QString whyNoUpdates();
+/// Why no update of the program is downloaded or installed in this start; an empty refusal where that is done.
+Refusal whyNoUpdates();

@@ -2,25 +2,27 @@
 
 #include "names/Names.h"
 
-#include <QCoreApplication>
-
 #include <fcntl.h>
 #include <pwd.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-QString heldBy(const QByteArray &user)
+Refusal heldBy(const QByteArray &user)
 {
     bool isNumber = false;
     const uint number = user.toUInt(&isNumber);
     const passwd *holder = isNumber ? getpwuid(number) : nullptr;
-    const QString name = holder != nullptr ? QString::fromLocal8Bit(holder->pw_name) : QStringLiteral("Somebody");
-    return QCoreApplication::translate("RootPart", "%1 is using Korvan on this computer, and alone can end that.")
-        .arg(name);
+    if (holder == nullptr) {
+        return {
+            QT_TRANSLATE_NOOP("RootPart", "Somebody else is using Korvan on this computer, and alone can end that."),
+            {}};
+    }
+    return {QT_TRANSLATE_NOOP("RootPart", "%1 is using Korvan on this computer, and alone can end that."),
+            QString::fromLocal8Bit(holder->pw_name)};
 }
 
-QString takeTunnel()
+Refusal takeTunnel()
 {
     mkdir(kJournalFolder, 0700);
     const QByteArray path = QByteArray(kJournalFolder) + '/' + kTunnelHolder;

@@ -8,7 +8,7 @@ cd "$(dirname "$0")/.."
 
 # takeTexts FILE.ts...: brings the files up to the sources.
 takeTexts() {
-    lupdate -silent -I . -no-obsolete -locations none -source-language en ui controller app account -ts "$@"
+    lupdate -silent -I . -no-obsolete -locations none -source-language en ui controller app account platform -ts "$@"
 }
 
 files=(languages/*.ts)

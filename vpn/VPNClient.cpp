@@ -123,8 +123,8 @@ bool VPNClient::prepareAttempt(const OPTION &option)
         setState(VPNERROR);
         return false;
     }
-    if (const QString refusal = askForRoot(); !refusal.isEmpty()) {
-        emit message(QLatin1String(kErrorPrefix) + refusal);
+    if (const Refusal refusal = askForRoot(); !refusal.isEmpty()) {
+        emit message(QLatin1String(kErrorPrefix) + refusal.english());
         setState(VPNERROR);
         return false;
     }
