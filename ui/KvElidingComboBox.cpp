@@ -48,11 +48,25 @@ KvElidingComboBox::KvElidingComboBox(QWidget *parent) : QComboBox(parent)
     list->setTextElideMode(Qt::ElideMiddle);
     setView(list);
     setItemDelegate(new QStyledItemDelegate(this)); // the one that heeds the style sheet
+    followList();
+}
+
+void KvElidingComboBox::followList()
+{
+    connect(view()->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            [this](const QItemSelection &selected) {
+                const int row = selected.isEmpty() ? -1 : selected.first().top();
+                if (!view()->isVisible() && isEnabled() && row >= 0 && row != currentIndex()) {
+                    setCurrentIndex(row);
+                    emit activated(row);
+                }
+            });
 }
 
 void KvElidingComboBox::setItems(const QStringList &texts, const QStringList &userData)
 {
     setModel(new ItemModel(texts, userData, this)); // deletes the one before, which has the same parent
+    followList();
 }
 
 int KvElidingComboBox::fieldWidth() const

@@ -3,7 +3,8 @@
 #include <QComboBox>
 
 /// A combo box for long names. A text too long for it is set in the smaller size; if it is too long even then, it is
-/// shortened in its middle, and the whole of it is its tool tip.
+/// shortened in its middle, and the whole of it is its tool tip. What is selected in the list while that is closed, as
+/// screen readers do, is chosen.
 class KvElidingComboBox : public QComboBox
 {
     Q_OBJECT
@@ -25,6 +26,7 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    void followList();
     int fieldWidth() const;
     QFont fittingFont() const;
 };
