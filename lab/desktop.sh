@@ -57,16 +57,51 @@ make_desktop() {
     start_polkit
 }
 
+# What belongs to a person's session at the screen of DISPLAY: the bus with the one for screen readers, the sound server,
+# tray and notifications, the browser. What comes of them is in the person's folder: "heard" is what the sound server
+# plays, raw, "shown" what tray and notifications were given, "opened" the browser's pages.
+start_session() {
+    local name=$1
+    local home=$LAB_DIR/people/$name runtime
+    runtime=/run/user/$(id -u "$name")
+    as "$name" dbus-daemon --session --fork --nopidfile "--address=unix:path=$runtime/bus"
+    as "$name" dbus-send --session --print-reply --dest=org.a11y.Bus /org/a11y/bus org.a11y.Bus.GetAddress >/dev/null
+
+    as "$name" pulseaudio -n --daemonize --exit-idle-time=-1 -L "module-null-sink sink_name=speakers" \
+        -L module-native-protocol-unix 2>"$LAB_DIR/sound.log"
+    as "$name" parec --raw --device=speakers.monitor >"$home/heard" &
+
+    cp "$lab/shell.py" "$LAB_DIR/"
+    as "$name" "$LAB_DIR/shell.py" >"$home/shown" &
+    await "the tray" "$home/shown" as "$name" dbus-send --session --print-reply --dest=org.freedesktop.DBus / \
+        org.freedesktop.DBus.GetNameOwner string:org.freedesktop.Notifications
+
+    as "$name" mkdir -p "$home/.local/share/applications" "$home/.config"
+    write "$name" "$home/browser" '#!/bin/sh' "echo \"\$1\" >>$home/opened"
+    chmod 755 "$home/browser"
+    write "$name" "$home/.local/share/applications/browser.desktop" '[Desktop Entry]' Type=Application Name=Browser \
+        "Exec=$home/browser %u" 'MimeType=x-scheme-handler/http;x-scheme-handler/https;'
+    write "$name" "$home/.config/mimeapps.list" '[Default Applications]' x-scheme-handler/http=browser.desktop \
+        x-scheme-handler/https=browser.desktop
+}
+
+# write PERSON FILE LINE...
+write() { printf '%s\n' "${@:3}" | as "$1" tee "$2" >/dev/null; }
+
+as() { (as_person "$@"); }
+
 # The command with the rights, and the environment, of that person.
 as_person() {
-    local name=$1 pass=() variable
+    local name=$1 pass=() variable runtime
     shift
+    runtime=/run/user/$(id -u "$name")
+    [ ! -S "$runtime/bus" ] || : "${DBUS_SESSION_BUS_ADDRESS:=unix:path=$runtime/bus}"
     for variable in DISPLAY DBUS_SESSION_BUS_ADDRESS LAB_DIR LAB_CONTROL ${PERSON_VARIABLES:-}; do
         [ -z "${!variable:-}" ] || pass+=("$variable=${!variable}")
     done
     exec setpriv --reuid="$name" --regid="$name" --init-groups --inh-caps=-all env -i -C / HOME="$LAB_DIR/people/$name" \
         USER="$name" LOGNAME="$name" PATH=/usr/local/bin:/usr/bin:/bin LANG=C.UTF-8 \
-        XDG_RUNTIME_DIR="/run/user/$(id -u "$name")" "${pass[@]}" "$@"
+        XDG_RUNTIME_DIR="$runtime" "${pass[@]}" "$@"
 }
 
 # Korvan in one of its three starts.

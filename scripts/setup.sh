@@ -10,7 +10,8 @@ runtime=(openvpn iproute2 iputils-ping nftables network-manager network-manager-
     network-manager-strongswan sstp-client libqt5multimedia5-plugins libqt5svg5 fonts-inter
     fonts-noto-core fonts-noto-cjk qttranslations5-l10n pkexec xdg-utils)
 lab=(dnsmasq-base easy-rsa minisign openssl tinyproxy microsocks curl dbus procps util-linux strace zip unzip p7zip-full)
-display=(xvfb openbox trayer xdotool imagemagick x11-utils x11-xserver-utils pulseaudio pulseaudio-utils)
+display=(xvfb openbox trayer xdotool imagemagick x11-utils x11-xserver-utils pulseaudio pulseaudio-utils
+    at-spi2-core gir1.2-atspi-2.0 python3-gi)
 packaging=(appstream debootstrap desktop-file-utils dpkg-dev file lintian)
 
 missing=()
