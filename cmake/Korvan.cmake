@@ -91,8 +91,22 @@ function(korvan_test name)
     set(around ${CMAKE_SOURCE_DIR}/lab/lab run --build ${CMAKE_BINARY_DIR} --)
     add_dependencies(${name} lab_service)
   endif()
+  set_property(GLOBAL PROPERTY KORVAN_COMMAND_${name} ${around} $<TARGET_FILE:${name}>)
   add_test(NAME ${name} COMMAND ${around} $<TARGET_FILE:${name}> WORKING_DIRECTORY ${CMAKE_BINARY_DIR}/tests/${name})
   korvan_test_properties(${name} ${ARG_LABEL} ${ARG_TIMEOUT})
+endfunction()
+
+# korvan_person_test(NAME CASES case...): the cases of that test, all unless named, with the program started by an ordinary
+# user, as NAME_person. Both use the same application folder. It needs root, which starts it so.
+function(korvan_person_test name)
+  cmake_parse_arguments(ARG "" "" "CASES" ${ARGN})
+  get_test_property(${name} LABELS label)
+  get_test_property(${name} TIMEOUT timeout)
+  get_property(command GLOBAL PROPERTY KORVAN_COMMAND_${name})
+  add_test(NAME ${name}_person COMMAND ${command} ${ARG_CASES} WORKING_DIRECTORY ${CMAKE_BINARY_DIR}/tests/${name})
+  korvan_test_properties(${name}_person ${label} ${timeout})
+  set_property(TEST ${name}_person APPEND PROPERTY ENVIRONMENT KORVAN_TEST_START=person)
+  set_tests_properties(${name} ${name}_person PROPERTIES RESOURCE_LOCK ${name})
 endfunction()
 
 # korvan_network_test(NAME LABEL label FILE cases.sh DEPENDS target...): the cases of a script, for which

@@ -20,6 +20,7 @@ make_people() {
         install -d -m 0700 -o "$name" -g "$name" "$LAB_DIR/people/$name"
         install -d -m 0755 /run/user
         install -d -m 0700 -o "$name" -g "$name" "/run/user/$(id -u "$name")"
+        [ ! -r "${XAUTHORITY:-}" ] || install -m 0600 -o "$name" -g "$name" "$XAUTHORITY" "$LAB_DIR/people/$name/.Xauthority"
     done
 }
 

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Shows Korvan at work: installs what is missing, builds the client, brings the lab up and starts the client in it with
-# a remembered login, so that it logs in and connects by itself.
+# Shows Korvan at work: installs what is missing, builds the client, brings the lab up, installs the client in it and
+# starts it as an ordinary person does, with a remembered login, so that it logs in and connects by itself.
 #
 #   --headless   on a screen of its own, unattended: waits until connected, takes a picture of every page to
 #                build/demo/, prints one table, disconnects; ends with 0 only if all of it was seen. The default where
@@ -27,21 +27,14 @@ cmake --build --preset release --target korvan_bundle lab_service prepare_state
 demo=$PWD/build/demo
 rm -rf "$demo"
 mkdir -p "$demo"
-cp -a build/release/Korvan.app "$demo/"
-application=$demo/Korvan.app/Contents/MacOS
-cp build/release/demo/prepare_state "$application/"
-"$application/prepare_state" alice wonderland-7 Examplia-1
-rm "$application/prepare_state"
-
-# The service is known by its key, and updates by theirs.
-keys=$(lab/lab keys)
-printf '[SERVICE]\nPINS=%s\n' "$(openssl x509 -in "$keys/web.crt" -pubkey -noout |
-    openssl pkey -pubin -outform der | sha256sum | cut -d' ' -f1)" >"$application/setting.ini"
-tail -n 1 build/release/lab/update.pub >"$application/update-keys"
-
+# The lab covers /run, where the display's cookie may be.
+if [ "$mode" != headless ] && [ -n "${XAUTHORITY:-}" ]; then
+    install -m 0600 "$XAUTHORITY" "$demo/cookie"
+    export XAUTHORITY=$demo/cookie
+fi
 screen=()
 [ "$mode" != headless ] || screen=(scripts/with-screen.sh)
 as_root=()
 [ "$(id -u)" -eq 0 ] || as_root=(sudo --preserve-env=DISPLAY,XAUTHORITY)
 "${screen[@]}" "${as_root[@]}" env KORVAN_BUILD="$PWD/build/release" DEMO_STARTED="$started" \
-    lab/lab run -- scripts/demo/tour.sh "$mode" "$application" "$demo"
+    lab/lab run -- scripts/demo/tour.sh "$mode" "$demo"

@@ -1,13 +1,13 @@
 #!/usr/bin/env bash
-# The part of the demo that runs in the lab, on the subscriber's machine: tour.sh MODE APPLICATION-FOLDER OUTPUT-FOLDER.
+# The part of the demo that runs in the lab, on the subscriber's machine: tour.sh MODE OUTPUT-FOLDER.
 set -euo pipefail
 
-mode=$1 application=$2 output=$3
-log=$application/log.txt
+mode=$1 output=$2
+application=/opt/korvan/Korvan.app/Contents/MacOS
+log=$LAB_DIR/people/ada/.local/share/korvan/log.txt
 seen=true
 
 now() { echo "${EPOCHREALTIME/[.,]/}"; }
-began=$(now)
 
 # Prints a row of the table: a step, its end in seconds since the client was started, a remark.
 row() { printf '%-22s %8s  %s\n' "$1" "$(printf '%d.%03d' $((($(now) - began) / 1000000)) $((($(now) - began) / 1000 % 1000)))" "${2:-}"; }
@@ -24,32 +24,50 @@ await() {
 
 logged() { grep -q "$1" "$log" 2>/dev/null; }
 no_tunnel() { ! ls /sys/class/net | grep -q '^tun'; }
-window() { xdotool search --onlyvisible --name '^Korvan$' | head -n 1; }
-has_window() { [ -n "$(window)" ]; }
+# The search fails when any window goes while it lasts.
+has_window() { window=$(xdotool search --onlyvisible --name '^Korvan$' 2>/dev/null | head -n 1) && [ -n "$window" ]; }
 # Where the IP test page sees this machine: "ADDRESS, COUNTRY".
 whereabouts() {
     curl -s -m 10 http://ip.korvan.example/testip.php |
         sed -n 's/.*in \(.*\)? .*: \([0-9.]*\)<.*/\2, \1/p'
 }
-click() { xdotool mousemove --window "$(window)" "$1" "$2" click 1; }
-picture() { import -window "$(window)" "$output/$1.png"; }
+click() { xdotool mousemove --window "$window" "$1" "$2" click 1; }
+picture() { import -window "$window" "$output/$1.png"; }
 
 # The middle of each page's tab.
 declare -A tabs=([dashboard]=78 [log]=195 [settings]=300 [proxy]=400 [status]=518)
+
+# Whose process a program of the bundle is, and what it may do beyond that.
+rights() {
+    local process
+    process=$(pgrep -f "^$application/$1") || return
+    echo "$(ps -o user= -p "$process"), capabilities $(sed -n 's/^CapEff:\t//p' "/proc/$process/status")"
+}
+
+# As the package brings it; the service is known by its key, and updates by theirs.
+install_korvan() {
+    "$LAB" desktop "$LAB_BUILD"
+    printf '[SERVICE]\nPINS=%s\n' "$LAB_PIN" >"$application/setting.ini"
+    tail -n 1 "$LAB_BUILD/lab/update.pub" >"$application/update-keys"
+    cp "$LAB_BUILD/demo/prepare_state" "$LAB_DIR/"
+    "$LAB" as ada "$LAB_DIR/prepare_state" alice wonderland-7 Examplia-1
+}
 
 tour() {
     local page pause=$1 prefix=$2
     for page in dashboard log settings proxy status; do
         click "${tabs[$page]}" 72
-        xdotool mousemove --window "$(window)" 870 40
+        xdotool mousemove --window "$window" 870 40
         sleep "$pause"
         [ "$mode" != headless ] || picture "$prefix$page"
     done
     click "${tabs[dashboard]}" 72
 }
 
+install_korvan
 before=$(whereabouts)
-"$application/Korvan" >"$output/client.log" 2>&1 &
+began=$(now)
+"$LAB" start installed ada >"$output/client.log" 2>&1 &
 client=$!
 trap 'kill $client 2>/dev/null || true' EXIT
 if [ "$mode" = window ]; then
@@ -59,11 +77,11 @@ fi
 
 echo "step                    seconds"
 await 30 has_window
-row "window open"
+row "window open" "$(rights Korvan)"
 await 30 logged 'SUCCESS: download .* user profile'
 row "logged in"
 await 60 logged 'Initialization Sequence Completed'
-row "connected" "Examplia-1"
+row "connected" "Examplia-1; the root part: $(rights broker)"
 await 10 test "$(whereabouts)" != "$before"
 after=$(whereabouts)
 row "seen from outside" "before: $before; now: $after"

@@ -10,7 +10,8 @@
 #include <memory>
 #include <unistd.h>
 
-/// The program as a process, from a copy of the bundle, on a screen of its own.
+/// The program as a process, from a copy of the bundle, on a screen of its own. Where the environment says so it is
+/// started by an ordinary user, whose state is then in a folder of that user's.
 class AppTest : public QObject
 {
     Q_OBJECT
@@ -23,6 +24,9 @@ private slots:
         QProcess::execute("cp", {"-a", KORVAN_BUNDLE, m_folder->path() + "/Korvan.app/Contents/"});
         putFile(inBundle("/setting.ini"), "[UPDATE]\nURL=http://127.0.0.1:1/update.xml\n");
         putScript(inBundle("/down.sh"), ""); // the machine's name servers are not the test's own
+        if (isPersons()) {
+            makeHome();
+        }
     }
 
     void cleanup() { m_program.reset(); } // kills it
@@ -39,7 +43,7 @@ private slots:
     void language()
     {
         for (const auto &[chosen, title] : {std::pair("", "Versi[^o].*n"), {"en", "Version"}}) {
-            putFile(inBundle("/cfg/language"), chosen);
+            putFile(inState("/cfg/language"), chosen);
             qputenv("LC_ALL", "es_ES.UTF-8");
             start({"-version"});
             qputenv("LC_ALL", "C.UTF-8"); // for the tools of the test
@@ -63,13 +67,13 @@ private slots:
     {
         start({"-hide"});
         QVERIFY(startIsDone());
-        putFile(inBundle("/update/update.zip"), "PK");
+        putFile(inState("/update/update.zip"), "PK");
         QVERIFY(desktop::hidesWindow("Korvan"));
         QProcess second;
-        second.start(inBundle("/Korvan"), QStringList());
+        run(second, {});
         QCOMPARE(statusOf(second), 0);
         QVERIFY(desktop::showsWindow("Korvan"));
-        QVERIFY(QFile::exists(inBundle("/update/update.zip")));
+        QVERIFY(QFile::exists(inState("/update/update.zip")));
         QCOMPARE(quit(), 0);
     }
 
@@ -182,16 +186,13 @@ private slots:
         if (geteuid() != 0) {
             QSKIP("NEEDS ROOT: the start from a set-user-id file was not tested", "");
         }
-        const QString home = m_folder->path() + "/home";
-        QDir().mkpath(home);
-        QProcess::execute("chmod", {"-R", "a+rX", m_folder->path()});
+        makeHome();
         QProcess::execute("chmod", {"4755", inBundle("/Korvan")});
-        QProcess::execute("chown", {"nobody", home});
         m_program = std::make_unique<QProcess>();
         m_program->start("setpriv",
                          {"--reuid=nobody", "--regid=nogroup", "--clear-groups", "env", "-i", "LANG=C.UTF-8",
-                          "DISPLAY=" + qEnvironmentVariable("DISPLAY"), "HOME=" + home, inBundle("/Korvan")});
-        const QString state = home + "/.local/share/korvan";
+                          "DISPLAY=" + qEnvironmentVariable("DISPLAY"), "HOME=" + home(), inBundle("/Korvan")});
+        const QString state = home() + "/.local/share/korvan";
         QTRY_VERIFY_WITH_TIMEOUT(fileBytes(state + "/log.txt").contains("[WARNING]Can not load from"), 60000);
         const QByteArray status = fileBytes(QStringLiteral("/proc/%1/status").arg(m_program->processId()));
         for (const char *line : {"\nUid:\t65534\t65534\t65534\t65534\n", "\nGid:\t65534\t65534\t65534\t65534\n",
@@ -217,11 +218,33 @@ private slots:
 private:
     void start(const QStringList &arguments)
     {
-        QFile::remove(inBundle("/log.txt"));
+        QFile::remove(inState("/log.txt"));
         qputenv("PULSE_SERVER", "unix:" + QFile::encodeName(m_folder->path()) + "/sound");
         m_program = std::make_unique<QProcess>();
-        m_program->start(inBundle("/Korvan"), arguments);
+        run(*m_program, arguments);
     }
+
+    void run(QProcess &program, const QStringList &arguments) const
+    {
+        if (isPersons()) {
+            QProcess::execute("chown", {"-R", "nobody", home()});
+            program.start("setpriv", QStringList({"--reuid=nobody", "--regid=nogroup", "--clear-groups", "env",
+                                                  "HOME=" + home(), "XDG_DATA_HOME=", inBundle("/Korvan")}) +
+                                         arguments);
+        } else {
+            program.start(inBundle("/Korvan"), arguments);
+        }
+    }
+
+    /// A folder of an ordinary user's, who may read the bundle.
+    void makeHome() const
+    {
+        QDir().mkpath(home());
+        QProcess::execute("chmod", {"-R", "a+rX", m_folder->path()});
+        QProcess::execute("chown", {"nobody", home()});
+    }
+    QString home() const { return m_folder->path() + "/home"; }
+    static bool isPersons() { return qgetenv("KORVAN_TEST_START") == "person"; }
 
     /// The update check is the last step of a normal start.
     bool startIsDone()
@@ -253,7 +276,11 @@ private:
 
     QString inBundle(const QString &suffix) const { return m_folder->path() + "/Korvan.app/Contents/MacOS" + suffix; }
     QString staging() const { return m_folder->path() + "/update.temp"; }
-    QByteArray log() const { return fileBytes(inBundle("/log.txt")); }
+    QString inState(const QString &suffix) const
+    {
+        return isPersons() ? home() + "/.local/share/korvan" + suffix : inBundle(suffix);
+    }
+    QByteArray log() const { return fileBytes(inState("/log.txt")); }
 
     std::unique_ptr<QTemporaryDir> m_folder;
     std::unique_ptr<QProcess> m_program;

@@ -7,14 +7,41 @@
 
 #include <QDir>
 
-/// The program as a process of the lab. It is killed at the latest when this goes.
+/// The program as a process of the lab, by root from the test's folder, or installed and by an ordinary user where
+/// the environment says so. It is killed at the latest when this goes.
 class ProgramLab : public ClientLab
 {
 public:
+    ProgramLab()
+    {
+        if (isPersons()) {
+            static const QByteArray installed = inHome("$LAB desktop '" KORVAN_BUILD "'");
+            QCOMPARE(installed, QByteArray());
+            inHome("rm -rf '" + state("") + "'");
+        }
+    }
+
     bool starts(const QStringList &arguments)
     {
-        program.start(appPath("/Korvan"), arguments);
+        if (isPersons()) {
+            // All that the test has written is the person's own.
+            inHome("s='" + state("") + "'; $LAB as ada mkdir -p $s; cp -r '" + appPath("/cfg") +
+                   "' $s; chown -R ada $s");
+            qputenv("PERSON_VARIABLES", "QT_QPA_PLATFORM");
+            program.start(qEnvironmentVariable("LAB"), QStringList({"start", "installed", "ada"}) + arguments);
+        } else {
+            program.start(appPath("/Korvan"), arguments);
+        }
         return program.waitForStarted();
+    }
+
+    static bool isPersons() { return qgetenv("KORVAN_TEST_START") == "person"; }
+
+    /// Where the program keeps a file of its state.
+    static QString state(const char *suffix)
+    {
+        return isPersons() ? qEnvironmentVariable("LAB_DIR") + "/people/ada/.local/share/korvan" + suffix
+                           : appPath(suffix);
     }
 
     /// Whether it ends by itself without a complaint.
@@ -66,7 +93,9 @@ private slots:
                 if (boxIsOpen) {
                     kill(openVPN(), SIGKILL);
                     QTRY_VERIFY_WITH_TIMEOUT(
-                        fileBytes(appPath("/log.txt")).contains("[ERROR]openvpn error") && !hasDefaultRoute(), 60000);
+                        fileBytes(ProgramLab::state("/log.txt")).contains("[ERROR]openvpn error") &&
+                            !hasDefaultRoute(),
+                        60000);
                 }
                 lab.program.kill();
                 QVERIFY(lab.networkIsAsBefore());
@@ -81,15 +110,17 @@ private slots:
         for (const QStringList &arguments : {QStringList("-reset"), QStringList()}) {
             ProgramLab lab;
             QVERIFY(lab.connectsBy({}, true));
-            inHome("kill -9 $(pgrep -x network) $(pgrep -x Korvan) " + QByteArray::number(openVPN()));
+            inHome("kill -9 $(pgrep -x network) $(pgrep -x Korvan) $(pgrep -x broker) " +
+                   QByteArray::number(openVPN()));
             QVERIFY(lab.program.waitForFinished() && !hasDefaultRoute());
             QFile::remove(appPath("/cfg/option")); // the next start does not connect
+            QFile::remove(ProgramLab::state("/cfg/option"));
             if (arguments.isEmpty()) {
-                QFile::remove(appPath("/defgate")); // the journal alone knows the routes
+                QFile::remove(ProgramLab::state("/defgate")); // the journal alone knows the routes
             }
             QVERIFY(lab.starts(arguments) && lab.networkIsAsBefore());
             QVERIFY(arguments.isEmpty() || lab.ends());
-            const QByteArray log = fileBytes(appPath("/log.txt"));
+            const QByteArray log = fileBytes(ProgramLab::state("/log.txt"));
             QVERIFY2(arguments.isEmpty() || log.contains("Unload tap driver success."), log.constData());
         }
     }
