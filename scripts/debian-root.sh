@@ -44,8 +44,12 @@ exec unshare --mount --pid --fork --kill-child bash -c '
     mount -t tmpfs tmpfs "$root/tmp"
     cp /etc/hosts "$root/etc/"
     cp -L --remove-destination /etc/resolv.conf "$root/etc/resolv.conf"
+    # The root of everything, not just of this command: a program that takes a mount namespace of its own would else be
+    # told its path as it is outside.
     cd "$root"
-    exec chroot . /usr/bin/env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin HOME=/root LANG=C.UTF-8 \
-        DEBIAN_FRONTEND=noninteractive CI="${CI:-}" ${http_proxy:+http_proxy="$http_proxy"} \
-        sh -c "cd /root/korvan && exec \"\$@\"" sh "$@"
+    pivot_root . .
+    umount -l .
+    cd /root/korvan
+    exec /usr/bin/env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin HOME=/root LANG=C.UTF-8 \
+        DEBIAN_FRONTEND=noninteractive CI="${CI:-}" ${http_proxy:+http_proxy="$http_proxy"} "$@"
 ' bash "$root" "$@"
