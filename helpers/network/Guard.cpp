@@ -1,5 +1,6 @@
 #include "helpers/network/Guard.h"
 
+#include "helpers/network/Netlink.h"
 #include "helpers/system/Run.h"
 #include "names/Names.h"
 
@@ -13,7 +14,9 @@
 #include <linux/netfilter/nfnetlink.h>
 #include <map>
 #include <memory>
+#include <set>
 #include <unistd.h>
+#include <utility>
 
 namespace {
 
@@ -25,7 +28,7 @@ constexpr char kTable[] = "korvan";
 /// out, for the kernel's check of the sender (rp_filter).
 constexpr char kRules[] = R"nft(
 table inet korvan {
-    set open { type nf_proto; elements = { ipv4, ipv6 }; }
+    set closed { type nf_proto; }
     set queries { type inet_service; }
     set tunnels { type iface_index; }
     set ordinary { type ipv4_addr; flags interval; }
@@ -37,7 +40,7 @@ table inet korvan {
         oif lo accept
         oif @tunnels accept
         meta mark 19311 ct mark set meta mark accept
-        meta nfproto @open accept
+        meta nfproto != @closed accept
         udp sport 68 udp dport 67 accept
         udp sport 546 udp dport 547 accept
         icmpv6 type { nd-router-solicit, nd-neighbor-solicit, nd-neighbor-advert } ip6 hoplimit 255 accept
@@ -55,15 +58,42 @@ table inet korvan {
 static_assert(kTunnelMark == 19311);
 
 /// What a set holds: the bytes of an address or a number, and whether a range ends before it.
-struct Key
-{
-    std::string bytes;
-    bool isEnd = false;
-};
+using Key = std::pair<std::string, bool>;
+using Keys = std::set<Key>;
 
 template <typename Number> Key key(Number value, bool isEnd = false)
 {
     return {std::string(reinterpret_cast<const char *>(&value), sizeof value), isEnd};
+}
+
+int takeKeys(const nlmsghdr *message, void *data)
+{
+    eachAttribute(message, sizeof(nfgenmsg), [&](const nlattr *list) {
+        if (mnl_attr_get_type(list) != NFTA_SET_ELEM_LIST_ELEMENTS) {
+            return;
+        }
+        eachAttribute(list, [&](const nlattr *element) {
+            Key key;
+            eachAttribute(element, [&](const nlattr *part) {
+                if (mnl_attr_get_type(part) == NFTA_SET_ELEM_KEY) {
+                    eachAttribute(part, [&](const nlattr *value) { key.first = bytesOf(value); });
+                }
+                key.second = key.second || mnl_attr_get_type(part) == NFTA_SET_ELEM_FLAGS; // no other flag is given
+            });
+            static_cast<Keys *>(data)->insert(key);
+        });
+    });
+    return MNL_CB_OK;
+}
+
+/// Puts what the set holds into `keys`. 0 or a negative errno value, -ENOENT when there is no such set.
+int readSet(const std::string &set, Keys &keys)
+{
+    const nfgenmsg header = {NFPROTO_INET, NFNETLINK_V0, 0};
+    NetlinkRequest request(NFNL_SUBSYS_NFTABLES << 8 | NFT_MSG_GETSETELEM, NLM_F_DUMP, &header, sizeof header);
+    request.add(NFTA_SET_ELEM_LIST_TABLE, std::string(kTable, sizeof kTable));
+    request.add(NFTA_SET_ELEM_LIST_SET, std::string(set.c_str(), set.size() + 1));
+    return request.dump(takeKeys, &keys, NETLINK_NETFILTER);
 }
 
 /// Messages to nftables that take effect together or not at all.
@@ -72,26 +102,24 @@ class Transaction
 public:
     Transaction() : m_bytes(262144) { putHeader(NFNL_MSG_BATCH_BEGIN, 0, AF_UNSPEC, NFNL_SUBSYS_NFTABLES); }
 
-    /// Puts these keys in place of all that the set holds.
-    void fill(const char *set, const std::vector<Key> &keys)
+    /// Makes the set hold these keys. What stays is left alone: the kernel takes ten milliseconds when something
+    /// goes.
+    void change(const std::string &set, const Keys &present, const Keys &keys)
     {
-        putSet(NFT_MSG_DELSETELEM, set); // without keys it empties the set
-        if (keys.empty()) {
-            return;
+        const bool grows = std::includes(keys.begin(), keys.end(), present.begin(), present.end());
+        if (!grows) {
+            putSet(NFT_MSG_DELSETELEM, set); // without keys it empties the set
         }
-        nlmsghdr *message = putSet(NFT_MSG_NEWSETELEM, set);
-        nlattr *list = mnl_attr_nest_start(message, NFTA_SET_ELEM_LIST_ELEMENTS);
-        for (const Key &each : keys) {
-            nlattr *element = mnl_attr_nest_start(message, NFTA_LIST_ELEM);
-            nlattr *value = mnl_attr_nest_start(message, NFTA_SET_ELEM_KEY);
-            mnl_attr_put(message, NFTA_DATA_VALUE, each.bytes.size(), each.bytes.data());
-            mnl_attr_nest_end(message, value);
-            if (each.isEnd) {
-                mnl_attr_put_u32(message, NFTA_SET_ELEM_FLAGS, htonl(NFT_SET_ELEM_INTERVAL_END));
+        if (grows ? keys.size() > present.size() : !keys.empty()) {
+            nlmsghdr *message = putSet(NFT_MSG_NEWSETELEM, set);
+            nlattr *list = mnl_attr_nest_start(message, NFTA_SET_ELEM_LIST_ELEMENTS);
+            for (const Key &key : keys) {
+                if (!grows || present.count(key) == 0) {
+                    putElement(message, key);
+                }
             }
-            mnl_attr_nest_end(message, element);
+            mnl_attr_nest_end(message, list);
         }
-        mnl_attr_nest_end(message, list);
     }
 
     void deleteTable() { mnl_attr_put_strz(put(NFT_MSG_DELTABLE, 0), NFTA_TABLE_NAME, kTable); }
@@ -118,11 +146,23 @@ private:
         return putHeader(NFNL_SUBSYS_NFTABLES << 8 | type, flags | NLM_F_ACK, NFPROTO_INET, 0);
     }
 
-    nlmsghdr *putSet(unsigned type, const char *set)
+    static void putElement(nlmsghdr *message, const Key &key)
+    {
+        nlattr *element = mnl_attr_nest_start(message, NFTA_LIST_ELEM);
+        nlattr *value = mnl_attr_nest_start(message, NFTA_SET_ELEM_KEY);
+        mnl_attr_put(message, NFTA_DATA_VALUE, key.first.size(), key.first.data());
+        mnl_attr_nest_end(message, value);
+        if (key.second) {
+            mnl_attr_put_u32(message, NFTA_SET_ELEM_FLAGS, htonl(NFT_SET_ELEM_INTERVAL_END));
+        }
+        mnl_attr_nest_end(message, element);
+    }
+
+    nlmsghdr *putSet(unsigned type, const std::string &set)
     {
         nlmsghdr *message = put(type, type == NFT_MSG_NEWSETELEM ? NLM_F_CREATE : 0);
         mnl_attr_put_strz(message, NFTA_SET_ELEM_LIST_TABLE, kTable);
-        mnl_attr_put_strz(message, NFTA_SET_ELEM_LIST_SET, set);
+        mnl_attr_put_strz(message, NFTA_SET_ELEM_LIST_SET, set.c_str());
         return message;
     }
 
@@ -135,6 +175,9 @@ private:
 int Transaction::commit()
 {
     unsigned answers = m_sequence - 1; // to all but the beginning and the end
+    if (answers == 0) {
+        return 0;
+    }
     putHeader(NFNL_MSG_BATCH_END, 0, AF_UNSPEC, NFNL_SUBSYS_NFTABLES);
     std::unique_ptr<mnl_socket, int (*)(mnl_socket *)> socket(mnl_socket_open2(NETLINK_NETFILTER, SOCK_CLOEXEC),
                                                               mnl_socket_close);
@@ -160,9 +203,9 @@ int Transaction::commit()
     return 0;
 }
 
-/// The ranges as a set takes them: sorted, those that touch in one, each with the first address behind it unless it
-/// goes to the end of all addresses.
-std::vector<Key> rangeKeys(const std::vector<Subnet> &subnets)
+/// The ranges as a set takes them: those that touch in one, each with the first address behind it unless it goes to
+/// the end of all addresses.
+Keys rangeKeys(const std::vector<Subnet> &subnets)
 {
     std::map<uint64_t, uint64_t> ranges;
     for (const Subnet &subnet : subnets) {
@@ -170,49 +213,55 @@ std::vector<Key> rangeKeys(const std::vector<Subnet> &subnets)
         const uint64_t from = subnet.address & ~(size - 1);
         ranges[from] = std::max(ranges[from], from + size);
     }
-    std::vector<Key> keys;
+    Keys keys;
     uint64_t end = 0;
     for (auto it = ranges.begin(); it != ranges.end();) {
-        keys.push_back(key(htonl(uint32_t(it->first))));
+        keys.insert(key(htonl(uint32_t(it->first))));
         for (end = 0; it != ranges.end() && (end == 0 || it->first <= end); ++it) {
             end = std::max(end, it->second);
         }
         if (end <= UINT32_MAX) {
-            keys.push_back(key(htonl(uint32_t(end)), true));
+            keys.insert(key(htonl(uint32_t(end)), true));
         }
     }
     return keys;
 }
 
+template <typename Numbers, typename Convert> Keys keysOf(const Numbers &numbers, Convert convert)
+{
+    Keys keys;
+    for (const auto number : numbers) {
+        keys.insert(key(convert(number)));
+    }
+    return keys;
+}
+
+/// The content of every set in this policy.
+std::map<std::string, Keys> setsOf(const Policy &policy)
+{
+    using Numbers = std::set<unsigned>;
+    const auto protocol = [](unsigned number) { return uint8_t(number); };
+    const auto port = [](unsigned number) { return htons(uint16_t(number)); };
+    const auto plain = [](unsigned number) { return uint32_t(number); };
+    return {{"closed", keysOf(policy.closed ? Numbers{NFPROTO_IPV4, NFPROTO_IPV6} : Numbers(), protocol)},
+            {"queries", keysOf(policy.keepsQueries ? Numbers{53, 853} : Numbers(), port)},
+            {"tunnels", keysOf(policy.tunnels, plain)},
+            {"ordinary", rangeKeys(policy.ordinary)},
+            {"ports", keysOf(policy.ports, port)},
+            {"managers", keysOf(policy.managers, plain)}};
+}
+
 int loadSets(const Policy &policy)
 {
-    std::vector<Key> open;
-    std::vector<Key> queries;
-    std::vector<Key> tunnels;
-    std::vector<Key> ports;
-    std::vector<Key> managers;
-    if (!policy.closed) {
-        open = {key(uint8_t(NFPROTO_IPV4)), key(uint8_t(NFPROTO_IPV6))};
-    }
-    if (policy.keepsQueries) {
-        queries = {key(htons(53)), key(htons(853))};
-    }
-    for (const unsigned link : policy.tunnels) {
-        tunnels.push_back(key(uint32_t(link)));
-    }
-    for (const unsigned port : policy.ports) {
-        ports.push_back(key(htons(uint16_t(port))));
-    }
-    for (const unsigned user : policy.managers) {
-        managers.push_back(key(uint32_t(user)));
-    }
     Transaction transaction;
-    transaction.fill("open", open);
-    transaction.fill("queries", queries);
-    transaction.fill("tunnels", tunnels);
-    transaction.fill("ordinary", rangeKeys(policy.ordinary));
-    transaction.fill("ports", ports);
-    transaction.fill("managers", managers);
+    for (const auto &[set, keys] : setsOf(policy)) {
+        Keys present;
+        const int error = readSet(set, present);
+        if (error != 0) {
+            return error;
+        }
+        transaction.change(set, present, keys);
+    }
     return transaction.commit();
 }
 
@@ -239,8 +288,12 @@ std::string loadGuard(const Policy &policy)
 
 std::string removeGuard()
 {
-    Transaction transaction;
-    transaction.deleteTable();
-    const int error = transaction.commit();
+    Keys present;
+    int error = readSet("closed", present); // to give a transaction up takes the kernel as long as an end
+    if (error == 0) {
+        Transaction transaction;
+        transaction.deleteTable();
+        error = transaction.commit();
+    }
     return error == -ENOENT ? std::string() : reasonOf(error);
 }

@@ -31,11 +31,6 @@ constexpr size_t kLongest = 8192;
 /// States of a next hop that the kernel tells and does not take.
 constexpr unsigned kStateFlags = ~unsigned(RTNH_F_ONLINK | RTNH_F_PERVASIVE);
 
-std::string bytesOf(const nlattr *attribute)
-{
-    return {static_cast<const char *>(mnl_attr_get_payload(attribute)), mnl_attr_get_payload_len(attribute)};
-}
-
 /// Takes the interfaces from the next hops, and their states off them.
 std::string cleanNextHops(std::string hops, std::vector<unsigned> &links)
 {
@@ -101,7 +96,7 @@ void takeAttribute(Route &route, const nlattr *attribute, bool hasObject)
     }
 }
 
-Route readRoute(const rtmsg &header, const nlattr *first, size_t length)
+Route readRoute(const rtmsg &header, const void *attributes, size_t length)
 {
     Route route;
     route.family = header.rtm_family;
@@ -114,15 +109,9 @@ Route readRoute(const rtmsg &header, const nlattr *first, size_t length)
     clean.rtm_flags &= ~kStateFlags;
     route.message.assign(reinterpret_cast<const char *>(&clean), sizeof clean);
     bool hasObject = false;
-    const auto each = [&](const auto &take) {
-        auto left = int(length);
-        for (const nlattr *attribute = first; mnl_attr_ok(attribute, left); attribute = mnl_attr_next(attribute)) {
-            take(attribute);
-            left -= MNL_ALIGN(attribute->nla_len);
-        }
-    };
-    each([&](const nlattr *a) { hasObject = hasObject || mnl_attr_get_type(a) == RTA_NH_ID; });
-    each([&](const nlattr *a) { takeAttribute(route, a, hasObject); });
+    eachAttribute(attributes, length,
+                  [&](const nlattr *a) { hasObject = hasObject || mnl_attr_get_type(a) == RTA_NH_ID; });
+    eachAttribute(attributes, length, [&](const nlattr *a) { takeAttribute(route, a, hasObject); });
     return route;
 }
 
@@ -131,9 +120,9 @@ int takeRoute(const nlmsghdr *message, void *data)
     rtmsg header = {};
     std::memcpy(&header, mnl_nlmsg_get_payload(message), sizeof header);
     if (message->nlmsg_type == RTM_NEWROUTE && (header.rtm_flags & RTM_F_CLONED) == 0) {
-        const auto *first = static_cast<const nlattr *>(mnl_nlmsg_get_payload_offset(message, sizeof header));
         static_cast<std::vector<Route> *>(data)->push_back(
-            readRoute(header, first, mnl_nlmsg_get_payload_len(message) - MNL_ALIGN(sizeof header)));
+            readRoute(header, mnl_nlmsg_get_payload_offset(message, sizeof header),
+                      mnl_nlmsg_get_payload_len(message) - MNL_ALIGN(sizeof header)));
     }
     return MNL_CB_OK;
 }
@@ -164,6 +153,11 @@ void changeMarkRule(uint8_t family, bool wanted, unsigned table, unsigned priori
 
 } // namespace
 
+std::string bytesOf(const nlattr *attribute)
+{
+    return {static_cast<const char *>(mnl_attr_get_payload(attribute)), mnl_attr_get_payload_len(attribute)};
+}
+
 NetlinkRequest::NetlinkRequest(unsigned type, unsigned flags, const void *header, size_t size) : m_bytes(kLongest)
 {
     nlmsghdr *start = mnl_nlmsg_put_header(m_bytes.data());
@@ -185,9 +179,9 @@ int NetlinkRequest::send()
     return dump(nullptr, nullptr);
 }
 
-int NetlinkRequest::dump(mnl_cb_t take, void *data)
+int NetlinkRequest::dump(mnl_cb_t take, void *data, int bus)
 {
-    const Socket socket = openSocket(NETLINK_ROUTE);
+    const Socket socket = openSocket(bus);
     if (!socket || mnl_socket_sendto(socket.get(), message(), message()->nlmsg_len) < 0) {
         return -errno;
     }
@@ -264,7 +258,7 @@ std::optional<Route> readRoute(const std::string &message)
     // The attributes need their alignment.
     std::vector<uint64_t> aligned(message.size() / sizeof(uint64_t) + 1);
     std::memcpy(aligned.data(), message.data() + sizeof header, message.size() - sizeof header);
-    return readRoute(header, reinterpret_cast<const nlattr *>(aligned.data()), message.size() - sizeof header);
+    return readRoute(header, aligned.data(), message.size() - sizeof header);
 }
 
 int changeRoute(RouteChange change, const Route &route, unsigned table)

@@ -26,13 +26,36 @@ public:
     int send();
 
     /// Sends it and hands every answer of a dump to `take`.
-    int dump(mnl_cb_t take, void *data);
+    int dump(mnl_cb_t take, void *data, int bus = NETLINK_ROUTE);
 
 private:
     nlmsghdr *message() { return reinterpret_cast<nlmsghdr *>(m_bytes.data()); }
 
     std::vector<char> m_bytes;
 };
+
+/// Calls `take` with each attribute of these bytes, of a message behind its family's header, or of an attribute.
+template <typename Take> void eachAttribute(const void *bytes, size_t length, Take take)
+{
+    auto left = int(length);
+    for (const auto *attribute = static_cast<const nlattr *>(bytes); mnl_attr_ok(attribute, left);
+         attribute = mnl_attr_next(attribute)) {
+        take(attribute);
+        left -= MNL_ALIGN(attribute->nla_len);
+    }
+}
+template <typename Take> void eachAttribute(const nlmsghdr *message, size_t header, Take take)
+{
+    eachAttribute(mnl_nlmsg_get_payload_offset(message, header),
+                  mnl_nlmsg_get_payload_len(message) - MNL_ALIGN(header), take);
+}
+template <typename Take> void eachAttribute(const nlattr *outer, Take take)
+{
+    eachAttribute(mnl_attr_get_payload(outer), mnl_attr_get_payload_len(outer), take);
+}
+
+/// What an attribute holds.
+std::string bytesOf(const nlattr *attribute);
 
 /// A route as the kernel tells it.
 struct Route
