@@ -13,7 +13,14 @@ static constexpr quint16 kPort = 8099;
 static constexpr qint64 kFrozenMs = 100;
 static constexpr int kHeldMB = 400;
 
-/// How long the window was dead at the most, in milliseconds.
+/// For how long this thread was ready to run and got no processor, in milliseconds: other programs' doing.
+static qint64 waitedForProcessor()
+{
+    constexpr qint64 perMs = 1000000;
+    return fileBytes("/proc/thread-self/schedstat").split(' ').value(1).toLongLong() / perMs;
+}
+
+/// How long the window was dead at the most, in milliseconds, busy or blocked.
 class Heartbeat : public QObject
 {
 public:
@@ -25,10 +32,16 @@ public:
     qint64 longest = 0;
 
 protected:
-    void timerEvent(QTimerEvent * /*event*/) override { longest = qMax(longest, m_clock.restart()); }
+    void timerEvent(QTimerEvent * /*event*/) override
+    {
+        const qint64 waited = waitedForProcessor();
+        longest = qMax(longest, m_clock.restart() - (waited - m_waited));
+        m_waited = waited;
+    }
 
 private:
     QElapsedTimer m_clock;
+    qint64 m_waited = waitedForProcessor();
 };
 
 /// The most memory that this process had since its record was reset, in MB.
@@ -49,7 +62,9 @@ private slots:
         std::puts("answer | seen | left | MB | s | frozen ms");
         int bad = 0;
         for (const Answer &answer : hostileAnswers()) {
-            bad += row(answer) ? 0 : 1;
+            if (QByteArray(answer.name).contains(qgetenv("ATTACK_ROW"))) {
+                bad += row(answer) ? 0 : 1;
+            }
         }
         std::printf("%d rows that should not be\n", bad);
         QCOMPARE(bad, 0);
