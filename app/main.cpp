@@ -7,12 +7,12 @@
 #include "platform/SetUserIdStart.h"
 #include "platform/SingleInstance.h"
 #include "platform/TunnelHolder.h"
+#include "ui/KvUnaskedBox.h"
 #include "ui/Language.h"
 #include "ui/Look.h"
 
 #include <QApplication>
 #include <QDebug>
-#include <QMessageBox>
 #include <QTimer>
 
 #include <csignal>
@@ -41,9 +41,8 @@ static int runWindow(SingleInstance &instance, bool show, const Refusal &refusal
     if (!refusal.isEmpty()) {
         qDebug().noquote() << QLatin1String("[ERROR]") + refusal.english();
         QTimer::singleShot(0, &window, [&window, refusal] {
-            if (window.isVisible()) { // a box that nobody asked for must not take the keys that somebody types
-                                      // elsewhere
-                QMessageBox::critical(&window, QApplication::tr("Error"), refusal.translated());
+            if (window.isVisible()) { // one that waits in the tray must not bring up a box
+                KvUnaskedBox::tell(&window, QMessageBox::Critical, QApplication::tr("Error"), refusal.translated());
             }
         });
     }

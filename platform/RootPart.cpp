@@ -126,7 +126,7 @@ Refusal askForRoot()
         if (socket < 0) {
             socket = startThroughPkexec(process);
         }
-        const Refusal refusal = refusalIn(socket >= 0 ? greetingFrom(socket) : QByteArray());
+        Refusal refusal = refusalIn(socket >= 0 ? greetingFrom(socket) : QByteArray());
         if (!refusal.isEmpty()) {
             close(socket);
             waitpid(process, nullptr, process > 0 ? 0 : WNOHANG);

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # The window as an ordinary person's own process, in that person's session: desktop.sh BUILD, on a screen, in a lab. Two
-# people, one for each start that is not root's, use it by ear from the sign-in to the end.
+# people, one for each start that is not root's, use it by ear from the sign-in to the end; a third one may not, and reads
+# so in her language.
 set -euo pipefail
 here=$(dirname "$(realpath "$0")")
 application=/opt/korvan/Korvan.app/Contents/MacOS
@@ -62,4 +63,15 @@ notification Korvan: Disconnected from server Examplia-1" grep -E 'Connected|Dis
     kill "$korvan"
     wait "$korvan" || true
 done
+
+person=cleo state=$LAB_DIR/people/cleo/.local/share/korvan
+"$LAB" session cleo
+"$LAB" as cleo sh -c "mkdir -p '$state/cfg' && printf de >'$state/cfg/language'"
+"$LAB" start installed cleo >"$LAB_DIR/cleo.log" 2>&1 &
+korvan=$!
+by_ear answer "Absicherung fehlgeschlagen, Korvan muss mindestens einmal als root gestartet werden" OK
+is "log" 1 grep -m 1 -c "\[ERROR\]Secure failed, you must run me as root at least one time" "$state/log.txt"
+by_ear press "Anmelden"
+kill "$korvan"
+wait "$korvan" || true
 exit $failed

@@ -4,6 +4,8 @@
 screen_reader.py connect USER PASSWORD SERVER    signs in, looks for controls without a name on all pages, chooses the
                                                  server, connects, reads the status
 screen_reader.py disconnect                      opens a page of the web site, disconnects, reads the status
+screen_reader.py answer TEXT BUTTON              presses the button of the box with that text
+screen_reader.py press BUTTON
 Ends with 0 when all of it was possible, and tells what was not.
 """
 import sys
@@ -160,6 +162,11 @@ def disconnect():
     find("Connect", Atspi.Role.PUSH_BUTTON)
 
 
+def answer(text, button):
+    find(text, Atspi.Role.LABEL)
+    press(button)
+
+
 reader = listen()
 until("Korvan is there", program)
-{"connect": connect, "disconnect": disconnect}[sys.argv[1]](*sys.argv[2:])
+{"answer": answer, "connect": connect, "disconnect": disconnect, "press": press}[sys.argv[1]](*sys.argv[2:])
