@@ -31,10 +31,20 @@ void WindowRoute::repair()
 
 void WindowRoute::remember()
 {
-    const QString current = GetDefaultGateway();
-    if (!current.isEmpty()) {
-        m_gateway = current;
+    gateway(); // of the network before
+    m_question = askDefaultGateway();
+}
+
+QString WindowRoute::gateway()
+{
+    if (m_question) {
+        const QString current = answeredGateway(*m_question);
+        if (!current.isEmpty()) {
+            m_gateway = current;
+        }
+        m_question.reset();
     }
+    return m_gateway;
 }
 
 void WindowRoute::enterTunnel()
@@ -69,7 +79,7 @@ void WindowRoute::release()
 
 void WindowRoute::cutOff(QWidget *window)
 {
-    DeleteGateway(kAny, kAny, m_gateway);
+    DeleteGateway(kAny, kAny, gateway());
     KvUnaskedBox::tell(
         window, QMessageBox::Critical, Korvan::tr("Error"),
         Korvan::tr("Internet connection has been terminated for your security.\n"
@@ -80,12 +90,12 @@ void WindowRoute::cutOff(QWidget *window)
 void WindowRoute::lockDown()
 {
     m_lockedDown = true;
-    SaveDefaultGateway(m_gateway);
-    DeleteGateway(kAny, kAny, m_gateway);
+    SaveDefaultGateway(gateway());
+    DeleteGateway(kAny, kAny, gateway());
 }
 
 void WindowRoute::restore()
 {
     m_lockedDown = false;
-    AddGateway(kAny, kAny, m_gateway);
+    AddGateway(kAny, kAny, gateway());
 }

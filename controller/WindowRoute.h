@@ -1,6 +1,9 @@
 #pragma once
 
+#include <QProcess>
 #include <QString>
+
+#include <memory>
 
 class QWidget;
 
@@ -20,7 +23,7 @@ public:
     void repair();
 
     /// Remembers the gateway before an attempt to connect: the machine may be in another network by now. While there
-    /// is no default route the remembered one stays. Waits in an event loop.
+    /// is no default route the remembered one stays. Does not wait for it: the tunnel is on its way meanwhile.
     void remember();
 
     /// The tunnel is up: locks down where the user wants it.
@@ -42,10 +45,12 @@ public:
 
 private:
     bool isLockDownWanted() const;
+    QString gateway();
     void lockDown();
     void restore();
 
     const Ui::Korvan *m_form;
+    std::unique_ptr<QProcess> m_question; ///< for the gateway, until its answer is needed
     QString m_gateway;
     bool m_lockedDown = false;
 };

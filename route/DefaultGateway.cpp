@@ -23,9 +23,27 @@ QString defaultGatewayOf(const QByteArray &routingTable)
     return {};
 }
 
+static const QString kNetstat = QStringLiteral("netstat");
+
 QString GetDefaultGateway()
 {
-    return defaultGatewayOf(runToolInEventLoop(QStringLiteral("netstat"), {QStringLiteral("-r")}).output);
+    return defaultGatewayOf(runToolInEventLoop(kNetstat, {QStringLiteral("-r")}).output);
+}
+
+std::unique_ptr<QProcess> askDefaultGateway()
+{
+    auto question = std::make_unique<QProcess>();
+    question->setProcessEnvironment(childEnvironment());
+    question->start(kNetstat, {QStringLiteral("-r")});
+    return question;
+}
+
+QString answeredGateway(QProcess &question)
+{
+    if (question.state() != QProcess::NotRunning) {
+        question.waitForFinished(kToolLimitMs);
+    }
+    return defaultGatewayOf(question.readAllStandardOutput());
 }
 
 static void changeRoute(const QString &verb, const QString &destination, const QString &mask, const QString &gateway)
