@@ -63,6 +63,10 @@ korvan_name(
   "Environment variable in which the start-up tells compose9 the one argument that the program was started with, where"
   "it was one: after the update the program is started with it again.")
 korvan_name(
+  arguments_on_input "korvan: arguments on standard input"
+  "Stands in the file of every helper that with - alone takes its arguments from standard input, each ended by a NUL."
+  "Everything else that lies in its place gets them on its command line, which every user of the machine can read.")
+korvan_name(
   update_keys_file update-keys
   "Beside the program: the public keys of which one must have signed every update, minisign's lines, which begin with"
   "RW, with blanks or line ends between them. Where it is missing updates need no signature.")

@@ -1,8 +1,11 @@
 #include "platform/HelperProcess.h"
 
 #include "common/AppPath.h"
+#include "names/Names.h"
 #include "platform/RootPart.h"
 #include "platform/Tool.h"
+
+#include <QFile>
 
 #include <fcntl.h>
 #include <sys/socket.h>
@@ -37,9 +40,31 @@ Helper helperOf(const QString &program, const QStringList &arguments)
     return {};
 }
 
+/// Whether the helper takes its arguments, which may hold secrets, from standard input.
+bool takesArgumentsOnInput(const QString &program)
+{
+    QFile file(program);
+    return (program == appPath("/compose4") || program == appPath("/composec")) && file.open(QIODevice::ReadOnly) &&
+           file.readAll().contains(kArgumentsOnInput);
+}
+
 } // namespace
 
 void HelperProcess::start(const QString &program, const QStringList &arguments, OpenMode mode)
+{
+    if (!takesArgumentsOnInput(program)) {
+        startPlainly(program, arguments, mode);
+        return;
+    }
+    startPlainly(program, {QStringLiteral("-")}, mode);
+    for (const QString &argument : arguments) {
+        const QByteArray bytes = QFile::encodeName(argument);
+        write(bytes.constData(), static_cast<qint64>(qstrlen(bytes.constData())) + 1);
+    }
+    closeWriteChannel();
+}
+
+void HelperProcess::startPlainly(const QString &program, const QStringList &arguments, OpenMode mode)
 {
     const Helper helper = helperOf(program, arguments);
     if (helper.name.isEmpty()) {

@@ -12,7 +12,9 @@ class HelperProcess : public QProcess
 public:
     using QProcess::QProcess;
 
-    /// Starts a program by its path or its name. A helper that the root part can not be asked for fails to start.
+    /// Starts a program by its path or its name. A helper that the root part can not be asked for fails to start. One
+    /// that can take its arguments where no other user sees them, on its standard input, gets them there and has
+    /// nothing else to read.
     void start(const QString &program, const QStringList &arguments, OpenMode mode = ReadWrite);
     /// Starts the program and leaves it to itself. False when it did not start.
     static bool startDetached(const QString &program, const QStringList &arguments);
@@ -21,5 +23,7 @@ protected:
     void setupChildProcess() override;
 
 private:
+    void startPlainly(const QString &program, const QStringList &arguments, OpenMode mode);
+
     int m_channel = -1; ///< what the stand-in inherits
 };

@@ -1,9 +1,13 @@
 #include "helpers/system/Arguments.h"
 
 #include "helpers/system/Descriptor.h"
+#include "names/Names.h"
 
 #include <cstring>
 #include <fcntl.h>
+
+/// Whoever starts the program looks for it in the file.
+[[gnu::used]] static const auto &s_marker = kArgumentsOnInput;
 
 static std::vector<std::string> readArguments()
 {

@@ -2,8 +2,10 @@
 
 #include "account/SavedLogin.h"
 #include "common/AppPath.h"
+#include "names/Names.h"
 #include "tests/support/Cases.h"
 
+#include <QPushButton>
 #include <QRandomGenerator>
 
 /// Every file of the program and of the machine's run time, and the command line and environment of every process,
@@ -17,6 +19,11 @@ static QByteArray placesOf(const QByteArray &secret)
                   secret + '\n');
 }
 
+static QByteArray newSecret()
+{
+    return "s&x" + QByteArray::number(QRandomGenerator::global()->generate64(), 16);
+}
+
 /// What a session with passwords leaves of them.
 class ClientSecretsTest : public QObject
 {
@@ -25,7 +32,7 @@ class ClientSecretsTest : public QObject
 private slots:
     void nothingHoldsAPassword()
     {
-        const QByteArray secret = "s&x" + QByteArray::number(QRandomGenerator::global()->generate64(), 16);
+        const QByteArray secret = newSecret();
         ClientLab lab;
         inHome("read -r secret; sed -i \"s/^alice\t.*/alice\t${secret//&/\\\\&}/\" $LAB_DIR/users", secret + '\n');
         putFile(appPath("/found"), secret);
@@ -48,6 +55,63 @@ private slots:
         QVERIFY(lab.press("pbUpdate"));
         QCOMPARE(placesOf(secret), QByteArray());
         inHome("sed -i 's/^alice\t.*/alice\twonderland-7/' $LAB_DIR/users");
+    }
+
+    /// A proxy that asks for a password of its own.
+    void norTheProxys()
+    {
+        const QByteArray secret = newSecret().remove(1, 1); // tinyproxy takes letters and digits
+        ClientLab lab;
+        inHome("read -r secret; conf=$LAB_DIR/secret-proxy.conf; sed -e '/^BasicAuth/d; s/^Port .*/Port 3131/' "
+               "$LAB_DIR/http-auth-proxy.conf >$conf; echo \"BasicAuth ann $secret\" >>$conf; "
+               "ip netns exec world tinyproxy -c $conf </dev/null >/dev/null 2>&1",
+               secret + '\n');
+        lab.start();
+        lab.find<QAbstractButton>("rbHttp")->click();
+        lab.find<QLineEdit>("edProxyAddr")->setText(qEnvironmentVariable("LAB_HTTP_AUTH_PROXY").section(':', 0, 0));
+        lab.find<QLineEdit>("edProxyPort")->setText("3131");
+        lab.find<QLineEdit>("edProxyUser")->setText("ann");
+        lab.find<QLineEdit>("edProxyPass")->setText(QString::fromLatin1(secret));
+        lab.tick("cbProxyAuth");
+        lab.find<QAbstractButton>("pbSaveProxy")->click();
+        lab.logInTo("Examplia-1-TCP");
+        QVERIFY(lab.connects());
+        QCOMPARE(placesOf(secret), QByteArray());
+        QVERIFY(lab.disconnects());
+        QCOMPARE(placesOf(secret), QByteArray());
+    }
+
+    /// There is no PPP in the lab: the helper's stand-in says how many words it got where, and takes its time.
+    void norTheOneOfL2tp()
+    {
+        const QByteArray secret = newSecret();
+        ClientLab lab;
+        const QByteArray folder = appPath("/cfg").toUtf8();
+        putScript(appPath("/compose4"), "# " + QByteArray(kArgumentsOnInput) +
+                                            "\nmapfile -d '' -t words; echo \"$* ${#words[@]}\" >>'" + folder +
+                                            "/asked'; until [ ${#words[@]} != 3 ] || [ -e '" + folder +
+                                            "/go' ]; do sleep 0.05; done; echo Success");
+        lab.start();
+        lab.find<QComboBox>("cmProto")->setCurrentText("L2TP");
+        lab.logInTo("Examplia-L2TP-1");
+        QByteArray places = "never looked for";
+        QTimer answer;
+        connect(&answer, &QTimer::timeout, [&] {
+            if (QWidget *box = QApplication::activeModalWidget()) {
+                box->findChild<QLineEdit *>("edPass")->setText(QString::fromLatin1(secret));
+                box->findChild<QPushButton *>("btnOK")->click();
+            } else if (fileBytes(folder + "/asked").endsWith("- 3\n") && !QFile::exists(folder + "/go")) {
+                places = placesOf(secret); // while it is dialled
+                putFile(folder + "/go", "");
+            }
+        });
+        answer.start(50);
+        QVERIFY(lab.connects());
+        QCOMPARE(places, QByteArray());
+        QVERIFY(lab.disconnects());
+        QCOMPARE(placesOf(secret), QByteArray());
+        QCOMPARE(fileBytes(folder + "/asked"), "- 4\n- 3\n- 2\n- 1\n");
+        QFile::remove(appPath("/compose4")); // the next test brings the real one
     }
 };
 
