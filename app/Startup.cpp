@@ -125,6 +125,13 @@ PendingUpdate installPendingUpdate(const char *argument)
     return PendingUpdate::HandedOver;
 }
 
+QString takeUpdateFailure()
+{
+    const QString reason = QString::fromLocal8Bit(qgetenv(kUpdateFailure));
+    qunsetenv(kUpdateFailure);
+    return reason;
+}
+
 void removeStagingFolder()
 {
     removeHandedOverUpdate();

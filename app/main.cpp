@@ -10,12 +10,15 @@
 #include "ui/KvUnaskedBox.h"
 #include "ui/Language.h"
 #include "ui/Look.h"
+#include "ui/PlainText.h"
 
 #include <QApplication>
 #include <QDebug>
-#include <QTimer>
+#include <QMessageBox>
 
 #include <csignal>
+#include <cstdio>
+#include <cstdlib>
 
 /// Exit statuses besides the event loop's own.
 static constexpr int kUpdateHandedOver = 188;
@@ -25,6 +28,14 @@ static constexpr int kUpdateHelperMissing = -188;
 static bool isOnlyArgument(int argc, char *const *argv, const char *argument)
 {
     return argc == 2 && qstrcmp(argv[1], argument) == 0;
+}
+
+/// A box above the window, whose own start goes on.
+static void tell(Korvan &window, QMessageBox::Icon icon, const QString &title, const QString &text)
+{
+    auto *box = new KvUnaskedBox(icon, title, plainText(text), &window);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->open();
 }
 
 /// `refusal` tells the person why there is no tunnel to be had; empty when there is.
@@ -40,11 +51,13 @@ static int runWindow(SingleInstance &instance, bool show, const Refusal &refusal
     }
     if (!refusal.isEmpty()) {
         qDebug().noquote() << QLatin1String("[ERROR]") + refusal.english();
-        QTimer::singleShot(0, &window, [&window, refusal] {
-            if (window.isVisible()) { // one that waits in the tray must not bring up a box
-                KvUnaskedBox::tell(&window, QMessageBox::Critical, QApplication::tr("Error"), refusal.translated());
-            }
-        });
+        if (window.isVisible()) { // one that waits in the tray must not bring up a box
+            tell(window, QMessageBox::Critical, QApplication::tr("Error"), refusal.translated());
+        }
+    }
+    if (const QString reason = takeUpdateFailure(); !reason.isEmpty()) {
+        tell(window, QMessageBox::Information, QApplication::tr("Update"),
+             QApplication::tr("Update failed, %1.").arg(reason));
     }
     return QApplication::exec();
 }

@@ -67,6 +67,9 @@ korvan_name(
   "Stands in the file of every helper that with - alone takes its arguments from standard input, each ended by a NUL."
   "Everything else that lies in its place gets them on its command line, which every user of the machine can read.")
 korvan_name(
+  update_failure KORVAN_UPDATE_FAILURE
+  "Environment variable in which compose9 tells the old program, which it starts again, why an update was not installed.")
+korvan_name(
   update_keys_file update-keys
   "Beside the program: the public keys of which one must have signed every update, minisign's lines, which begin with"
   "RW, with blanks or line ends between them. Where it is missing updates need no signature.")

@@ -139,6 +139,13 @@ static void removeLeftovers(const Places &places)
     fs::remove_all(places.staging, error);
 }
 
+/// Starts the program that is in its place again, which tells the person why it is the old one.
+static void startOldProgram(const Places &places, const std::string &reason)
+{
+    setenv(kUpdateFailure, reason.c_str(), 1);
+    startProgram(places.executable());
+}
+
 /// Installs the update and starts the new version; the old one again when that fails. Returns the reason of a
 /// failure.
 static std::string update(const Places &places)
@@ -153,7 +160,7 @@ static std::string update(const Places &places)
         removeLeftovers(places);
         // The program may take a while to end; one that somebody has started since goes on.
         if (waitForEnds(ending, kEndLimitMs) && processesOf(places.bundle).empty()) {
-            startProgram(places.executable());
+            startOldProgram(places, reason);
         }
         return reason;
     }
@@ -165,7 +172,7 @@ static std::string update(const Places &places)
         if (!stuck.empty()) {
             return reason + "; " + stuck;
         }
-        startProgram(places.executable());
+        startOldProgram(places, reason);
     }
     removeLeftovers(places);
     return reason;
@@ -192,7 +199,7 @@ static int run(const Places &places)
     }
     std::string reason = places.archive.empty() ? returnToBundle(places) : std::string();
     if (!reason.empty() && waitForEnd(places.bundle, kEndLimitMs)) {
-        startProgram(places.executable());
+        startOldProgram(places, reason);
     }
     // A file that nobody else can open: whoever may only read a file can hold its lock.
     const std::string lockPath = std::string(kJournalFolder) + "/update-lock";

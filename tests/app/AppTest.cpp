@@ -115,8 +115,19 @@ private slots:
         QVERIFY(desktop::hidesWindow("Korvan"));
         QTRY_COMPARE_WITH_TIMEOUT(QDir(m_folder->path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
                                   QStringList("Korvan.app"), 30000);
-        QProcess::execute("bash", {"-c", "for exe in /proc/[0-9]*/exe; do [ $exe -ef '" + inBundle("/Korvan") +
-                                             "' ] && kill $(cut -d/ -f3 <<<$exe); done"});
+        endRestarted();
+    }
+
+    /// The reason reaches the person, who would go on with the old version unaware.
+    void failedUpdateIsTold()
+    {
+        putFile(inBundle("/update/update.zip"), "PK");
+        start({});
+        QCOMPARE(statusOf(*m_program), 188);
+        QVERIFY(desktop::showsWindow("Update"));
+        QVERIFY2(log().contains("[ERROR]Update failed: the archive has no Korvan.app"), log().constData());
+        QVERIFY(startIsDone()); // the box holds nothing up
+        endRestarted();
     }
 
     /// The same where the program has keys: a right signature, and an archive that was changed after it was checked.
@@ -262,6 +273,13 @@ private:
     {
         m_program->terminate();
         return statusOf(*m_program);
+    }
+
+    /// Ends the program that an update has started again.
+    void endRestarted() const
+    {
+        QProcess::execute("bash", {"-c", "for exe in /proc/[0-9]*/exe; do [ $exe -ef '" + inBundle("/Korvan") +
+                                             "' ] && kill $(cut -d/ -f3 <<<$exe); done"});
     }
 
     /// Presses Return in the box until the program ends: a window that has just come up may miss a key.
