@@ -100,7 +100,13 @@ int main(int argc, char *argv[])
     std::signal(SIGPIPE, SIG_IGN); // the log is copied to standard output, whose reader may go
     takeRootPart(dropSetUserId());
     const DesktopScale scale(kWindowSize);
+    int status = 0;
     QApplication application(argc, argv);
+    // The very last thing that it does is to wait for all answers of name servers, which may be silent.
+    QObject::connect(&application, &QObject::destroyed, [&status] {
+        std::fflush(nullptr);
+        std::_Exit(status);
+    });
     scale.restoreEnvironment();
     useUtf8();
     QApplication::setQuitOnLastWindowClosed(false);
@@ -120,5 +126,6 @@ int main(int argc, char *argv[])
         argument = isOnlyArgument(argc, argv, only) ? only : argument;
     }
     SingleInstance instance;
-    return run(instance, argument);
+    status = run(instance, argument);
+    return status;
 }

@@ -6,8 +6,10 @@
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QUdpSocket>
 
 #include <memory>
+#include <sys/mount.h>
 #include <unistd.h>
 
 /// The program as a process, from a copy of the bundle, on a screen of its own. Where the environment says so it is
@@ -159,6 +161,27 @@ private slots:
         QTRY_COMPARE_WITH_TIMEOUT(QDir(m_folder->path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
                                   QStringList("Korvan.app"), 30000);
         QVERIFY2(log().contains(" to 98.7.6\r\n"), log().constData());
+    }
+
+    /// Its resolver would ask for ten seconds.
+    void quitWhileANameServerIsSilent()
+    {
+        if (geteuid() != 0) {
+            QSKIP("NEEDS ROOT: the end with a silent name server was not tested", "");
+        }
+        QUdpSocket nameServer;
+        QVERIFY(nameServer.bind(QHostAddress::LocalHost, 53));
+        putFile(m_folder->path() + "/resolv.conf", "nameserver 127.0.0.1\n");
+        const QByteArray file = QFile::encodeName(m_folder->path() + "/resolv.conf");
+        QCOMPARE(mount(file.constData(), "/etc/resolv.conf", nullptr, MS_BIND, nullptr), 0);
+        putFile(inBundle("/setting.ini"), "[UPDATE]\nURL=http://silent.example/update.xml\n");
+        start({});
+        const bool asked = nameServer.waitForReadyRead(60000);
+        m_program->terminate();
+        const bool ended = m_program->waitForFinished(3000);
+        umount("/etc/resolv.conf");
+        QVERIFY(asked && ended);
+        QCOMPARE(statusOf(*m_program), 0);
     }
 
     /// A connection at start, through a stand-in for OpenVPN, with a sound server whose only device records.
