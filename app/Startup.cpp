@@ -6,6 +6,7 @@
 #include "common/AppPath.h"
 #include "common/Paths.h"
 #include "common/StateFile.h"
+#include "controller/Appearance.h"
 #include "names/Names.h"
 #include "names/StateFiles.h"
 #include "platform/RootPart.h"
@@ -91,6 +92,8 @@ PendingUpdate installPendingUpdate(const char *argument)
     if (!names.contains(kArchiveName)) {
         return PendingUpdate::None;
     }
+    const Appearance appearance;
+    appearance.show();
     if (const Refusal reason = whyNoUpdates(); !reason.isEmpty()) {
         QMessageBox::information(nullptr, QApplication::tr("Update"), reason.translated());
         QDir_removeFolder(appPath("/update/"));
@@ -152,6 +155,8 @@ void cleanUpAfterTunnels()
 
 void showVersion()
 {
+    const Appearance appearance;
+    appearance.show();
     QMessageBox box(QMessageBox::Information, QApplication::tr("Version"),
                     QApplication::tr("Made by the Korvan team\n") +
                         QApplication::tr("Compiled in %1\n").arg(QLatin1String(__DATE__)) +
