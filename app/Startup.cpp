@@ -15,7 +15,6 @@
 #include "vpn/VPNClient.h"
 
 #include <QApplication>
-#include <QAudioDeviceInfo>
 #include <QDebug>
 #include <QDir>
 #include <QFile>
@@ -49,12 +48,6 @@ void useUtf8()
 QString loadCurrentVersion()
 {
     return QString::fromUtf8(readWhole(appPath("/version")).constData());
-}
-
-void forgetPluginFolders()
-{
-    QAudioDeviceInfo::availableDevices(QAudio::AudioOutput);
-    QCoreApplication::setLibraryPaths({});
 }
 
 void deleteOldLog()

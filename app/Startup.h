@@ -11,10 +11,6 @@ void useUtf8();
 /// such file.
 QString loadCurrentVersion();
 
-/// Makes Qt look for no plug-ins outside the executable. The sound back end is itself a plug-in, so it is loaded
-/// first.
-void forgetPluginFolders();
-
 /// Deletes the file at PATH_LOG, below the application folder.
 void deleteOldLog();
 

@@ -111,9 +111,7 @@ int main(int argc, char *argv[])
     useUtf8();
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setApplicationVersion(loadCurrentVersion());
-    if (isStartedByRoot()) {
-        forgetPluginFolders();
-    }
+    QCoreApplication::setLibraryPaths({}); // no plug-ins but those that a window needs, which are loaded by now
     deleteOldLog();
     qInstallMessageHandler(debugFilter);
     preferBundledTools();

@@ -6,6 +6,7 @@
 #include "ui/Look.h"
 #include "ui/Theme.h"
 
+#include <QApplication>
 #include <QDir>
 
 Appearance::Appearance()
@@ -30,7 +31,7 @@ bool Appearance::isDarkWanted() const
 
 void Appearance::show() const
 {
-    if (isDark() != isDarkWanted()) {
+    if (isDark() != isDarkWanted() || qApp->styleSheet().isEmpty()) {
         setDark(isDarkWanted());
         showTheme();
     }

@@ -36,8 +36,9 @@ Korvan::Korvan(QMainWindow *parent)
       m_nextRefresh(QDateTime::currentDateTime())
 {
     qRegisterMetaType<KORVANSTATUS>("KORVANSTATUS");
-    m_appearance.show();
+    setWindowFlag(Qt::WindowMaximizeButtonHint, false);
     m_form->setupUi(this);
+    m_appearance.show(); // what is already styled is styled again with every parent that it gets
     mirrorMargins(*this);
     m_form->lbVersion->setText(QApplication::applicationVersion());
     m_form->edProxyAddr->setEnabled(false);
@@ -46,7 +47,6 @@ Korvan::Korvan(QMainWindow *parent)
     m_form->cmUpdate->setCurrentIndex(1);
     const bool hasScreen = QGuiApplication::platformName() == QLatin1String("xcb");
     setFixedSize(hasScreen ? tightened(this, screen()->availableSize()) : geometry().size());
-    setWindowFlag(Qt::WindowMaximizeButtonHint, false);
     g_edLog = m_form->edLog;
     updateOption(false);
     updateLocalNetworkProxy();

@@ -8,6 +8,9 @@
 #include "ui_Korvan.h"
 
 #include <QAccessible>
+#include <QAudioDeviceInfo>
+#include <QCoreApplication>
+#include <QLibraryInfo>
 #include <QSound>
 
 static constexpr int kProgressIntervalMs = 500;
@@ -181,9 +184,22 @@ void Korvan::enterNotConnected()
     m_route.leaveTunnel();
 }
 
+/// Loads the sound system's plug-ins, also where the program looks for no others any more. To search for its devices
+/// takes as long as half a start, so that the first sound does it.
+static bool loadSoundSystem()
+{
+    const QStringList folders = QCoreApplication::libraryPaths();
+    QCoreApplication::setLibraryPaths({QLibraryInfo::location(QLibraryInfo::PluginsPath)});
+    const bool found = !QAudioDeviceInfo::availableDevices(QAudio::AudioOutput).isEmpty();
+    QCoreApplication::setLibraryPaths(folders);
+    return found;
+}
+
 void Korvan::playSound(const char *file)
 {
     if (!m_form->cbNoSound->isChecked()) {
+        static const bool loaded = loadSoundSystem();
+        Q_UNUSED(loaded)
         // One that still loads when the application ends would keep it from ending: the window takes it with it.
         delete m_sound;
         m_sound = new QSound(appPath(file), this);

@@ -50,7 +50,6 @@ void applyLook(QApplication &application)
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QApplication::setStyle(styleWithMnemonics(QStyleFactory::create(QStringLiteral("Fusion")), application));
     QApplication::setFont(textFont());
-    showTheme();
     QApplication::setWindowIcon(applicationIcon());
     KvFocusRing::install(application);
 }

@@ -8,8 +8,8 @@ class QWidget;
 /// Of the one window, in points.
 constexpr QSize kWindowSize(880, 580);
 
-/// Gives the whole program its look: style, font, style sheet, window icon and the ring round the focused control.
-/// To be called once, before the first window is made.
+/// Gives the whole program its look but for the colours (Theme.h): style, font, window icon and the ring round the
+/// focused control. To be called once, before the first window is made.
 void applyLook(QApplication &application);
 
 /// Makes the form, a whole window of kWindowSize, fit into `room` points where that is smaller, as far as its texts
