@@ -15,7 +15,7 @@ int main(int argc, char *argv[])
     const QCoreApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
     if (arguments.size() != 4 && arguments.size() != 5) {
-        std::fputs("usage: prepare_state USER PASSWORD SERVER [lock-down]\n"
+        std::fputs("usage: prepare_state USER PASSWORD SERVER [lock-down | PROXY:PORT]\n"
                    "Run by root from the application folder, whose \"cfg\" it fills; by others for themselves.\n",
                    stderr);
         return 1;
@@ -23,10 +23,14 @@ int main(int argc, char *argv[])
     QDir().mkpath(appPath("/cfg"));
     writeSavedLogin({arguments.at(1), arguments.at(2)});
     Options options;
-    options.proxy.none = true;
-    options.connectOnBoot = true;
+    const QStringList proxy = arguments.value(4).split(QLatin1Char(':'));
+    options.proxy.none = proxy.size() != 2;
+    options.proxy.http = proxy.size() == 2;
+    options.proxy.address = proxy.at(0);
+    options.proxy.port = proxy.value(1);
+    options.connectOnBoot = options.proxy.none;
     options.noSound = arguments.size() == 5;
-    options.lockDown = arguments.size() == 5;
+    options.lockDown = arguments.value(4) == QLatin1String("lock-down");
     options.bootServer = arguments.at(3);
     options.updateFrequency = 1;
     options.protocol = QStringLiteral("OpenVPN");
