@@ -9,7 +9,8 @@ build=(build-essential cmake ninja-build pkg-config git clang-format clang-tidy
 runtime=(openvpn iproute2 iputils-ping nftables network-manager network-manager-l2tp network-manager-pptp
     network-manager-strongswan sstp-client libqt5multimedia5-plugins libqt5svg5 fonts-inter
     fonts-noto-core fonts-noto-cjk qttranslations5-l10n pkexec xdg-utils)
-lab=(dnsmasq-base easy-rsa minisign openssl tinyproxy microsocks curl dbus procps util-linux strace zip unzip p7zip-full)
+lab=(dnsmasq-base easy-rsa minisign openssl tinyproxy microsocks curl dbus dbus-x11 procps python3 util-linux strace zip
+    unzip p7zip-full)
 display=(xvfb openbox trayer xdotool imagemagick x11-utils x11-xserver-utils pulseaudio pulseaudio-utils
     at-spi2-core gir1.2-atspi-2.0 python3-gi)
 packaging=(appstream debootstrap desktop-file-utils dpkg-dev file lintian)
