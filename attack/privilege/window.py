@@ -121,11 +121,32 @@ def hostile_arguments():
         if "SECRET" in output or "root:" in output or "uid=0" in output:
             print("  ", request, output[:200], file=sys.stderr)
             gained += 1
+    gained += root_log(window)
     for number in range(len(lines)):
         os.remove(f"{profile}{number}")
     gained += not window.works()
     window.end()
-    return len(requests), works, gained
+    return len(requests) + 1, works, gained
+
+
+def root_log(window):
+    """Has pppd write its log, as root, over a root-only file: whether sstpc is told to."""
+    quiet = socket.create_server(("127.0.0.1", 0))
+    server = "127.0.0.1:%d" % quiet.getsockname()[1]
+    ours = state + "/sstp"
+    thread = threading.Thread(target=window.run, args=("composec", server, "logfile", ours, "logfile", secret))
+    thread.start()
+    found = False
+    while thread.is_alive() and not found:
+        for process in filter(str.isdigit, os.listdir("/proc")):
+            try:
+                with open(f"/proc/{process}/cmdline", "rb") as file:
+                    words = file.read().split(b"\0")
+            except OSError:
+                continue
+            found = found or words[0].endswith(b"/sstpc") and os.fsencode(secret) in words
+    thread.join()
+    return found
 
 
 def swapped_profile(tries=200):

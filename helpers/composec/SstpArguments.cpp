@@ -33,7 +33,9 @@ bool takeLinkOption(const std::string &word, Arguments &arguments, SstpRequest &
         request.linkOptions.push_back(word);
         return true;
     }
-    if (word != "mtu" && word != "logfile") {
+    // Twice, and the second log file would be one that nobody has looked at.
+    const bool isKnown = word == "mtu" || word == "logfile";
+    if (!isKnown || std::count(request.linkOptions.begin(), request.linkOptions.end(), word) > 0) {
         return false;
     }
     const std::string value = arguments.take();

@@ -40,6 +40,7 @@ a "b' env X=1 $bundle/composec --user -ada --password 'a "b' vpn.example --log-l
         refuse-pap refuse-eap noauth mtu 1400 logfile '/a b/vpnlog.txt'
     is 'composec: "--ca-cert=/tmp/mine" is no server' $bundle/composec --ca-cert=/tmp/mine
     is 'composec: can not use the argument "mtu"' $bundle/composec vpn.example mtu plugin
+    is 'composec: can not use the argument "logfile"' $bundle/composec vpn.example logfile /run/a logfile /run/b
     is 'composec: the password is longer than 255 bytes' $bundle/composec vpn.example --password "$(printf %256s)"
 }
 
