@@ -7,9 +7,9 @@ here=$(dirname "$(realpath "$0")")
 application=/opt/korvan/Korvan.app/Contents/MacOS
 failed=0 none=0000000000000000
 
-# is WHAT EXPECTED COMMAND...: the command comes to print this within a minute.
+# is WHAT EXPECTED COMMAND...: the command comes to print this within half a minute.
 is() {
-    local limit=$((SECONDS + 60)) said
+    local limit=$((SECONDS + 30)) said
     while said=$("${@:3}" 2>&1 || true); [ "$said" != "$2" ]; do
         [ "$SECONDS" -lt "$limit" ] || { echo "FAIL!  : $person: $1: \"$said\" in place of \"$2\""; failed=1; return 0; }
         sleep 0.1
@@ -32,7 +32,7 @@ ask() {
     "$LAB" as "$person" dbus-send --session --print-reply "--dest=$icon" "$@" | grep -cF "$word"
 }
 sounds() { [ "$(tr -d '\0' <"$home/heard" | wc -c)" -gt "$1" ] && echo heard; }
-is_minimised() { xwininfo -wm -name Korvan | grep -c Hidden; }
+windows() { xdotool search --onlyvisible --name '^Korvan$' 2>/dev/null | wc -l; }
 
 "$LAB" desktop "$1"
 cp "$here/screen_reader.py" "$LAB_DIR/"
@@ -52,9 +52,10 @@ for pair in ada:installed ben:set-user-id; do
     word=Examplia-1 is "tool tip" 1 ask /StatusNotifierItem org.freedesktop.DBus.Properties.Get \
         string:org.kde.StatusNotifierItem string:ToolTip
     word='"Disconnect"' is "tray menu" 1 ask /MenuBar com.canonical.dbusmenu.GetLayout int32:0 int32:-1 array:string:
-    xdotool windowminimize --sync "$(xdotool search --name '^Korvan$' | head -n 1)"
+    by_ear press Minimize
+    is "window put away" 0 windows
     word= ask /StatusNotifierItem org.kde.StatusNotifierItem.Activate int32:0 int32:0 >/dev/null || true
-    is "window behind the tray icon" 0 is_minimised
+    is "window behind the tray icon" 1 windows
     by_ear disconnect
     is "way into the world" Homeland country
     is "notifications" "notification Korvan: Connected to server Examplia-1

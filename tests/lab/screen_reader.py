@@ -17,7 +17,7 @@ import gi
 gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi, Gio, GLib
 
-LIMIT = 60  # seconds
+LIMIT = 30  # seconds
 CONTROLS = {
     Atspi.Role.CHECK_BOX, Atspi.Role.COMBO_BOX, Atspi.Role.ENTRY, Atspi.Role.PAGE_TAB, Atspi.Role.PASSWORD_TEXT,
     Atspi.Role.PROGRESS_BAR, Atspi.Role.PUSH_BUTTON, Atspi.Role.RADIO_BUTTON, Atspi.Role.TABLE, Atspi.Role.TEXT,
@@ -66,6 +66,7 @@ def children(parent):
 def shown(parent):
     """All that is on the screen below it."""
     for child in children(parent):
+        child.clear_cache()
         if child.get_state_set().contains(Atspi.StateType.SHOWING):
             yield child
             yield from shown(child)
