@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # The leak table: for each row a lab of its own, in which other programs of the subscriber send all the time, to hosts of
 # the world over IPv4 and IPv6 and to the name server of the local network, while something happens. What comes to the
-# router outside the tunnel is counted there. "control" is what came there in a second before Korvan did anything: a row in
-# which that is 0, or a tunnel that had to come did not, shows nothing.
+# router outside the tunnel is counted there. "control" is the same with plain OpenVPN in place of Korvan, in a lab of its
+# own: a row in which that is 0, or a tunnel that had to come did not, shows nothing.
 #   leaks.sh [--build FOLDER] [ROW...]
 set -uo pipefail
 here=$(realpath "$0")
@@ -10,7 +10,7 @@ root=$(dirname "$(dirname "$here")")
 build=$root/build/debug
 [ "${1:-}" != --build ] || { build=$(realpath "$2"); shift 2; }
 
-# The rows: a name, what may pass (0, or "any"), then what is done, in words of the functions below. What comes
+# The rows: a name, what may pass (0, "any", or "some": the person must be online again), then what is done, in words of the functions below. What comes
 # after "!" is counted.
 rows='
 nothing happens, locked                     | 0   | up lock ! pause
@@ -46,10 +46,31 @@ forwarded packets, open                     | 0   | guest up ! pause
 guardian killed, locked                     | 0   | up lock ! killguardian crash pause
 program and guardian killed, locked         | 0   | up lock ! killboth pause
 somebody else unlocks                       | 0   | up lock ! otherunlocks pause
-program killed                              | any | up lock ! killprogram pause
-disconnected                                | any | up lock down unlock ! pause
-not connected                               | any | ! pause
-proxied server                              | any | proxied up lock0 ! pause
+not connected                               | some | ! pause
+connecting for the first time               | some | ! hang pause
+OpenVPN restarts by itself, locked          | 0   | up lock ! restart pause
+OpenVPN restarts by itself, open            | 0   | up ! restart pause
+locked while connected                      | 0   | up pause lock ! pause
+unlocked while connected                    | 0   | up lock unlock ! pause
+openvpn killed, locked                      | 0   | up lock ! crash pause
+openvpn killed, no word for twelve seconds  | 0   | up ! crash pause12
+kill switch confirmed                       | some | up crash lock unlock ! pause
+connecting again in vain, locked            | 0   | up lock crash ! hang pause
+connecting again in vain, open              | some | up crash ! hang pause
+guardian killed, open                       | 0   | up ! killguardian crash pause
+program killed, locked                      | some | up lock ! killprogram pause pause pause
+program killed, open                        | some | up ! killprogram pause pause pause
+program killed, kill switch                 | some | up crash lock ! killprogram pause pause pause
+program and guardian killed, open           | 0   | up ! killboth pause
+packet filter emptied, locked               | 0   | up lock flush crash ! pause
+packet filter emptied, open                 | 0   | up flush ! crash pause
+disconnected, locked                        | some | up lock down unlock ! pause
+disconnected, open                          | some | up down ! pause
+user quits, locked                          | some | up lock down unlock killprogram ! pause
+user quits, open                            | some | up down killprogram ! pause
+proxied server                              | some | proxied up ! pause
+L2TP, locked                                | 0   | dial lock ! pause
+L2TP, locked, its link goes                 | 0   | dial lock ! hangup pause
 '
 
 if [ -z "${LAB_DIR:-}" ]; then # the table
@@ -60,18 +81,24 @@ if [ -z "${LAB_DIR:-}" ]; then # the table
         [ -n "$name" ] || continue
         [ $# -eq 0 ] || [[ " $* " == *" $name "* ]] || continue
         for _ in 1 2; do # on a busy machine a lab may not come up
+            plain=$(plain=1 "$root/lab/lab" run --nat --build "$build" -- bash "$here" --build "$build" "$steps" 2>&1)
             counts=$("$root/lab/lab" run --nat --build "$build" -- bash "$here" --build "$build" "$steps" 2>&1)
-            read -r tries control past <<<"$(tail -n1 <<<"$counts")"
-            [[ ! ${past:-} =~ ^[0-9]+$ || $control -eq 0 ]] || break
+            read -r _ control <<<"$(tail -n1 <<<"$plain")"
+            read -r tries past <<<"$(tail -n1 <<<"$counts")"
+            [[ ! $past =~ ^[0-9]+$ || ! $control =~ ^[1-9][0-9]*$ ]] || break
         done
         printf '%-45s %8s %8s %8s' "$name" "$tries" "$control" "$past"
-        if [[ ! ${past:-} =~ ^[0-9]+$ || $control -eq 0 ]]; then
-            printf '   NOT TRIED: %s' "$(tail -n3 <<<"$counts" | tr '\n' ' ')"
+        allowed=${allowed// /}
+        if [[ ! $past =~ ^[0-9]+$ || ! $control =~ ^[1-9][0-9]*$ ]]; then
+            printf '   NOT TRIED: %s' "$(tail -n3 <<<"$plain $counts" | tr '\n' ' ')"
             status=1
-        elif [ "${allowed// /}" = 0 ] && [ "$past" -gt 0 ]; then
+        elif [ "$allowed" = 0 ] && [ "$past" -gt 0 ]; then
             printf '   LEAK'
             status=1
-        elif [ "${allowed// /}" = any ]; then
+        elif [ "$allowed" = some ] && [ "$past" -eq 0 ]; then
+            printf '   CUT OFF'
+            status=1
+        elif [ "$allowed" != 0 ]; then
             printf '   may pass'
         fi
         echo
@@ -84,19 +111,22 @@ app=/run/app
 server=Examplia-1
 gateway=$LAB_HOME.1
 mkdir -p "$app/cfg"
-cp -a "$build"/Korvan.app/Contents/MacOS/{compose,network,up.sh,down.sh,tools} "$app"
+cp -a "$build"/Korvan.app/Contents/MacOS/{compose,compose4,network,up.sh,down.sh,tools} "$app"
 cp -a "$LAB_PROFILES" "$app/cfg/OpenVPN"
 cp "$(command -v bash)" "$app/Korvan"
 
 # The program, as far as the helpers know it: a process of the bundle that starts OpenVPN and changes routes with the
-# fixed calls. It obeys lines of a pipe and answers each when it is done.
+# fixed calls. It obeys lines of a pipe and answers each when it is done. Where it is to be plain OpenVPN it is that alone.
 cat >"$app/program" <<'END'
 while read -r order; do
     case $order in
     open)
         : >"$app/log"
-        "$app/compose" --config "$app/cfg/OpenVPN/$server.ovpn" --cd "$app/cfg/OpenVPN/" --management 127.0.0.1 44358 \
-            --script-security 2 --up "$app/up.sh" --down "$app/down.sh" >"$app/log" 2>&1 &
+        opener=$app/compose
+        korvan=(--management 127.0.0.1 44358 --script-security 2 --up "$app/up.sh" --down "$app/down.sh")
+        [ -z "$plain" ] || opener=/usr/sbin/openvpn korvan=()
+        "$opener" --config "$app/cfg/OpenVPN/$server.ovpn" \
+            --cd "$app/cfg/OpenVPN/" "${korvan[@]}" >"$app/log" 2>&1 &
         pid=$!
         disown
         echo $pid >"$app/pid"
@@ -106,9 +136,9 @@ while read -r order; do
             read -rt 0.01 <> <(:)
         done
         ;;
-    delete | add) "$app/tools/route" $order 0.0.0.0 mask 0.0.0.0 "$gateway" >>"$app/said" ;;
+    delete | add) [ -n "$plain" ] || "$app/tools/route" $order 0.0.0.0 mask 0.0.0.0 "$gateway" >>"$app/said" ;;
     close)
-        bash "$app/down.sh" &
+        [ -n "$plain" ] || bash "$app/down.sh" &
         kill -KILL "$(<"$app/pid")"
         wait
         ;;
@@ -118,14 +148,17 @@ done <"$app/orders" 3>"$app/answers"
 END
 mkfifo "$app/orders" "$app/answers"
 
-program() {
+start_program() {
     if [ -z "${running:-}" ]; then
-        export app server gateway
+        export app server gateway plain=${plain:-}
         "$app/Korvan" "$app/program" &
         running=$!
         disown
         exec 4>"$app/orders" 5<"$app/answers"
     fi
+}
+program() {
+    start_program
     echo "$1" >&4
     read -rt 20 _ <&5 || echo "no answer to $1" >&2
 }
@@ -137,13 +170,33 @@ up() {
     grep -q "Initialization Sequence Completed" "$app/log" || { tail -n2 "$app/log"; echo "no tunnel"; exit 1; }
 }
 lock() { program delete; }
-lock0() { :; } # the program spares proxied servers
 unlock() { program add; }
 down() { program close; }
 crash() { kill -KILL "$(<"$app/pid")"; gone "$(<"$app/pid")"; pause; }
 term() { kill -TERM "$(<"$app/pid")"; gone "$(<"$app/pid")"; }
 vanish() { "$LAB" ctl vanish Examplia-1; gone "$(<"$app/pid")"; }
 appear() { "$LAB" ctl appear Examplia-1; }
+# An attempt that comes to no end.
+hang() {
+    "$LAB" ctl vanish Examplia-1
+    start_program
+    echo open >&4
+}
+restart() { kill -USR1 "$(<"$app/pid")"; pause; }
+# A system VPN service, whose link the network manager makes.
+dial() {
+    export LAB_UPLINKS=home
+    if [ -z "${plain:-}" ]; then
+        printf '#!/bin/sh\n' >/run/nmcli
+        chmod +x /run/nmcli
+        mount --bind /run/nmcli /usr/bin/nmcli
+        "$app/compose4" L2TP Korvan-L2TP 203.0.113.21 key
+    fi
+    "$LAB" ctl uplink tun 50
+}
+hangup() { ip link set ppp0 down; }
+flush() { nft flush ruleset; pause; }
+pause12() { read -rt 12 <> <(:); }
 pause() { read -rt 1 <> <(:); }
 route() { "$LAB" ctl route 203.0.113.10/32; "$LAB" ctl route 2001:db8:113::10/128; pause; }
 host() { "$LAB" ctl host 203.0.113.10; "$LAB" ctl host 2001:db8:113::10; pause; }
@@ -203,25 +256,14 @@ sending() { ${sender:-} setpriv --pdeathsig KILL bash -c send & sender_pid=$!; r
 
 read -r -a steps <<<"${1%%!*}"
 read -r -a counted <<<"${1#*!}"
-before_tunnel=() after=()
-# What belongs to the machine is there in the control, too; what is Korvan's is not.
 for step in "${steps[@]}"; do
-    case $step in push | veth | tun | tap | only | guest | proxied) before_tunnel+=("$step") ;; *) after+=("$step") ;; esac
+    # What belongs to the machine is there before anybody sends.
+    case $step in push | veth | tun | tap | only | guest | proxied) ;; *) [ -n "${sender_pid:-}" ] || sending ;; esac
+    $step
 done
-for step in "${before_tunnel[@]}"; do $step; done
-sending
+[ -n "${sender_pid:-}" ] || sending
 "$LAB" ctl watch
-if [ ${#after[@]} -gt 0 ]; then
-    pause # without Korvan
-    control=$("$LAB" ctl leaked)
-    for step in "${after[@]}"; do $step; done
-    "$LAB" ctl watch
-    for step in "${counted[@]}"; do $step; done
-    past=$("$LAB" ctl leaked)
-else
-    for step in "${counted[@]}"; do $step; done
-    control=$("$LAB" ctl leaked)
-    past=$control
-fi
+for step in "${counted[@]}"; do $step; done
+past=$("$LAB" ctl leaked)
 kill $sender_pid
-echo "$(</run/tries) $control $past"
+echo "$(</run/tries) $past"

@@ -1,8 +1,8 @@
 # shellcheck shell=bash
 # What leaves the subscriber's machine outside any tunnel, seen from the world. Sourced by "lab ctl".
 
-# Counts from 0 all packets that come over the uplinks, before any NAT: name queries to anybody, and what else is for
-# neither the local network nor an OpenVPN server.
+# Counts from 0 all packets that come over the uplinks (those that LAB_UPLINKS matches, else all), before any NAT: name
+# queries to anybody, and what else is for neither the local network nor an OpenVPN server.
 watch_leaks() {
     ip netns exec world nft -f - <<-END
 	table inet leaks; delete table inet leaks
@@ -12,7 +12,7 @@ watch_leaks() {
 	    counter ipv6 {}
 	    chain arrived {
 	        type filter hook prerouting priority -300
-	        iifname != "home*" return
+	        iifname != "${LAB_UPLINKS:-home*}" return
 	        meta l4proto { tcp, udp } th dport { 53, 853 } counter name names return
 	        ip daddr { 10.0.0.0/8, 100.64.0.0/10, 169.254.0.0/16, 172.16.0.0/12, 192.168.0.0/16, 198.51.100.0-198.51.103.255,
 	                   224.0.0.0-255.255.255.255 } return
