@@ -7,6 +7,7 @@
 #include "controller/Box.h"
 #include "names/StateFiles.h"
 #include "ui_Korvan.h"
+#include "vpn/HelperStart.h"
 
 #include <QAction>
 #include <QDesktopServices>
@@ -112,7 +113,9 @@ bool Korvan::prepareL2TP(VPNClient::SETUP &setup, VPNClient::OPTION &option)
 void Korvan::onDisconnect()
 {
     setStatus(STATUS_DISCONNECTING);
-    m_engine->close();
+    if (!m_engine->close() && m_status != STATUS_RECONNECTING) {
+        startDownScript(); // what a tunnel that broke left standing has waited for this
+    }
     setStatus(STATUS_DISCONNECTED);
 }
 

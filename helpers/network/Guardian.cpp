@@ -7,11 +7,13 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <chrono>
 #include <csignal>
 #include <cstring>
 #include <fcntl.h>
 #include <filesystem>
+#include <libmnl/libmnl.h>
+#include <linux/netfilter/nf_tables.h>
+#include <linux/netfilter/nfnetlink.h>
 #include <linux/rtnetlink.h>
 #include <poll.h>
 #include <sys/file.h>
@@ -23,14 +25,14 @@
 #include <utility>
 
 namespace fs = std::filesystem;
-using Clock = std::chrono::steady_clock;
 
 namespace {
 
-/// What a broken tunnel left stands so long for the program's decision, which comes at once unless a box is open.
-constexpr std::chrono::seconds kDecisionWithin(10);
 /// Changes come in swarms, as when a tunnel comes up, and others may insist on theirs as we do on ours.
 constexpr int kPauseMs = 200;
+
+/// The announcement that a table of the packet filter is gone.
+constexpr unsigned kTableGone = NFNL_SUBSYS_NFTABLES << 8 | NFT_MSG_DELTABLE;
 
 constexpr char kNameServerFile[] = "resolv.conf";
 
@@ -57,23 +59,33 @@ int openProcess(int number)
     return int(syscall(SYS_pidfd_open, number, 0));
 }
 
-/// The kernel's announcements of every change to a route or a rule.
-Descriptor routeChanges()
+/// The kernel's announcements to these groups of a bus.
+Descriptor announcements(int bus, unsigned groups)
 {
-    Descriptor netlink(socket(AF_NETLINK, SOCK_RAW | SOCK_CLOEXEC | SOCK_NONBLOCK, NETLINK_ROUTE));
+    Descriptor netlink(socket(AF_NETLINK, SOCK_RAW | SOCK_CLOEXEC | SOCK_NONBLOCK, bus));
     sockaddr_nl address = {};
     address.nl_family = AF_NETLINK;
-    address.nl_groups = RTMGRP_IPV4_ROUTE | RTMGRP_IPV6_ROUTE | RTMGRP_IPV4_RULE | 1U << (RTNLGRP_IPV6_RULE - 1);
+    address.nl_groups = groups;
     const bool bound = bind(netlink, reinterpret_cast<const sockaddr *>(&address), sizeof address) == 0;
     return bound ? std::move(netlink) : Descriptor();
 }
 
-/// Takes what has been announced. Which change it was does not matter: what is there now counts.
-void forget(int netlink)
+/// Takes what has been announced, and tells whether a message of this type was among it, or one was lost. Which
+/// change it was does not matter: what is there now counts.
+bool takeAnnouncements(int netlink, unsigned type)
 {
-    char buffer[8192];
-    while (recv(netlink, buffer, sizeof buffer, 0) > 0 || errno == ENOBUFS) {
+    alignas(nlmsghdr) char buffer[8192];
+    bool found = false;
+    ssize_t length = 0;
+    while ((length = recv(netlink, buffer, sizeof buffer, 0)) > 0 || errno == ENOBUFS) {
+        found = found || length < 0;
+        auto left = int(length);
+        for (const auto *each = reinterpret_cast<const nlmsghdr *>(buffer); mnl_nlmsg_ok(each, left);
+             each = mnl_nlmsg_next(each, &left)) {
+            found = found || each->nlmsg_type == type;
+        }
     }
+    return found;
 }
 
 Descriptor fileChanges()
@@ -101,35 +113,43 @@ bool concernsUs(int notes)
     return found;
 }
 
-/// Sleeps until a process ends or something changes that may concern the network, at most `limitMs`.
-void waitForChange(int program, const State &state, int netlink, int notes, int limitMs)
+/// What the guardian listens to.
+struct Changes
 {
-    inotify_add_watch(notes, "/etc/resolv.conf", IN_CLOSE_WRITE); // also where it is mounted
+    Descriptor routes = announcements(NETLINK_ROUTE, RTMGRP_IPV4_ROUTE | RTMGRP_IPV6_ROUTE | RTMGRP_IPV4_RULE |
+                                                         1U << (RTNLGRP_IPV6_RULE - 1));
+    Descriptor filter = announcements(NETLINK_NETFILTER, 1U << (NFNLGRP_NFTABLES - 1));
+    Descriptor files = fileChanges();
+};
+
+/// Sleeps until a process ends or something changes that may concern the network.
+void waitForChange(int program, const State &state, const Changes &changes)
+{
+    inotify_add_watch(changes.files, "/etc/resolv.conf", IN_CLOSE_WRITE); // also where it is mounted
     std::vector<Descriptor> tunnels;
-    std::vector<pollfd> events = {{program, POLLIN, 0}, {netlink, POLLIN, 0}, {notes, POLLIN, 0}};
+    std::vector<pollfd> events = {
+        {program, POLLIN, 0}, {changes.filter, POLLIN, 0}, {changes.routes, POLLIN, 0}, {changes.files, POLLIN, 0}};
     for (const Tunnel &tunnel : state.tunnels) {
         tunnels.emplace_back(openProcess(tunnel.process.number));
         events.push_back({tunnels.back(), POLLIN, 0});
     }
     const auto endOf = [](const pollfd &event) { return event.revents != 0; };
     bool changed = false;
-    while (poll(events.data(), events.size(), changed ? kPauseMs : limitMs) > 0) {
-        const bool routes = events[1].revents != 0;
-        const bool files = events[2].revents != 0 && concernsUs(notes);
-        if (routes) {
-            forget(netlink);
+    while (poll(events.data(), events.size(), changed ? kPauseMs : -1) > 0) {
+        if (events[1].revents != 0 && !takeAnnouncements(changes.filter, kTableGone)) {
+            events[1].revents = 0; // only its end is somebody else's doing
         }
-        changed = changed || routes || files;
-        events[1].revents = events[2].revents = 0;
+        changed = changed || events[2].revents != 0 || (events[3].revents != 0 && concernsUs(changes.files));
+        events[2].revents = events[3].revents = 0;
         if (std::any_of(events.begin(), events.end(), endOf)) {
             return; // an end waits for nobody
         }
         if (changed) { // the swarm is looked at once
-            events[1].fd = events[2].fd = -1;
+            events[2].fd = events[3].fd = -1;
         }
     }
-    forget(netlink);
-    concernsUs(notes);
+    takeAnnouncements(changes.routes, 0);
+    concernsUs(changes.files);
 }
 
 /// The lock is the guardian's for its whole life.
@@ -192,27 +212,18 @@ void watchNetwork(int program)
     if (lock < 0) {
         return;
     }
-    const Descriptor netlink = routeChanges();
-    const Descriptor notes = fileChanges();
+    const Changes changes;
     bool ended = false;
-    Clock::time_point brokenAt;
-    bool wasUndecided = false;
     while (true) {
         pollfd end = {program, POLLIN, 0};
         if (!ended && poll(&end, 1, 0) > 0) {
             ended = true;
             unlockNetwork({}, {}); // nothing happens when the program has done so itself
         }
-        const bool late = wasUndecided && Clock::now() - brokenAt > kDecisionWithin;
-        const State state = keepNetwork(ended || late);
-        if (state.isUndecided && !wasUndecided) {
-            brokenAt = Clock::now();
-        }
-        wasUndecided = state.isUndecided;
+        const State state = keepNetwork(ended);
         if (ended && state.tunnels.empty()) {
             return;
         }
-        const int limitMs = wasUndecided ? int(std::chrono::milliseconds(kDecisionWithin).count()) + 100 : -1;
-        waitForChange(ended ? -1 : program, state, netlink, notes, limitMs);
+        waitForChange(ended ? -1 : program, state, changes);
     }
 }
