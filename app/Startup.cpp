@@ -11,6 +11,7 @@
 #include "names/StateFiles.h"
 #include "platform/RootPart.h"
 #include "platform/Tool.h"
+#include "platform/TunnelHolder.h"
 #include "route/DefaultGateway.h"
 #include "vpn/VPNClient.h"
 
@@ -161,6 +162,14 @@ void showVersion()
 
 void resetNetwork()
 {
+    const Refusal refusal = isStartedByRoot() ? takeTunnel() : askForRoot();
+    if (!refusal.isEmpty()) {
+        qDebug().noquote() << QLatin1String("[ERROR]") + refusal.english();
+        if (QApplication::platformName() != QLatin1String("offscreen")) { // else nobody could close it
+            QMessageBox::warning(nullptr, QApplication::tr("Error"), refusal.translated());
+        }
+        return;
+    }
     VPNClient client;
     QObject::connect(&client, &VPNClient::message, [](const QString &message) { qDebug().noquote() << message; });
     client.reset();

@@ -46,5 +46,5 @@ void cleanUpAfterTunnels();
 void showVersion();
 
 /// "-reset": undoes the local driver set-up, and what a crash may have left of a connection: DNS settings, a blocked
-/// default route.
+/// default route. While another Korvan has the tunnel, or root's rights are refused, a box says so instead.
 void resetNetwork();

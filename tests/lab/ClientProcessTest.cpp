@@ -104,6 +104,18 @@ private slots:
         }
     }
 
+    void resetBesideARunningOneSaysSo()
+    {
+        ProgramLab lab;
+        QVERIFY(lab.connectsBy({}, true));
+        QProcess reset;
+        reset.start(appPath("/Korvan"), {"-reset"});
+        QVERIFY(reset.waitForFinished(60000) && reset.exitCode() == 0);
+        QVERIFY(reset.readAllStandardOutput().contains("is using Korvan on this computer") && !hasDefaultRoute());
+        lab.program.terminate();
+        QVERIFY(lab.ends());
+    }
+
     /// Nobody is left to clean up, so it all stays until somebody starts the program.
     void repairsWhatAllTheirDeathsLeft()
     {
