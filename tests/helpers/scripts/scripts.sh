@@ -100,6 +100,19 @@ case_a_tunnel_that_can_not_be_guarded_ends() {
     is 'nameserver 192.0.2.53' cat /etc/resolv.conf
 }
 
+case_the_first_boot_after_a_power_cut() {
+    rm -f /etc/resolv.conf; echo 'nameserver 192.0.2.53' >/etc/resolv.conf
+    tunnel; kill -9 $pid
+    # What the kernel and /run held is gone; the package's unit runs this.
+    nft flush ruleset; ip rule flush table 19311; ip route flush table 19311; rm -r /run/korvan
+    is $'# Korvan\'s tunnel; the file before: /etc/resolv.conf.korvan\n'"$lines" cat /etc/resolv.conf
+    unit=$(realpath "${BASH_SOURCE[0]%/*}/../../../packaging")/korvan-network.service
+    # shellcheck disable=SC2046 # a name and its option
+    env -i "$bundle"/$(sed -n "s,^ExecStart=.*/MacOS/,,p" "$unit")
+    is "nameserver 192.0.2.53" cat /etc/resolv.conf
+    is "" find /etc -name "resolv.conf.korvan"
+}
+
 case_down_sh_comes_late_when_a_second_tunnel_to_the_same_server_is_up() {
     state >/run/before
     tunnel; kill -9 $pid
