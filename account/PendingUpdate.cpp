@@ -5,6 +5,7 @@
 #include "common/StateFile.h"
 #include "names/Names.h"
 #include "names/StateFiles.h"
+#include "platform/RootUpdate.h"
 #include "platform/Tool.h"
 
 #include <QCoreApplication>
@@ -64,6 +65,15 @@ QString storeUpdate(const QByteArray &archive, const QString &signature)
 QString whyNotAccepted()
 {
     return check(appPath(kUpdateArchive), appPath(kUpdateSignature));
+}
+
+QString giveUpdateToRootPart(const QStringList &arguments)
+{
+    removeHandedOverUpdate();
+    if (!QDir().rename(appPath(kUpdateFolder), appPath(kNewUpdateFolder))) {
+        return QStringLiteral(QT_TRANSLATE_NOOP("Korvan", "the archive can not be stored"));
+    }
+    return installThroughRootPart(handedOver(kUpdateArchive), readWhole(handedOver(kUpdateSignature)), arguments);
 }
 
 bool handOverSignedUpdate()

@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 
 /// Whether the updater installs signed updates only: whether the bundle has keys for it.
 bool updatesAreSigned();
@@ -14,6 +15,11 @@ QString storeUpdate(const QByteArray &archive, const QString &signature);
 /// What the updater says of the signed update that waits in "/update": a part of a sentence, empty when it accepts
 /// it.
 QString whyNotAccepted();
+
+/// Hands the waiting signed update to the root part, which installs it once this program has ended and has it started
+/// again with `arguments`. Returns why it does not, a part of a sentence, or an empty text. A local event loop runs
+/// meanwhile.
+QString giveUpdateToRootPart(const QStringList &arguments);
 
 /// Hands the waiting signed update to the updater, which installs it once this program has ended. False when it can
 /// not be started. The update is out of "/update" then, so that a failure is not met again at every start.

@@ -62,17 +62,31 @@ void preferBundledTools()
     qputenv("PATH", QFile::encodeName(appPath("/tools")) + ':' + qgetenv("PATH"));
 }
 
-/// The signed update that waits: hands it over, or tells why it is not accepted and deletes it.
-static PendingUpdate installSignedUpdate()
+static PendingUpdate tellUpdateFailed(const QString &reason)
 {
-    const QString reason = whyNotAccepted();
-    if (!reason.isEmpty()) {
-        const QString text = QApplication::tr("Update failed, %1.").arg(reason);
-        qDebug().noquote() << "[ERROR]Update failed," << reason + QLatin1Char('.');
-        QDir_removeFolder(appPath(kUpdateFolder));
-        QMessageBox::information(nullptr, QApplication::tr("Update"), text);
-        return PendingUpdate::None;
+    qDebug().noquote() << "[ERROR]Update failed," << reason + QLatin1Char('.');
+    QDir_removeFolder(appPath(kUpdateFolder));
+    QMessageBox::information(nullptr, QApplication::tr("Update"), QApplication::tr("Update failed, %1.").arg(reason));
+    return PendingUpdate::None;
+}
+
+/// The signed update that waits: hands it over, or tells why it is not accepted and deletes it.
+static PendingUpdate installSignedUpdate(const char *argument)
+{
+    if (const QString reason = whyNotAccepted(); !reason.isEmpty()) {
+        return tellUpdateFailed(reason);
     }
+    if (!isStartedByRoot()) {
+        if (const Refusal refusal = askForRoot(); !refusal.isEmpty()) {
+            qDebug().noquote() << "WARNING: the update waits:" << refusal.english();
+            return PendingUpdate::None;
+        }
+        const QString argumentText = QString::fromLatin1(argument);
+        const QString reason =
+            giveUpdateToRootPart(argumentText.isEmpty() ? QStringList() : QStringList(argumentText));
+        return reason.isEmpty() ? PendingUpdate::HandedOver : tellUpdateFailed(reason);
+    }
+    qputenv(kRestartArgument, argument);
     if (!handOverSignedUpdate()) {
         QMessageBox::critical(nullptr, QApplication::tr("Error"), QApplication::tr("Can not start update compose."));
         return PendingUpdate::None;
@@ -101,11 +115,11 @@ PendingUpdate installPendingUpdate(const char *argument)
         qDebug("compose9 is missed, update failed.");
         return PendingUpdate::HelperMissing;
     }
-    qputenv(kRestartArgument, argument);
     if (updatesAreSigned()) {
         waiting.hide();
-        return installSignedUpdate();
+        return installSignedUpdate(argument);
     }
+    qputenv(kRestartArgument, argument);
     const QString staging = stagingFolder() + QLatin1Char('/');
     const QString archive = staging + kArchiveName;
     const QString helper = staging + QLatin1String("compose9");
@@ -124,9 +138,13 @@ PendingUpdate installPendingUpdate(const char *argument)
 
 QString takeUpdateFailure()
 {
-    const QString reason = QString::fromLocal8Bit(qgetenv(kUpdateFailure));
-    qunsetenv(kUpdateFailure);
-    return reason;
+    const QString outcome = qEnvironmentVariable(kUpdateOutcome);
+    qunsetenv(kUpdateOutcome);
+    if (!outcome.isEmpty() && !isStartedByRoot()) { // elsewhere compose9 has written it there
+        qDebug().noquote() << outcome;
+    }
+    const QLatin1String failed("[ERROR]Update failed: ");
+    return outcome.startsWith(failed) ? outcome.mid(failed.size()) : QString();
 }
 
 void removeStagingFolder()

@@ -63,12 +63,12 @@ korvan_name(
   "Environment variable in which the start-up tells compose9 the one argument that the program was started with, where"
   "it was one: after the update the program is started with it again.")
 korvan_name(
+  update_outcome KORVAN_UPDATE_OUTCOME
+  "Environment variable in which a program that is started again after an update is told the line of the log about it.")
+korvan_name(
   arguments_on_input "korvan: arguments on standard input"
   "Stands in the file of every helper that with - alone takes its arguments from standard input, each ended by a NUL."
   "Everything else that lies in its place gets them on its command line, which every user of the machine can read.")
-korvan_name(
-  update_failure KORVAN_UPDATE_FAILURE
-  "Environment variable in which compose9 tells the old program, which it starts again, why an update was not installed.")
 korvan_name(
   update_keys_file update-keys
   "Beside the program: the public keys of which one must have signed every update, minisign's lines, which begin with"

@@ -2,6 +2,7 @@
 
 #include "common/AppPath.h"
 #include "common/Wait.h"
+#include "names/Names.h"
 #include "platform/RootsAlone.h"
 #include "platform/TunnelHolder.h"
 
@@ -145,32 +146,39 @@ bool hasRoot()
     return getuid() == 0 || setuid(0) == 0;
 }
 
+bool sendWithDescriptors(int socket, QByteArray text, const std::vector<int> &descriptors)
+{
+    constexpr size_t most = 4;
+    iovec bytes = {text.data(), static_cast<size_t>(text.size())};
+    alignas(cmsghdr) char control[CMSG_SPACE(most * sizeof(int))] = {};
+    msghdr header = {};
+    header.msg_iov = &bytes;
+    header.msg_iovlen = 1;
+    const size_t size = qMin(descriptors.size(), most) * sizeof(int);
+    if (size > 0) {
+        header.msg_control = control;
+        header.msg_controllen = CMSG_SPACE(size);
+        cmsghdr *part = CMSG_FIRSTHDR(&header);
+        part->cmsg_level = SOL_SOCKET;
+        part->cmsg_type = SCM_RIGHTS;
+        part->cmsg_len = CMSG_LEN(size);
+        std::memcpy(CMSG_DATA(part), descriptors.data(), size);
+    }
+    return sendmsg(socket, &header, MSG_NOSIGNAL) == text.size();
+}
+
 bool requestHelper(const QString &name, const QStringList &arguments, int channel)
 {
     QByteArray text;
     for (const QString &word : QStringList(name) + arguments) {
         text += word.toLocal8Bit() + '\0';
     }
-    iovec bytes = {text.data(), static_cast<size_t>(text.size())};
-    alignas(cmsghdr) char control[CMSG_SPACE(sizeof channel)] = {};
-    msghdr header = {};
-    header.msg_iov = &bytes;
-    header.msg_iovlen = 1;
-    if (channel >= 0) {
-        header.msg_control = control;
-        header.msg_controllen = sizeof control;
-        cmsghdr *part = CMSG_FIRSTHDR(&header);
-        part->cmsg_level = SOL_SOCKET;
-        part->cmsg_type = SCM_RIGHTS;
-        part->cmsg_len = CMSG_LEN(sizeof channel);
-        std::memcpy(CMSG_DATA(part), &channel, sizeof channel);
-    }
-    return sendmsg(s_socket, &header, MSG_NOSIGNAL) == text.size();
+    return sendWithDescriptors(s_socket, text, channel >= 0 ? std::vector<int>{channel} : std::vector<int>());
 }
 
 Refusal whyNoUpdates()
 {
-    if (isStartedByRoot()) {
+    if (isStartedByRoot() || (usesRootPart() && QFile::exists(appPath("/") + QLatin1String(kUpdateKeysFile)))) {
         return {};
     }
     return {QT_TRANSLATE_NOOP("RootPart",

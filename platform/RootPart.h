@@ -4,6 +4,8 @@
 
 #include <QStringList>
 
+#include <vector>
+
 // Where this process gets done what only root can. Started by root, it does so itself. In every other start of a
 // bundle that nobody but root can change, the window is the person's own process, and the bundle's program "broker"
 // is the part of it that is root: it starts the helpers for the window, and ends with it.
@@ -30,6 +32,10 @@ bool hasRoot();
 /// streams and hears of its end; without one the helper is left to itself. False when there is no root part. Callable
 /// from any thread.
 bool requestHelper(const QString &name, const QStringList &arguments, int channel = -1);
+
+/// Sends one message with copies of these descriptors, at most four, over a SOCK_SEQPACKET socket. False when it
+/// could not be sent.
+bool sendWithDescriptors(int socket, QByteArray text, const std::vector<int> &descriptors);
 
 /// Why no update of the program is downloaded or installed in this start; an empty refusal where that is done.
 Refusal whyNoUpdates();

@@ -15,12 +15,16 @@ namespace {
 
 constexpr size_t kStreams = 3;
 
-/// A pipe, a socket or /dev/null: writing to anything else as root may mean more than writing.
+/// A pipe, a socket or /dev/null: writing to anything else as root may mean more than writing. A file may only be
+/// read.
 bool isPlainStream(int fd)
 {
     struct stat info = {};
     if (fstat(fd, &info) != 0) {
         return false;
+    }
+    if (S_ISREG(info.st_mode)) {
+        return (fcntl(fd, F_GETFL) & O_ACCMODE) == O_RDONLY;
     }
     return S_ISFIFO(info.st_mode) || S_ISSOCK(info.st_mode) ||
            (S_ISCHR(info.st_mode) && info.st_rdev == makedev(1, 3));

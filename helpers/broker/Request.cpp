@@ -6,12 +6,13 @@ struct Helper
 {
     std::string_view name;
     const char *program;
-    bool isScript;
+    bool isScript = false;
+    const char *mode = nullptr; ///< its first argument, whatever the window says
 };
 
 constexpr Helper kHelpers[] = {
-    {"compose", "/compose", false},   {"compose4", "/compose4", false}, {"composec", "/composec", false},
-    {"route", "/tools/route", false}, {"down", "/down.sh", true},
+    {"compose", "/compose"},   {"compose4", "/compose4"}, {"compose9", "/compose9", false, "--install-given"},
+    {"composec", "/composec"}, {"route", "/tools/route"}, {"down", "/down.sh", true},
 };
 
 } // namespace
@@ -32,6 +33,9 @@ std::optional<Request> parseRequest(std::string_view message)
     }
     for (const Helper &helper : kHelpers) {
         if (helper.name == words[0]) {
+            if (helper.mode != nullptr) {
+                words.insert(words.begin() + 1, helper.mode);
+            }
             return Request{helper.program, helper.isScript, {words.begin() + 1, words.end()}};
         }
     }

@@ -30,50 +30,57 @@ template <typename Done> static bool repeat(Done done, int limitMs)
     return true;
 }
 
-/// Whether a process is this user's. Other users may run what is in the bundle for as long as they like.
-static bool isOwn(const fs::path &process)
+/// Whether a process is one of these users'. Others may run what is in the bundle for as long as they like.
+static bool isOneOf(const std::vector<uid_t> &users, const fs::path &process)
 {
     std::ifstream status(process / "status");
     std::string word;
     while (status >> word) {
-        unsigned user = 0;
+        uid_t user = 0;
         if (word == "Uid:" && status >> user) {
-            return user == getuid();
+            return std::find(users.begin(), users.end(), user) != users.end();
         }
     }
     return false;
 }
 
-std::vector<Descriptor> processesOf(const std::string &bundle)
+static std::string targetOf(const std::string &link)
+{
+    std::error_code gone;
+    return fs::read_symlink(link, gone);
+}
+
+std::vector<Running> processesOf(const std::string &bundle, const std::vector<uid_t> &users)
 {
     const std::string inside = bundle + "/";
     const std::string self = std::to_string(getpid());
-    std::vector<Descriptor> processes;
+    std::vector<Running> processes;
     std::error_code error;
     for (fs::directory_iterator it("/proc", error), end; !error && it != end; it.increment(error)) {
         const std::string name = it->path().filename();
-        std::error_code gone;
-        if (isNumber(name) && name != self &&
-            fs::read_symlink(it->path() / "exe", gone).native().compare(0, inside.size(), inside) == 0 &&
-            isOwn(it->path())) {
-            processes.emplace_back(static_cast<int>(syscall(SYS_pidfd_open, std::stoi(name), 0)));
+        const std::string link = it->path() / "exe";
+        const std::string program = targetOf(link);
+        if (isNumber(name) && name != self && program.compare(0, inside.size(), inside) == 0 &&
+            isOneOf(users, it->path())) {
+            const auto process = static_cast<int>(syscall(SYS_pidfd_open, std::stoi(name), 0));
+            processes.push_back({link, program, Descriptor(process)});
         }
     }
     return processes;
 }
 
-bool waitForEnds(const std::vector<Descriptor> &processes, int limitMs)
+bool waitForEnds(const std::vector<Running> &processes, int limitMs)
 {
-    const auto hasEnded = [](const Descriptor &process) {
-        pollfd end = {process, POLLIN, 0};
-        return process < 0 || poll(&end, 1, 0) > 0;
+    const auto hasEnded = [](const Running &running) {
+        pollfd end = {running.process, POLLIN, 0};
+        return running.process < 0 || poll(&end, 1, 0) > 0 || targetOf(running.link) != running.program;
     };
     return repeat([&] { return std::all_of(processes.begin(), processes.end(), hasEnded); }, limitMs);
 }
 
-bool waitForEnd(const std::string &bundle, int limitMs)
+bool waitForEnd(const std::string &bundle, uid_t user, int limitMs)
 {
-    return repeat([&] { return processesOf(bundle).empty(); }, limitMs);
+    return repeat([&] { return processesOf(bundle, {user}).empty(); }, limitMs);
 }
 
 int startProgram(const std::string &path)

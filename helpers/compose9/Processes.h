@@ -5,14 +5,25 @@
 #include <string>
 #include <vector>
 
-/// The processes other than this one, which lies in the bundle too, that run one of the bundle's programs now.
-std::vector<Descriptor> processesOf(const std::string &bundle);
+/// A process that runs a program of the bundle.
+struct Running
+{
+    std::string link;    ///< of its executable, below /proc
+    std::string program; ///< where that link leads
+    Descriptor process;
+};
 
-/// Waits until all these processes have ended. Returns false when one has not after `limitMs`.
-bool waitForEnds(const std::vector<Descriptor> &processes, int limitMs);
+/// The processes other than this one, which lies in the bundle too, that run one of the bundle's programs now as one
+/// of these users.
+std::vector<Running> processesOf(const std::string &bundle, const std::vector<uid_t> &users);
 
-/// Waits until no process runs a program of the bundle. Returns false when one still does after `limitMs`.
-bool waitForEnd(const std::string &bundle, int limitMs);
+/// Waits until all these processes have ended, or have become another program. Returns false when one has not after
+/// `limitMs`.
+bool waitForEnds(const std::vector<Running> &processes, int limitMs);
+
+/// Waits until no process of the user runs a program of the bundle. Returns false when one still does after
+/// `limitMs`.
+bool waitForEnd(const std::string &bundle, uid_t user, int limitMs);
 
 /// Starts the program as the user that started this process, in this process's environment. Returns its process id,
 /// or -1.

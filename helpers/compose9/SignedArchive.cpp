@@ -38,17 +38,12 @@ bool needsSignature(const std::string &folder)
     return access((folder + kUpdateKeysFile).c_str(), F_OK) == 0;
 }
 
-SignedArchive readSigned(const std::string &archive, const std::string &signature, const std::string &folder)
+/// Checks the bytes, unless a reason against them is known already.
+static SignedArchive checked(SignedArchive result, const std::string &lines, const std::string &folder)
 {
-    SignedArchive result;
     std::string keys;
-    std::string lines;
-    result.reason = readFile(folder + kUpdateKeysFile, kTextLimit, keys);
     if (result.reason.empty()) {
-        result.reason = readFile(archive, kArchiveLimit, result.bytes);
-    }
-    if (result.reason.empty()) {
-        result.reason = readFile(signature, kTextLimit, lines);
+        result.reason = readFile(folder + kUpdateKeysFile, kTextLimit, keys);
     }
     if (!result.reason.empty()) {
         return result;
@@ -61,6 +56,28 @@ SignedArchive readSigned(const std::string &archive, const std::string &signatur
         result.reason = "its version " + result.version + " is older than the installed " + installed;
     }
     return result;
+}
+
+SignedArchive readSigned(const std::string &archive, const std::string &signature, const std::string &folder)
+{
+    SignedArchive result;
+    std::string lines;
+    result.reason = readFile(archive, kArchiveLimit, result.bytes);
+    if (result.reason.empty()) {
+        result.reason = readFile(signature, kTextLimit, lines);
+    }
+    return checked(std::move(result), lines, folder);
+}
+
+SignedArchive readGiven(const std::string &signature, const std::string &folder)
+{
+    SignedArchive result;
+    if (!readAll(STDIN_FILENO, result.bytes, kArchiveLimit + 1)) {
+        result.reason = std::string("the archive can not be read: ") + strerror(errno);
+    } else if (result.bytes.size() > kArchiveLimit) {
+        result.reason = "the archive is too long";
+    }
+    return checked(std::move(result), signature, folder);
 }
 
 std::string unpackSigned(const SignedArchive &archive, const std::string &tool, const std::string &folder)

@@ -13,6 +13,9 @@ struct SignedArchive
 /// Whether updates of the program in the folder, which ends with "/", have to be signed.
 bool needsSignature(const std::string &folder);
 
+/// Reads an archive from standard input and checks it with this signature, minisign's lines, as readSigned() does.
+SignedArchive readGiven(const std::string &signature, const std::string &folder);
+
 /// Reads an archive and its signature, both plain files, and checks them: signed by a key of the folder, for this
 /// program, and not older than the one there.
 SignedArchive readSigned(const std::string &archive, const std::string &signature, const std::string &folder);

@@ -1,16 +1,20 @@
 #include "helpers/compose9/Bundle.h"
 #include "helpers/compose9/Processes.h"
 #include "helpers/compose9/SignedArchive.h"
+#include "helpers/compose9/Starter.h"
+#include "helpers/system/Person.h"
 #include "names/Names.h"
 
 #include <cerrno>
 #include <climits>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
 #include <fcntl.h>
 #include <filesystem>
+#include <optional>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -25,8 +29,8 @@ struct Places
     std::string staging; ///< where the update was unpacked, with this helper
     std::string fresh;   ///< the new bundle before the swap, the old one after it
 
-    std::string archive;   ///< the signed archive; empty where the update lies unpacked in the staging folder
-    std::string signature; ///< of that archive
+    std::optional<SignedArchive> archive; ///< nothing where the update lies unpacked in the staging folder
+    std::optional<uid_t> person;          ///< for whom root updates; nothing where the program's own user does
 
     /// The installed program's file.
     std::string executable() const { return bundle + kMacOs + program; }
@@ -35,10 +39,14 @@ struct Places
 constexpr int kEndLimitMs = 60000;
 constexpr int kWatchMs = 5000;
 
-/// Adds a line to the program's log, in the log's own form, and to standard error.
+/// Adds a line to the program's log, in the log's own form, and to standard error. A person's log is not root's to
+/// write.
 static void say(const Places &places, const std::string &text)
 {
     fprintf(stderr, "compose9: %s\n", text.c_str());
+    if (places.person) {
+        return;
+    }
     const std::string path = places.bundle + kMacOs + "log.txt";
     const int fd = open(path.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK, 0600);
     char clock[16];
@@ -71,7 +79,7 @@ static std::string returnToBundle(const Places &places)
 /// Unpacks a signed archive into the staging folder. Nothing is written before its signature was checked.
 static std::string stageSigned(const Places &places)
 {
-    const SignedArchive archive = readSigned(places.archive, places.signature, places.bundle + kMacOs);
+    const SignedArchive &archive = *places.archive;
     if (!archive.reason.empty()) {
         return archive.reason;
     }
@@ -86,12 +94,12 @@ static std::string stageSigned(const Places &places)
 }
 
 /// Brings the new bundle to the place beside the old one and makes it ready to run there.
-static std::string prepare(const Places &places)
+static std::string prepare(const Places &places, const Starter &starter)
 {
-    if (std::string reason = places.archive.empty() ? std::string() : stageSigned(places); !reason.empty()) {
+    if (std::string reason = places.archive ? stageSigned(places) : std::string(); !reason.empty()) {
         return reason;
     }
-    if (places.archive.empty() && needsSignature(places.bundle + kMacOs)) {
+    if (!places.archive && needsSignature(places.bundle + kMacOs)) {
         return "this program installs signed updates only";
     }
     std::error_code error;
@@ -100,7 +108,7 @@ static std::string prepare(const Places &places)
     if (rename((places.staging + "/" + places.program + ".app").c_str(), places.fresh.c_str()) != 0) {
         return "the archive has no " + places.program + ".app or could not be unpacked: " + strerror(errno);
     }
-    if (!waitForEnd(places.bundle, kEndLimitMs)) {
+    if (!waitForEnd(places.bundle, starter.user(), kEndLimitMs)) {
         return "the program still runs";
     }
     std::string reason = checkBundle(places.fresh, places.program);
@@ -115,7 +123,7 @@ static std::string prepare(const Places &places)
 
 /// Exchanges the two bundles. There is no moment without a bundle; a file system that can not do that keeps the old
 /// one.
-static std::string swapBundles(const Places &places)
+static std::string swapBundles(const Places &places, const Starter &starter)
 {
     // So that not even a power failure brings up half a bundle.
     const int folder = open(places.fresh.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
@@ -123,7 +131,7 @@ static std::string swapBundles(const Places &places)
         return std::string("can not store the new bundle: ") + strerror(errno);
     }
     close(folder);
-    if (!waitForEnd(places.bundle, kWatchMs)) {
+    if (!waitForEnd(places.bundle, starter.user(), kWatchMs)) {
         return "the program was started meanwhile";
     }
     if (renameat2(AT_FDCWD, places.fresh.c_str(), AT_FDCWD, places.bundle.c_str(), RENAME_EXCHANGE) == 0) {
@@ -139,40 +147,40 @@ static void removeLeftovers(const Places &places)
     fs::remove_all(places.staging, error);
 }
 
-/// Starts the program that is in its place again, which tells the person why it is the old one.
-static void startOldProgram(const Places &places, const std::string &reason)
+/// What the log is told of a failure.
+static std::string failure(const std::string &reason)
 {
-    setenv(kUpdateFailure, reason.c_str(), 1);
-    startProgram(places.executable());
+    return "[ERROR]Update failed: " + reason;
 }
 
-/// Installs the update and starts the new version; the old one again when that fails. Returns the reason of a
-/// failure.
-static std::string update(const Places &places)
+/// Installs the update and starts the new version; the old one again when that fails, once `ending`, the processes of
+/// the one that asked for the update, have ended. Returns the reason of a failure.
+static std::string update(const Places &places, const std::vector<Running> &ending, Starter &starter)
 {
     const std::string oldVersion = bundleVersion(places.bundle);
-    const std::vector<Descriptor> ending = processesOf(places.bundle);
-    std::string reason = prepare(places);
+    std::string reason = prepare(places, starter);
     if (reason.empty()) {
-        reason = swapBundles(places);
+        reason = swapBundles(places, starter);
     }
     if (!reason.empty()) {
         removeLeftovers(places);
         // The program may take a while to end; one that somebody has started since goes on.
-        if (waitForEnds(ending, kEndLimitMs) && processesOf(places.bundle).empty()) {
-            startOldProgram(places, reason);
+        if (waitForEnds(ending, kEndLimitMs) && processesOf(places.bundle, {starter.user()}).empty()) {
+            starter.start(failure(reason));
         }
         return reason;
     }
-    say(places, "SUCCESS: updated from " + oldVersion + " to " + bundleVersion(places.bundle));
-    reason = watch(startProgram(places.executable()), kWatchMs);
+    const std::string success = "SUCCESS: updated from " + oldVersion + " to " + bundleVersion(places.bundle);
+    say(places, success);
+    starter.start(success);
+    reason = starter.watch(kWatchMs);
     if (!reason.empty()) {
         reason = "the new version does not run, " + reason;
-        const std::string stuck = swapBundles(places);
+        const std::string stuck = swapBundles(places, starter);
         if (!stuck.empty()) {
             return reason + "; " + stuck;
         }
-        startOldProgram(places, reason);
+        starter.start(failure(reason));
     }
     removeLeftovers(places);
     return reason;
@@ -197,9 +205,15 @@ static int run(const Places &places)
         fprintf(stderr, "compose9: %s: %s\n", places.bundle.c_str(), strerror(errno));
         return 1;
     }
-    std::string reason = places.archive.empty() ? returnToBundle(places) : std::string();
-    if (!reason.empty() && waitForEnd(places.bundle, kEndLimitMs)) {
-        startOldProgram(places, reason);
+    Starter starter(places.executable(), places.person);
+    std::string reason = places.archive ? std::string() : returnToBundle(places);
+    if (!reason.empty() && waitForEnd(places.bundle, starter.user(), kEndLimitMs)) {
+        starter.start(failure(reason));
+    }
+    // With those of root that work for the person's window.
+    const std::vector<Running> ending = processesOf(places.bundle, {getuid(), starter.user()});
+    if (places.person && !waitForEnds(ending, kEndLimitMs)) { // before the lock, which no window may keep from others
+        reason = "the program still runs";
     }
     // A file that nobody else can open: whoever may only read a file can hold its lock.
     const std::string lockPath = std::string(kJournalFolder) + "/update-lock";
@@ -208,10 +222,10 @@ static int run(const Places &places)
     if (reason.empty() && flock(lock, LOCK_EX | LOCK_NB) != 0) {
         reason = errno == EWOULDBLOCK ? "another update is being installed" : lockPath + ": " + strerror(errno);
     } else if (reason.empty()) {
-        reason = update(places);
+        reason = update(places, ending, starter);
     }
     if (!reason.empty()) {
-        say(places, "[ERROR]Update failed: " + reason);
+        say(places, failure(reason));
     }
     return reason.empty() ? 0 : 1;
 }
@@ -233,11 +247,36 @@ static int check(const std::string &archive, const std::string &signature)
     return reason.empty() ? 0 : 1;
 }
 
+/// Checks the archive on standard input for the person for whom the broker has started this, and goes on without the
+/// broker, which ends with the window.
+static int installGiven(const std::string &signature)
+{
+    Places places = placesBeside(ownFolder().parent_path().parent_path());
+    places.person = personWorkedFor();
+    if (!places.person) {
+        fputs("compose9: this is for the broker to ask\n", stderr);
+        return 2;
+    }
+    places.archive = readGiven(signature, ownFolder() / "");
+    if (!places.archive->reason.empty()) {
+        printf("%s\n", places.archive->reason.c_str());
+        return 1;
+    }
+    if (const pid_t child = fork(); child != 0) {
+        return child > 0 ? 0 : 1;
+    }
+    setsid();
+    signal(SIGPIPE, SIG_IGN); // whoever was to start the program may be gone
+    return run(places);
+}
+
 /// `compose9 STAGING NAME` installs the bundle NAME.app, which lies unpacked in the folder STAGING, in the place of
 /// the bundle NAME.app beside that folder, and starts the program again. `compose9 --install ARCHIVE SIGNATURE` does
 /// so with the bundle that it lies in and a signed archive, `compose9 --check ARCHIVE SIGNATURE` only says whether it
-/// would. Exit status 0, or 1 when the old version stays; the log of the program that is in place tells what
-/// happened.
+/// would. `compose9 --install-given SIGNATURE` installs, as root, the archive on its standard input
+/// for the person in its environment, and has ended when that was checked: with status 1, and the reason on standard
+/// output, when it is not accepted. Exit status 0, or 1 when the old version stays; the log of the program that is in
+/// place tells what happened.
 int main(int argc, char *argv[])
 {
     const std::string first = argc > 1 ? argv[1] : "";
@@ -246,9 +285,11 @@ int main(int argc, char *argv[])
     }
     if (argc == 4 && first == "--install") {
         Places places = placesBeside(ownFolder().parent_path().parent_path());
-        places.archive = argv[2];
-        places.signature = argv[3];
+        places.archive = readSigned(argv[2], argv[3], ownFolder() / "");
         return run(places);
+    }
+    if (argc == 3 && first == "--install-given") {
+        return installGiven(argv[2]);
     }
     char staging[PATH_MAX];
     if (argc != 3 || strchr(argv[2], '/') || !realpath(argv[1], staging)) {

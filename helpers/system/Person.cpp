@@ -8,6 +8,13 @@
 #include <grp.h>
 #include <unistd.h>
 
+std::optional<uid_t> personWorkedFor()
+{
+    const char *number = std::getenv(kPersonVariable);
+    const bool isUser = number != nullptr && isNumber(number);
+    return isUser ? std::optional(static_cast<uid_t>(std::strtoul(number, nullptr, 10))) : std::nullopt;
+}
+
 bool PersonsRights::areOthers()
 {
     return std::getenv(kPersonVariable) != nullptr;
@@ -18,9 +25,8 @@ PersonsRights::PersonsRights()
     if (!areOthers()) {
         return;
     }
-    const char *number = std::getenv(kPersonVariable);
-    const auto user =
-        isNumber(number) ? userById(static_cast<uid_t>(std::strtoul(number, nullptr, 10))) : std::nullopt;
+    const std::optional<uid_t> person = personWorkedFor();
+    const auto user = person ? userById(*person) : std::nullopt;
     const int count = getgroups(0, nullptr);
     m_groups.resize(count > 0 ? static_cast<size_t>(count) : 0);
     m_taken = user && getgroups(count, m_groups.data()) == count;

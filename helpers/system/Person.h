@@ -1,7 +1,11 @@
 #pragma once
 
+#include <optional>
 #include <sys/types.h>
 #include <vector>
+
+/// The user for whom this process works, where that is not the one it runs as.
+std::optional<uid_t> personWorkedFor();
 
 /// While it lives, this process opens files with the rights of the user for whom it works, and no others: what that
 /// user has put a link to, or may not read, root does not read either. Changes nothing in a process that works for

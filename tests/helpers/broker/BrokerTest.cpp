@@ -159,6 +159,7 @@ private slots:
         const std::tuple<const char *, std::string, const char *> cases[] = {
             {"a helper", words({"compose", "--config", "x"}), "/compose --config x"},
             {"a script, an empty argument", words({"down", ""}), "bash /down.sh "},
+            {"an update, in the one way", words({"compose9", "--install"}), "/compose9 --install-given --install"},
             {"a path", words({"/compose"}), ""},
             {"a way out", words({"tools/../compose"}), ""},
             {"another program", words({"bash", "-c", "id"}), ""},
