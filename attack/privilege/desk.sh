@@ -72,7 +72,7 @@ ways=(korvan $application/Korvan)
 allow() { [ "$1" = korvan ] && chmod 0755 $application/Korvan || chmod 4755 $application/Korvan; }
 end() {
     kill -KILL $started $($own || program) 2>/dev/null
-    await gone || { echo "   still there: $(program | paste -sd ' ')"; kill -KILL $(program); }
+    await gone || { echo "   still there: $(ps -o pid=,user=,stat=,wchan=,args= -p "$(pgrep -d, -f "$application/")" | paste -sd '|')"; kill -KILL $(program); }
     kill -KILL $(pgrep -u root -x dbus-launch) $(pgrep -u root -f '^/usr/bin/dbus-daemon --syntax') 2>/dev/null
 }
 both_ways() { local way; for way in "${ways[@]}"; do allow "$way"; run "$way"; end; done; allow korvan; }

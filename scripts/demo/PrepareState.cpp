@@ -15,7 +15,8 @@ int main(int argc, char *argv[])
     const QCoreApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
     if (arguments.size() != 4 && arguments.size() != 5) {
-        std::fputs("usage: prepare_state USER PASSWORD SERVER [lock-down | PROXY:PORT]\n"
+        std::fputs("usage: prepare_state USER PASSWORD SERVER [lock-down | PROXY:PORT | stay]\n"
+                   "\"stay\" does not connect after the start.\n"
                    "Run by root from the application folder, whose \"cfg\" it fills; by others for themselves.\n",
                    stderr);
         return 1;
@@ -23,14 +24,15 @@ int main(int argc, char *argv[])
     QDir().mkpath(appPath("/cfg"));
     writeSavedLogin({arguments.at(1), arguments.at(2)});
     Options options;
-    const QStringList proxy = arguments.value(4).split(QLatin1Char(':'));
+    const QString choice = arguments.value(4);
+    const QStringList proxy = choice.split(QLatin1Char(':'));
     options.proxy.none = proxy.size() != 2;
     options.proxy.http = proxy.size() == 2;
     options.proxy.address = proxy.at(0);
     options.proxy.port = proxy.value(1);
-    options.connectOnBoot = options.proxy.none;
+    options.connectOnBoot = options.proxy.none && choice != QLatin1String("stay");
     options.noSound = arguments.size() == 5;
-    options.lockDown = arguments.value(4) == QLatin1String("lock-down");
+    options.lockDown = choice == QLatin1String("lock-down");
     options.bootServer = arguments.at(3);
     options.updateFrequency = 1;
     options.protocol = QStringLiteral("OpenVPN");
