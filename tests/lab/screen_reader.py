@@ -18,9 +18,10 @@ gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi, Gio, GLib
 
 LIMIT = 30  # seconds
+BUTTON = Atspi.Role.BUTTON if hasattr(Atspi.Role, "BUTTON") else Atspi.Role.PUSH_BUTTON  # by the library's age
 CONTROLS = {
-    Atspi.Role.CHECK_BOX, Atspi.Role.COMBO_BOX, Atspi.Role.ENTRY, Atspi.Role.PAGE_TAB, Atspi.Role.PASSWORD_TEXT,
-    Atspi.Role.PROGRESS_BAR, Atspi.Role.PUSH_BUTTON, Atspi.Role.RADIO_BUTTON, Atspi.Role.TABLE, Atspi.Role.TEXT,
+    BUTTON, Atspi.Role.CHECK_BOX, Atspi.Role.COMBO_BOX, Atspi.Role.ENTRY, Atspi.Role.PAGE_TAB, Atspi.Role.PASSWORD_TEXT,
+    Atspi.Role.PROGRESS_BAR, Atspi.Role.RADIO_BUTTON, Atspi.Role.TABLE, Atspi.Role.TEXT,
 }
 heard = []
 warnings.simplefilter("ignore", DeprecationWarning)  # of names that the older library only has
@@ -107,7 +108,7 @@ def act(control, action):
     control.do_action(names.index(action))
 
 
-def press(name, role=Atspi.Role.PUSH_BUTTON):
+def press(name, role=BUTTON):
     act(find(name, role), "Press")
 
 
@@ -146,12 +147,12 @@ def connect(user, password, server):
     type_into("User name", user, Atspi.Role.TEXT, Atspi.Role.ENTRY)
     type_into("Password", password, Atspi.Role.PASSWORD_TEXT)
     press("Log in")
-    find("Connect", Atspi.Role.PUSH_BUTTON)
+    find("Connect", BUTTON)
     for page in ("VPN log", "Settings", "Proxy", "Service status", "Dashboard"):
         press(page, Atspi.Role.PAGE_TAB)
         look_for_nameless()
     choose("Server", server)
-    act(find("Connect", Atspi.Role.PUSH_BUTTON), "SetFocus")
+    act(find("Connect", BUTTON), "SetFocus")
     press("Connect")
     has_come_to("CONNECTED")
 
@@ -160,7 +161,7 @@ def disconnect():
     press("FAQ: frequently asked questions")
     press("Disconnect")
     has_come_to("NOT CONNECTED")
-    find("Connect", Atspi.Role.PUSH_BUTTON)
+    find("Connect", BUTTON)
 
 
 def answer(text, button):
