@@ -36,7 +36,7 @@ static QString check(const QString &archive, const QString &signature)
         return {};
     }
     const QString reason = QString::fromLocal8Bit(result.errors).trimmed();
-    return reason.isEmpty() ? QStringLiteral(QT_TRANSLATE_NOOP("Korvan", "it can not be checked")) : reason;
+    return reason.isEmpty() ? QStringLiteral("it can not be checked") : reason;
 }
 
 QString storeUpdate(const QByteArray &archive, const QString &signature)
@@ -48,14 +48,14 @@ QString storeUpdate(const QByteArray &archive, const QString &signature)
     QString problem;
     if (!QDir().mkpath(appPath(kNewUpdateFolder)) || !writeWhole(file, archive) ||
         (isSigned && !writeWhole(signatureFile, signature.toLatin1()))) {
-        problem = QStringLiteral(QT_TRANSLATE_NOOP("Korvan", "the archive can not be stored"));
+        problem = QStringLiteral("the archive can not be stored");
     } else if (isSigned) {
         problem = check(file, signatureFile);
     }
     if (problem.isEmpty()) {
         QDir_removeFolder(appPath(kUpdateFolder));
         if (!QDir().rename(appPath(kNewUpdateFolder), appPath(kUpdateFolder))) {
-            problem = QStringLiteral(QT_TRANSLATE_NOOP("Korvan", "the archive can not be stored"));
+            problem = QStringLiteral("the archive can not be stored");
         }
     }
     QDir_removeFolder(appPath(kNewUpdateFolder));
@@ -71,7 +71,7 @@ QString giveUpdateToRootPart(const QStringList &arguments)
 {
     removeHandedOverUpdate();
     if (!QDir().rename(appPath(kUpdateFolder), appPath(kNewUpdateFolder))) {
-        return QStringLiteral(QT_TRANSLATE_NOOP("Korvan", "the archive can not be stored"));
+        return QStringLiteral("the archive can not be stored");
     }
     return installThroughRootPart(handedOver(kUpdateArchive), readWhole(handedOver(kUpdateSignature)), arguments);
 }

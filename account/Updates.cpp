@@ -72,10 +72,9 @@ QString whyNoArchive(int status, const QByteArray &body)
 {
     constexpr int httpOk = 200;
     if (status != httpOk) {
-        return QStringLiteral(QT_TRANSLATE_NOOP("Korvan", "the answer has the status %1")).arg(status);
+        return QStringLiteral("the answer has the status %1").arg(status);
     }
-    return body.startsWith("PK\3\4") ? QString()
-                                     : QStringLiteral(QT_TRANSLATE_NOOP("Korvan", "the answer is no archive"));
+    return body.startsWith("PK\3\4") ? QString() : QStringLiteral("the answer is no archive");
 }
 
 std::optional<QDateTime> nextRefresh(int choice, const QDateTime &stored, const QDateTime &now)

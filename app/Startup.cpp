@@ -2,6 +2,7 @@
 
 #include "account/Archive.h"
 #include "account/PendingUpdate.h"
+#include "account/UpdateReason.h"
 #include "base/DebugLog.h"
 #include "common/AppPath.h"
 #include "common/Paths.h"
@@ -66,7 +67,8 @@ static PendingUpdate tellUpdateFailed(const QString &reason)
 {
     qDebug().noquote() << "[ERROR]Update failed," << reason + QLatin1Char('.');
     QDir_removeFolder(appPath(kUpdateFolder));
-    QMessageBox::information(nullptr, QApplication::tr("Update"), QApplication::tr("Update failed, %1.").arg(reason));
+    QMessageBox::information(nullptr, QApplication::tr("Update"),
+                             QApplication::tr("Update failed, %1.").arg(translatedReason(reason)));
     return PendingUpdate::None;
 }
 

@@ -1,3 +1,4 @@
+#include "account/UpdateReason.h"
 #include "app/Startup.h"
 #include "base/DebugLog.h"
 #include "controller/Korvan.h"
@@ -57,7 +58,7 @@ static int runWindow(SingleInstance &instance, bool show, const Refusal &refusal
     }
     if (const QString reason = takeUpdateFailure(); !reason.isEmpty()) {
         tell(window, QMessageBox::Information, QApplication::tr("Update"),
-             QApplication::tr("Update failed, %1.").arg(reason));
+             QApplication::tr("Update failed, %1.").arg(translatedReason(reason)));
     }
     return QApplication::exec();
 }

@@ -3,6 +3,7 @@
 #include "account/Limits.h"
 #include "account/PendingUpdate.h"
 #include "account/ServiceRequest.h"
+#include "account/UpdateReason.h"
 #include "account/Updates.h"
 #include "account/WebPage.h"
 #include "common/AppPath.h"
@@ -21,7 +22,6 @@
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QPointer>
-#include <QRegularExpression>
 
 bool Korvan::checkUpdate(QString &url, QString &message, QString &version)
 {
@@ -117,18 +117,6 @@ void Korvan::enableRefresh(bool possible)
     }
 }
 
-/// A reason in the person's language. The log tells it in English, and so comes what the updater itself says.
-static QString translated(const QString &reason)
-{
-    static const QRegularExpression digits(QStringLiteral("[0-9]+"));
-    const QString number = digits.match(reason).captured();
-    if (number.isEmpty()) {
-        return Korvan::tr(reason.toUtf8().constData());
-    }
-    const QString text = QString(reason).replace(number, QLatin1String("%1"));
-    return Korvan::tr(text.toUtf8().constData()).arg(number);
-}
-
 void Korvan::onUpApp()
 {
     // Of a local file, which the description could name, opening alone may wait for ever.
@@ -153,8 +141,7 @@ void Korvan::onUpApp()
     }
     const QByteArray archive = wholeBody(*reply);
     const int status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-    QString problem =
-        archive.isEmpty() ? QStringLiteral(QT_TRANSLATE_NOOP("Korvan", "no data")) : whyNoArchive(status, archive);
+    QString problem = archive.isEmpty() ? QStringLiteral("no data") : whyNoArchive(status, archive);
     const QString refused = refusal(*reply);
     if (problem.isEmpty()) {
         problem = storeUpdate(archive, m_updateSignature);
@@ -169,7 +156,7 @@ void Korvan::onUpApp()
     }
     qDebug().noquote() << "WARNING: the update is refused:" << problem;
     KvUnaskedBox::tell(this, QMessageBox::Information, tr("Update"),
-                       joined(tr("Update failed, %1.").arg(translated(problem)), refused));
+                       joined(tr("Update failed, %1.").arg(translatedReason(problem)), refused));
     m_form->pbUpApp->setEnabled(true);
 }
 

@@ -719,6 +719,46 @@ Drücken Sie OK, um Ihre normale Internetverbindung wiederherzustellen, und verb
         <source>The last configuration can not be put back.</source>
         <translation>Die letzte Konfiguration lässt sich nicht zurückholen.</translation>
     </message>
+    <message>
+        <source>it is not signed</source>
+        <translation>sie ist nicht signiert</translation>
+    </message>
+    <message>
+        <source>its signature is damaged</source>
+        <translation>ihre Signatur ist beschädigt</translation>
+    </message>
+    <message>
+        <source>its signature is not right</source>
+        <translation>ihre Signatur stimmt nicht</translation>
+    </message>
+    <message>
+        <source>it is signed with a key that this program does not know</source>
+        <translation>sie ist mit einem Schlüssel signiert, den dieses Programm nicht kennt</translation>
+    </message>
+    <message>
+        <source>it is signed for another program</source>
+        <translation>sie ist für ein anderes Programm signiert</translation>
+    </message>
+    <message>
+        <source>it is signed as version %1 and holds version %2</source>
+        <translation>sie ist als Version %1 signiert und enthält Version %2</translation>
+    </message>
+    <message>
+        <source>its version %1 is older than the installed %2</source>
+        <translation>ihre Version %1 ist älter als die installierte %2</translation>
+    </message>
+    <message>
+        <source>another update is being installed</source>
+        <translation>eine andere Aktualisierung wird gerade installiert</translation>
+    </message>
+    <message>
+        <source>the program still runs</source>
+        <translation>das Programm läuft noch</translation>
+    </message>
+    <message>
+        <source>the new version does not run, it ended at once with status %1</source>
+        <translation>die neue Version läuft nicht, sie endete sofort mit dem Status %1</translation>
+    </message>
 </context>
 <context>
     <name>KvL2TPBox</name>

@@ -719,6 +719,46 @@ Pulse Aceptar para restablecer su conexión a Internet habitual y vuelva a conec
         <source>The last configuration can not be put back.</source>
         <translation>No se puede recuperar la última configuración.</translation>
     </message>
+    <message>
+        <source>it is not signed</source>
+        <translation>no está firmada</translation>
+    </message>
+    <message>
+        <source>its signature is damaged</source>
+        <translation>su firma está dañada</translation>
+    </message>
+    <message>
+        <source>its signature is not right</source>
+        <translation>su firma no es correcta</translation>
+    </message>
+    <message>
+        <source>it is signed with a key that this program does not know</source>
+        <translation>está firmada con una clave que este programa no conoce</translation>
+    </message>
+    <message>
+        <source>it is signed for another program</source>
+        <translation>está firmada para otro programa</translation>
+    </message>
+    <message>
+        <source>it is signed as version %1 and holds version %2</source>
+        <translation>está firmada como versión %1 y contiene la versión %2</translation>
+    </message>
+    <message>
+        <source>its version %1 is older than the installed %2</source>
+        <translation>su versión %1 es anterior a la instalada %2</translation>
+    </message>
+    <message>
+        <source>another update is being installed</source>
+        <translation>se está instalando otra actualización</translation>
+    </message>
+    <message>
+        <source>the program still runs</source>
+        <translation>el programa sigue en ejecución</translation>
+    </message>
+    <message>
+        <source>the new version does not run, it ended at once with status %1</source>
+        <translation>la nueva versión no funciona, terminó enseguida con el estado %1</translation>
+    </message>
 </context>
 <context>
     <name>KvL2TPBox</name>

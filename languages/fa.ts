@@ -719,6 +719,46 @@ Please press OK to resume your regular internet connection and reconnect to the 
         <source>The last configuration can not be put back.</source>
         <translation>پیکربندی قبلی را نمی‌توان بازگرداند.</translation>
     </message>
+    <message>
+        <source>it is not signed</source>
+        <translation>امضا نشده است</translation>
+    </message>
+    <message>
+        <source>its signature is damaged</source>
+        <translation>امضای آن آسیب دیده است</translation>
+    </message>
+    <message>
+        <source>its signature is not right</source>
+        <translation>امضای آن درست نیست</translation>
+    </message>
+    <message>
+        <source>it is signed with a key that this program does not know</source>
+        <translation>با کلیدی امضا شده است که این برنامه آن را نمی‌شناسد</translation>
+    </message>
+    <message>
+        <source>it is signed for another program</source>
+        <translation>برای برنامهٔ دیگری امضا شده است</translation>
+    </message>
+    <message>
+        <source>it is signed as version %1 and holds version %2</source>
+        <translation>به‌عنوان نسخهٔ %1 امضا شده و نسخهٔ %2 را در بر دارد</translation>
+    </message>
+    <message>
+        <source>its version %1 is older than the installed %2</source>
+        <translation>نسخهٔ %1 آن قدیمی‌تر از نسخهٔ نصب‌شدهٔ %2 است</translation>
+    </message>
+    <message>
+        <source>another update is being installed</source>
+        <translation>به‌روزرسانی دیگری در حال نصب است</translation>
+    </message>
+    <message>
+        <source>the program still runs</source>
+        <translation>برنامه هنوز در حال اجراست</translation>
+    </message>
+    <message>
+        <source>the new version does not run, it ended at once with status %1</source>
+        <translation>نسخهٔ جدید اجرا نمی‌شود و بی‌درنگ با وضعیت %1 پایان یافت</translation>
+    </message>
 </context>
 <context>
     <name>KvL2TPBox</name>

@@ -719,6 +719,46 @@ Appuyez sur OK pour rétablir votre connexion à Internet habituelle, puis recon
         <source>The last configuration can not be put back.</source>
         <translation>La dernière configuration ne peut pas être rétablie.</translation>
     </message>
+    <message>
+        <source>it is not signed</source>
+        <translation>elle n&apos;est pas signée</translation>
+    </message>
+    <message>
+        <source>its signature is damaged</source>
+        <translation>sa signature est endommagée</translation>
+    </message>
+    <message>
+        <source>its signature is not right</source>
+        <translation>sa signature n&apos;est pas correcte</translation>
+    </message>
+    <message>
+        <source>it is signed with a key that this program does not know</source>
+        <translation>elle est signée avec une clé que ce programme ne connaît pas</translation>
+    </message>
+    <message>
+        <source>it is signed for another program</source>
+        <translation>elle est signée pour un autre programme</translation>
+    </message>
+    <message>
+        <source>it is signed as version %1 and holds version %2</source>
+        <translation>elle est signée comme version %1 et contient la version %2</translation>
+    </message>
+    <message>
+        <source>its version %1 is older than the installed %2</source>
+        <translation>sa version %1 est plus ancienne que celle installée, %2</translation>
+    </message>
+    <message>
+        <source>another update is being installed</source>
+        <translation>une autre mise à jour est en cours d&apos;installation</translation>
+    </message>
+    <message>
+        <source>the program still runs</source>
+        <translation>le programme est encore en cours d&apos;exécution</translation>
+    </message>
+    <message>
+        <source>the new version does not run, it ended at once with status %1</source>
+        <translation>la nouvelle version ne fonctionne pas, elle s&apos;est terminée aussitôt avec l&apos;état %1</translation>
+    </message>
 </context>
 <context>
     <name>KvL2TPBox</name>

@@ -719,6 +719,46 @@ Please press OK to resume your regular internet connection and reconnect to the 
         <source>The last configuration can not be put back.</source>
         <translation>Не удаётся вернуть последнюю конфигурацию.</translation>
     </message>
+    <message>
+        <source>it is not signed</source>
+        <translation>оно не подписано</translation>
+    </message>
+    <message>
+        <source>its signature is damaged</source>
+        <translation>его подпись повреждена</translation>
+    </message>
+    <message>
+        <source>its signature is not right</source>
+        <translation>его подпись неверна</translation>
+    </message>
+    <message>
+        <source>it is signed with a key that this program does not know</source>
+        <translation>оно подписано ключом, который этой программе неизвестен</translation>
+    </message>
+    <message>
+        <source>it is signed for another program</source>
+        <translation>оно подписано для другой программы</translation>
+    </message>
+    <message>
+        <source>it is signed as version %1 and holds version %2</source>
+        <translation>оно подписано как версия %1, а содержит версию %2</translation>
+    </message>
+    <message>
+        <source>its version %1 is older than the installed %2</source>
+        <translation>его версия %1 старше установленной %2</translation>
+    </message>
+    <message>
+        <source>another update is being installed</source>
+        <translation>устанавливается другое обновление</translation>
+    </message>
+    <message>
+        <source>the program still runs</source>
+        <translation>программа ещё работает</translation>
+    </message>
+    <message>
+        <source>the new version does not run, it ended at once with status %1</source>
+        <translation>новая версия не работает, она сразу завершилась с состоянием %1</translation>
+    </message>
 </context>
 <context>
     <name>KvL2TPBox</name>

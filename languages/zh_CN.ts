@@ -719,6 +719,46 @@ Please press OK to resume your regular internet connection and reconnect to the 
         <source>The last configuration can not be put back.</source>
         <translation>无法恢复上一次的配置。</translation>
     </message>
+    <message>
+        <source>it is not signed</source>
+        <translation>它没有签名</translation>
+    </message>
+    <message>
+        <source>its signature is damaged</source>
+        <translation>它的签名已损坏</translation>
+    </message>
+    <message>
+        <source>its signature is not right</source>
+        <translation>它的签名不正确</translation>
+    </message>
+    <message>
+        <source>it is signed with a key that this program does not know</source>
+        <translation>它由本程序不认识的密钥签名</translation>
+    </message>
+    <message>
+        <source>it is signed for another program</source>
+        <translation>它是为另一个程序签名的</translation>
+    </message>
+    <message>
+        <source>it is signed as version %1 and holds version %2</source>
+        <translation>它签名为版本 %1,但包含版本 %2</translation>
+    </message>
+    <message>
+        <source>its version %1 is older than the installed %2</source>
+        <translation>它的版本 %1 比已安装的 %2 旧</translation>
+    </message>
+    <message>
+        <source>another update is being installed</source>
+        <translation>正在安装另一个更新</translation>
+    </message>
+    <message>
+        <source>the program still runs</source>
+        <translation>程序仍在运行</translation>
+    </message>
+    <message>
+        <source>the new version does not run, it ended at once with status %1</source>
+        <translation>新版本无法运行,立即以状态 %1 结束</translation>
+    </message>
 </context>
 <context>
     <name>KvL2TPBox</name>

@@ -49,13 +49,14 @@ static bool startRestarter(int socket, const QStringList &arguments)
     QStringList words = {QStringLiteral("/bin/bash"), QStringLiteral("-c"),
                          QString::fromLatin1(kRestarter).arg(QLatin1String(kUpdateOutcome)),
                          QCoreApplication::applicationFilePath()};
+    words += arguments;
     std::vector<QByteArray> bytes;
     std::vector<char *> argv;
-    for (const QString &word : words + arguments) {
+    bytes.reserve(static_cast<size_t>(words.size()));
+    argv.reserve(bytes.capacity() + 1);
+    for (const QString &word : words) {
         bytes.push_back(QFile::encodeName(word));
-    }
-    for (QByteArray &word : bytes) {
-        argv.push_back(word.data());
+        argv.push_back(bytes.back().data());
     }
     argv.push_back(nullptr);
     posix_spawn_file_actions_t actions;
@@ -80,7 +81,7 @@ static int statusFrom(int channel)
 
 QString installThroughRootPart(const QString &archive, const QByteArray &signature, const QStringList &arguments)
 {
-    const QString cannot = QStringLiteral(QT_TRANSLATE_NOOP("Korvan", "it can not be checked"));
+    QString cannot = QStringLiteral("it can not be checked");
     QFile file(archive);
     QFile nothing(QStringLiteral("/dev/null"));
     Talk channel(SOCK_SEQPACKET);

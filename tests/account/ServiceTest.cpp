@@ -2,10 +2,13 @@
 #include "account/Limits.h"
 #include "account/PublicIp.h"
 #include "account/ServerLists.h"
+#include "account/UpdateReason.h"
 #include "account/Updates.h"
 #include "common/AppPath.h"
 #include "tests/support/Cases.h"
 #include "tests/support/TestFiles.h"
+
+#include <QTranslator>
 
 static QByteArray real(const QString &name)
 {
@@ -88,6 +91,30 @@ private slots:
         QCOMPARE(readL2TPServers().constLast().address, QString("192.0.2.1"));
         putFile(profileFolder() + "S.ovpn", QByteArray(2 << 20, '\n') + "remote far 1 ");
         QVERIFY(!GetHostFromOvpn("S").startsWith("far"));
+    }
+
+    /// Also the updater's, with versions in them, in the order of the other language.
+    void reasonsInThePersonsLanguage()
+    {
+        struct Backwards : QTranslator
+        {
+            bool isEmpty() const override { return false; }
+            QString translate(const char *, const char *text, const char *, int) const override
+            {
+                return QString(text).contains("%2") ? "%2 < %1" : QString(text).toUpper();
+            }
+        } language;
+        QCoreApplication::installTranslator(&language);
+        const std::pair<const char *, const char *> cases[] = {
+            {"it is not signed", "IT IS NOT SIGNED"},
+            {"the answer has the status 302", "THE ANSWER HAS THE STATUS 302"},
+            {"its version 1.0 is older than the installed 2.4.1", "2.4.1 < 1.0"},
+            {"/x: Permission denied", "/x: Permission denied"}, // the system's
+        };
+        for (const auto &[reason, expected] : cases) {
+            COMPARE_CASE(reason, translatedReason(reason), expected);
+        }
+        QCoreApplication::removeTranslator(&language);
     }
 
     void updateDescription()
