@@ -41,8 +41,9 @@ void KvServerTable::paintEvent(QPaintEvent *event)
     }
     QTableWidget::paintEvent(event);
     if (row >= 0) {
+        const int start = isRightToLeft() ? viewport()->width() - kMark : 0;
         QPainter(viewport())
-            .fillRect(QRect(0, rowViewportPosition(row), kMark, rowHeight(row)), QColor(colours().link));
+            .fillRect(QRect(start, rowViewportPosition(row), kMark, rowHeight(row)), QColor(colours().link));
     }
 }
 
