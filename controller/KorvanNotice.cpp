@@ -38,7 +38,7 @@ void Korvan::tellWhyNoServers()
     }
     qDebug().noquote() << "WARNING:" << text;
     if (m_notice == nullptr) {
-        m_notice = new KvNotice(m_form->centralwidget);
+        m_notice = new KvNotice(m_form->centralwidget, m_form->pageLogin);
         // A page without encryption: the network puts its own in place of it.
         connect(m_notice, &KvNotice::portalWanted, this,
                 [] { QDesktopServices::openUrl(QUrl(QStringLiteral(KORVAN_SITE_URL))); });

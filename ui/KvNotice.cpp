@@ -6,19 +6,23 @@
 #include <QVariant>
 
 static constexpr int kMargin = 17; // that of the cards below it
-static constexpr int kHeight = 96;
+static constexpr int kGap = 8;
 
-KvNotice::KvNotice(QWidget *window) : QFrame(window), m_text(new QLabel(this))
+KvNotice::KvNotice(QWidget *window, QWidget *page) : QFrame(window), m_page(page), m_text(new QLabel(this))
 {
     setObjectName(QStringLiteral("notice"));
     setProperty("card", true);
     m_text->setObjectName(QStringLiteral("lbNotice"));
     m_text->setTextFormat(Qt::PlainText);
     m_text->setWordWrap(true);
-    auto *row = new QHBoxLayout(this);
-    row->setContentsMargins(kMargin, 8, kMargin, 8);
-    row->setSpacing(8);
-    row->addWidget(m_text, 1);
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins(kMargin, kGap, kMargin, kGap);
+    column->setSpacing(kGap);
+    column->addWidget(m_text);
+    m_row = new QHBoxLayout;
+    m_row->setSpacing(kGap);
+    m_row->addStretch();
+    column->addLayout(m_row);
     m_portal = addButton("pbPortal", tr("Sign in to this network"));
     m_lastProfile = addButton("pbLastProfile", tr("Use the last working configuration"));
     connect(m_portal, &QPushButton::clicked, this, &KvNotice::portalWanted);
@@ -31,8 +35,20 @@ QPushButton *KvNotice::addButton(const char *name, const QString &text)
 {
     auto *button = new QPushButton(text, this);
     button->setObjectName(QLatin1String(name));
-    layout()->addWidget(button);
+    m_row->addWidget(button);
     return button;
+}
+
+void KvNotice::showEvent(QShowEvent *event)
+{
+    QFrame::showEvent(event);
+    m_page->setContentsMargins(0, 0, 0, height() + kGap);
+}
+
+void KvNotice::hideEvent(QHideEvent *event)
+{
+    QFrame::hideEvent(event);
+    m_page->setContentsMargins(0, 0, 0, 0);
 }
 
 void KvNotice::tell(const QString &text, bool portal, bool lastProfile)
@@ -40,8 +56,12 @@ void KvNotice::tell(const QString &text, bool portal, bool lastProfile)
     m_text->setText(text);
     m_portal->setVisible(portal);
     m_lastProfile->setVisible(lastProfile);
+    ensurePolished(); // whose font decides how many lines the text has
+    m_text->ensurePolished();
     const QRect room = parentWidget()->rect();
-    setGeometry(kMargin, room.height() - kHeight - 8, room.width() - 2 * kMargin, kHeight);
+    const int width = room.width() - 2 * kMargin;
+    const int height = layout()->totalHeightForWidth(width);
+    setGeometry(kMargin, room.height() - height - kGap, width, height);
     show();
     raise();
 }

@@ -2,6 +2,7 @@
 
 #include <QFrame>
 
+class QHBoxLayout;
 class QLabel;
 class QPushButton;
 
@@ -12,7 +13,8 @@ class KvNotice : public QFrame
     Q_OBJECT
 
 public:
-    explicit KvNotice(QWidget *window);
+    /// What is in `page` moves out of the notice's way while it is shown.
+    KvNotice(QWidget *window, QWidget *page);
 
     /// Shows the text, which is plain, and those of the buttons that help.
     void tell(const QString &text, bool portal, bool lastProfile);
@@ -21,10 +23,16 @@ signals:
     void portalWanted();      ///< "Sign in to this network"
     void lastProfileWanted(); ///< "Use the last working configuration"
 
+protected:
+    void showEvent(QShowEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
+
 private:
     QPushButton *addButton(const char *name, const QString &text);
 
+    QWidget *m_page;
     QLabel *m_text;
+    QHBoxLayout *m_row;
     QPushButton *m_portal;
     QPushButton *m_lastProfile;
 };
