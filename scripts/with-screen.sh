@@ -1,11 +1,12 @@
 #!/usr/bin/env bash
 # with-screen.sh COMMAND...: runs COMMAND on an X server without a screen (Xvfb) of its own, with a window manager and a
-# tray, and ends with COMMAND's exit status. $SCREEN_TRAY is the tray's process.
+# tray, and ends with COMMAND's exit status. The screen has $SCREEN_SIZE or 1280x800 pixels; $SCREEN_TRAY is the tray's
+# process.
 set -euo pipefail
 
 unset XAUTHORITY WAYLAND_DISPLAY QT_QPA_PLATFORM
 # A server that resets after its first client would cut off the next one.
-exec {number}< <(exec Xvfb -noreset -displayfd 1 -screen 0 1280x800x24 -nolisten tcp 2>/dev/null)
+exec {number}< <(exec Xvfb -noreset -displayfd 1 -screen 0 "${SCREEN_SIZE:-1280x800}x24" -nolisten tcp 2>/dev/null)
 children=($!)
 trap 'kill "${children[@]}" 2>/dev/null || true' EXIT
 read -r -t 30 display <&"$number" || { echo "with-screen: Xvfb does not start" >&2; exit 1; }
