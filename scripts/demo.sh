@@ -5,7 +5,8 @@
 #   --headless   on a screen of its own, unattended: waits until connected, takes a picture of every page to
 #                build/demo/, prints one table, disconnects; ends with 0 only if all of it was seen. The default where
 #                there is no display.
-#   --slow-tour  walks all pages and statuses in a window, for somebody who watches.
+#   --slow-tour  walks all pages and statuses in a window, for somebody who watches; then again, without a connection,
+#                light and dark, in three languages and at three scales, and leaves pictures in build/demo/pictures/.
 # Without either the window opens on your display and stays until you quit it.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -33,8 +34,9 @@ if [ "$mode" != headless ] && [ -n "${XAUTHORITY:-}" ]; then
     export XAUTHORITY=$demo/cookie
 fi
 screen=()
-[ "$mode" != headless ] || screen=(scripts/with-screen.sh)
+[ "$mode" != headless ] && [ -n "${DISPLAY:-}" ] || screen=(scripts/with-screen.sh)
 as_root=()
 [ "$(id -u)" -eq 0 ] || as_root=(sudo --preserve-env=DISPLAY,XAUTHORITY)
 "${screen[@]}" "${as_root[@]}" env KORVAN_BUILD="$PWD/build/release" DEMO_STARTED="$started" \
     lab/lab run -- scripts/demo/tour.sh "$mode" "$demo"
+[ "$mode" != slow-tour ] || scripts/demo/pictures.sh "$demo/pictures"
