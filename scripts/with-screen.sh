@@ -5,8 +5,9 @@
 set -euo pipefail
 
 unset XAUTHORITY WAYLAND_DISPLAY QT_QPA_PLATFORM
-# A server that resets after its first client would cut off the next one.
-exec {number}< <(exec Xvfb -noreset -displayfd 1 -screen 0 "${SCREEN_SIZE:-1280x800}x24" -nolisten tcp 2>/dev/null)
+# A server that resets after its first client would cut off the next one. One in another process namespace, as the lab's
+# are, takes every number for free, with the socket of whoever has it.
+exec {number}< <(exec Xvfb ":$((1000 + RANDOM))" -noreset -displayfd 1 -screen 0 "${SCREEN_SIZE:-1280x800}x24" -nolisten tcp 2>/dev/null)
 children=($!)
 trap 'kill "${children[@]}" 2>/dev/null || true' EXIT
 read -r -t 30 display <&"$number" || { echo "with-screen: Xvfb does not start" >&2; exit 1; }
