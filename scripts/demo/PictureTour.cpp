@@ -82,12 +82,12 @@ private:
         for (const auto &[label, text] : {std::pair("lbServerIP", "203.0.113.21"),
                                           {"lbPublicIP", "203.0.113.121"},
                                           {"lbCountry", "Examplia"},
-                                          {"lbDownload", "41 KB"},
-                                          {"lbUpload", "9 KB"},
-                                          {"lbSessionRecv", "3 MB"},
-                                          {"lbSessionSend", "812 KB"},
-                                          {"lbTotalRD", "1.27 GB"},
-                                          {"lbTotalSD", "96.03 MB"}}) {
+                                          {"lbDownload", "41KB/s"},
+                                          {"lbUpload", "9KB/s"},
+                                          {"lbSessionRecv", "3MB"},
+                                          {"lbSessionSend", "812KB"},
+                                          {"lbTotalRD", "1303MB"},
+                                          {"lbTotalSD", "96MB"}}) {
             find<QLabel>(label)->setText(text);
         }
         picture("connected");
