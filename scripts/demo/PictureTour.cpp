@@ -93,12 +93,12 @@ private:
         picture("connected");
         m_window->setStatus(STATUS_DISCONNECTING);
         picture("disconnecting");
-        m_window->setStatus(STATUS_RECONNECTING);
-        picture("reconnecting");
         m_window->setStatus(STATUS_BUSY);
         picture("busy");
         m_window->setStatus(STATUS_DISCONNECTED);
         picture("disconnected");
+        m_window->setStatus(STATUS_RECONNECTING); // nothing but an attempt leads out of it
+        picture("reconnecting");
     }
 
     void serverPages()
