@@ -20,6 +20,7 @@
 #include <QDebug>
 #include <QDir>
 #include <QFile>
+#include <QLabel>
 #include <QMessageBox>
 #include <QProcess>
 #include <QTextCodec>
@@ -177,6 +178,7 @@ void showVersion()
                         QApplication::tr("Current Version:") + QCoreApplication::applicationVersion());
     box.setInformativeText(
         QApplication::tr("Free software under the GNU General Public License, version 3 or later."));
+    box.findChild<QLabel *>(QStringLiteral("qt_msgbox_informativelabel"))->setWordWrap(false);
     box.exec();
 }
 
