@@ -39,6 +39,7 @@ private slots:
         for (const auto &[status, expected] : steps) {
             m_window->setStatus(status);
             COMPARE_CASE("status " + QByteArray::number(status), look(), expected);
+            QCOMPARE(find("pbUpAccount")->isEnabled(), find("pbUpdate")->isEnabled()); // they do the same
         }
     }
 
