@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Builds the Debian package and runs its tests, those of the label "package" included, which scripts/test.sh leaves
-# out: they install the package on a clean Debian 12 made by debootstrap. Takes minutes, and the network at the first run.
+# out: they install the package on a clean Debian of this release, made by debootstrap. Takes minutes, and the network at
+# the first run.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 

@@ -1,12 +1,14 @@
 #!/usr/bin/env bash
-# The package's life (life.sh) on a clean Debian 12: clean-system.sh BUILD, whose package is used. The system and the
-# packages that Korvan depends on come from where this machine gets its own, and are kept in build/debootstrap, so that
-# a second run needs no network.
+# The package's life (life.sh) on a clean Debian of the release that this machine has, for which the package was built:
+# clean-system.sh BUILD, whose package is used. The system and the packages that Korvan depends on come from where this
+# machine gets its own, and are kept in build/debootstrap, so that a second run needs no network.
 set -euo pipefail
 here=$(dirname "$(realpath "$0")")
 source=$(realpath "$here/../..")
 build=$(realpath "$1")
 store=$source/build/debootstrap
+# shellcheck source=/dev/null
+release=$(. /etc/os-release && echo "$VERSION_CODENAME")
 
 # shellcheck disable=SC2015
 [ "$(id -u)" -eq 0 ] && [ -c /dev/net/tun ] || { echo "SKIPPED WHOLE TEST: it needs root and /dev/net/tun"; exit 0; }
@@ -17,9 +19,9 @@ make_system() {
     local from packages=$store/system/var/local/packages
     # shellcheck disable=SC2016
     from=$(apt-get indextargets --format '$(RELEASE) $(COMPONENT) $(REPO_URI)' "Created-By: Packages" |
-        awk '$1 == "bookworm" && $2 == "main" { print $3; exit }')
+        awk -v release="$release" '$1 == release && $2 == "main" { print $3; exit }')
     rm -rf "$store/depends" "$store/system"
-    debootstrap --variant=minbase bookworm "$store/system" "$from"
+    debootstrap --variant=minbase "$release" "$store/system" "$from"
     rm -f "$store/system/var/cache/apt/archives/"*.deb "$store/system/etc/resolv.conf"
     mkdir -p "$packages/partial"
     apt-get -q update
