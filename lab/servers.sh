@@ -77,6 +77,7 @@ await_servers() {
     each_server await_server
 }
 
+# LAB_PING_EXIT is for clients that live slower: after how many silent seconds they give a server up.
 configure_server() {
     local name=$1 machine=$2 protocol=$3 port=$4 range=198.18.$5
     {
@@ -95,7 +96,7 @@ configure_server() {
 	ping 2
 	ping-restart 10
 	push "ping 2"
-	push "ping-exit 8"
+	push "ping-exit ${LAB_PING_EXIT:-8}"
 	script-security 2
 	verb 3
 	END

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that building, testing and running Korvan need. Packages that are there already are
-# left alone, so a second run needs no network.
+# left alone, so a second run needs no network. "setup.sh guest" also installs what emulated desktops need.
 set -euo pipefail
 
 build=(build-essential cmake ninja-build pkg-config git clang-format clang-tidy
@@ -14,9 +14,12 @@ lab=(dnsmasq-base easy-rsa minisign openssl tinyproxy microsocks curl dbus dbus-
 display=(xvfb openbox trayer xdotool imagemagick x11-utils x11-xserver-utils pulseaudio pulseaudio-utils
     at-spi2-core gir1.2-atspi-2.0 python3-gi)
 packaging=(appstream debootstrap desktop-file-utils dpkg-dev file lintian)
+guest=(dnsmasq-base e2fsprogs mmdebstrap qemu-system-x86 qemu-utils)
+[ "${1:-}" = guest ] || guest=()
 
 missing=()
-for package in "${build[@]}" "${runtime[@]}" "${lab[@]}" "${display[@]}" "${packaging[@]}"; do
+for package in "${build[@]}" "${runtime[@]}" "${lab[@]}" "${display[@]}" "${packaging[@]}" \
+    "${guest[@]}"; do
     [ "$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null)" = installed ] || missing+=("$package")
 done
 [ ${#missing[@]} -eq 0 ] && exit 0

@@ -1,0 +1,120 @@
+# shellcheck shell=bash disable=SC2016,SC2034,SC2154
+# What the cases do on the guest's desktop, and what they look at. Sourced after machine.sh. A case ends with the first
+# expectation that is not met; $told is what the person was told last.
+
+application=/opt/korvan/Korvan.app/Contents/MacOS
+log=/home/ada/.local/share/korvan/log.txt
+
+case_fail() {
+    echo "FAILED: $*" >&2
+    guest_do root "tail -n 25 $log; ip route; ip rule; resolvectl status --no-pager | head -n 40; journalctl --no-pager -n 15" >&2 || true
+    exit 1
+}
+
+# eventually SECONDS PERSON COMMAND: waits until the command succeeds in the guest.
+eventually() {
+    local limit=$((SECONDS + $1))
+    until guest_do "$2" "$3" >/dev/null; do
+        [ "$SECONDS" -lt "$limit" ] || case_fail "not in $1 s: $3"
+        sleep 0.5
+    done
+}
+
+# The country in which the IP test page sees the guest.
+country() {
+    guest_do ada 'curl -s -m 10 http://ip.korvan.example/testip.php' | sed -n 's/.*in \(.*\)? .*/\1/p'
+}
+await_country() {
+    local limit=$((SECONDS + ${2:-180}))
+    until [ "$(country)" = "$1" ]; do
+        [ "$SECONDS" -lt "$limit" ] || case_fail "the guest is not in $1"
+        sleep 0.2
+    done
+}
+
+# sign_in [lock-down]: what ada has told Korvan in an earlier life: her name and password, the server, to connect at once.
+sign_in() {
+    guest_do root "cp /mnt/prepare_state $application/" || case_fail "no package"
+    guest_do ada "$application/prepare_state alice wonderland-7 Examplia-1 ${1:-}" || case_fail "no login"
+    guest_do root "rm $application/prepare_state"
+}
+
+start_korvan() {
+    guest_do ada 'setsid korvan >/tmp/korvan.out 2>&1 &'
+    eventually 180 ada "xdotool search --onlyvisible --name '^Korvan\$'"
+}
+
+connect() {
+    sign_in "${1:-}"
+    start_korvan
+    await_country Examplia
+}
+
+# The middle of a button, as in scripts/demo/tour.sh.
+click() { guest_do ada "xdotool mousemove --window \$(xdotool search --onlyvisible --name '^Korvan\$' | head -n 1) $1 $2 click 1"; }
+
+# Connected with lock-down on, while other programs send.
+lock_down() {
+    connect lock-down
+    eventually 120 root "grep -q 'route delete' $log && ! ip route show default | grep -qv ' dev tun'"
+    start_flood
+    sleep 2
+}
+expect_no_leaks() {
+    leaks=$("$LAB" ctl leaked)
+    [ "$leaks" = 0 ] || case_fail "$leaks packets went past the tunnel: $(ip netns exec world nft list counters table inet leaks)"
+}
+
+# The name of the card in the guest.
+card() { guest_do root 'basename "$(dirname "$(grep -l 52:54:00:00:51:02 /sys/class/net/*/address)")"'; }
+# await_lines COUNT TEXT FILE SECONDS: waits until more than COUNT lines of the file hold the text.
+await_lines() {
+    local limit=$((SECONDS + $4))
+    until [ "$(grep -c "$2" "$3")" -gt "$1" ]; do
+        [ "$SECONDS" -lt "$limit" ] || case_fail "no $2 in $4 s"
+        sleep 0.5
+    done
+}
+
+# Until ada sits before her desktop.
+await_desktop() {
+    eventually 300 root true
+    eventually 300 root 'loginctl show-user ada -p Display --value | grep -q .'
+    eventually 100 ada 'xdotool getmouselocation && pgrep -u ada openbox'
+    eventually 60 root 'systemctl is-system-running | grep -v starting && ip route | grep -q default'
+    guest_do root 'mount -o ro /dev/vdb /mnt'
+}
+
+disconnect() {
+    click 210 403
+    eventually 120 root "! ls /sys/class/net | grep -q ^tun"
+    await_country Homeland
+}
+
+# Other programs that send without end to hosts of the world, while the lab counts what leaves the guest.
+start_flood() {
+    "$LAB" ctl watch
+    guest_do ada 'setsid bash -c "while :; do for host in 203.0.113.10 203.0.113.30 2001:db8:113::10; do
+        echo x >/dev/udp/\$host/9; done; getent hosts names.korvan.example; sleep .02; done" >/dev/null 2>&1 & echo $! >/tmp/flood'
+}
+
+# All that must be as before when Korvan is through.
+network_state() {
+    guest_do root 'ip -4 rule; ip -6 rule; ip -4 route show table all; ip -6 route show table all | grep -v "table local" |
+        sed "s/ expires [^ ]*//"; nft list ruleset; stat -c "%N" /etc/resolv.conf* | sort; cat /etc/resolv.conf;
+        resolvectl dns; resolvectl domain; ls -A /var/lib/korvan 2>/dev/null; true'
+}
+remember_network() { network_state >"$guest_run/network"; }
+expect_network() {
+    local limit=$((SECONDS + 60))
+    until diff -u "$guest_run/network" <(network_state) >"$guest_run/network.diff"; do
+        [ "$SECONDS" -lt "$limit" ] || { cat "$guest_run/network.diff" >&2; case_fail "the network is not as it was"; }
+        sleep 0.5
+    done
+}
+
+expect_no_complaints() {
+    local said
+    said=$(guest_do root 'journalctl --no-pager -q -o cat -k -g "apparmor=.DENIED" ; journalctl --no-pager -q -p err -g korvan; true')
+    [ -z "$said" ] || case_fail "the journal complains: $said"
+}
