@@ -1,15 +1,20 @@
 #include "helpers/compose4/Operations.h"
 
+#include "helpers/compose4/DialFailure.h"
 #include "helpers/compose4/ServiceLock.h"
 #include "helpers/system/Run.h"
 
 #include <arpa/inet.h>
+#include <cstring>
+#include <ctime>
 #include <fstream>
 #include <ifaddrs.h>
 #include <sstream>
 #include <unistd.h>
 
 static const char *const kSuccess = "Success\n";
+/// Where the plug-in for L2TP writes the pre-shared key when it connects; it leaves it there.
+static const char *const kPluginKey = "/etc/ipsec.d/ipsec.nm-l2tp.secrets";
 constexpr int kCommandMs = 10000;
 constexpr int kDialSeconds = 90;
 
@@ -106,18 +111,31 @@ std::string setUp(const Service &service, const std::string &server, const std::
     return failure.empty() ? kSuccess : failure;
 }
 
+static void forgetPluginKey(const Service &service)
+{
+    if (geteuid() == 0 && strcmp(service.type, "L2TP") == 0) {
+        unlink(kPluginKey);
+    }
+}
+
 std::string removeService(const Service &service)
 {
     if (!lockService(service, LockHolder::End)) {
         return busy(service);
     }
-    return service.plugin ? answer(nmcli({"connection", "delete", "uuid", service.uuid})) : kSuccess;
+    if (!service.plugin) {
+        return kSuccess;
+    }
+    const RunResult result = nmcli({"connection", "delete", "uuid", service.uuid});
+    forgetPluginKey(service);
+    return answer(result);
 }
 
 /// Disconnects, and makes NetworkManager forget the password.
 static RunResult disconnect(const Service &service)
 {
     RunResult result = nmcli({"--wait", "8", "connection", "down", "uuid", service.uuid});
+    forgetPluginKey(service);
     const std::string profile = readProfile(service);
     if (!profile.empty()) {
         load(service, withoutPassword(profile));
@@ -144,13 +162,18 @@ std::string dial(const Service &service, const std::string &user, const std::str
     if (!writeProfile(service, withoutPassword(profile)) || !failure.empty()) {
         return failure.empty() ? error("can not write " + profilePath(service)) : failure;
     }
+    const time_t began = time(nullptr);
     const RunResult result = nmcli({"--wait", std::to_string(kDialSeconds), "connection", "up", "uuid", service.uuid},
                                    (kDialSeconds + 5) * 1000);
     if (result.status == 0) {
         load(service, withoutPassword(profile));
         return kSuccess;
     }
+    const std::string told = dialFailure(dialJournal(began));
     disconnect(service);
+    if (!told.empty()) {
+        return error(told);
+    }
     const bool rejected = result.errors.find("secrets") != std::string::npos;
     return rejected ? error("691 the user name or password is not valid") : error(result);
 }

@@ -8,15 +8,16 @@ folder=/etc/l2tp-server
 make_network() {
     ip netns add l2tp
     ip link add ethl2tp type veth peer name eth0 netns l2tp
-    nmcli device set ethl2tp managed no || true
-    ip address add 10.51.0.2/24 dev ethl2tp
-    ip link set ethl2tp up
     ip -n l2tp -batch - <<-END
 	link set lo up
 	address add 10.51.0.1/24 dev eth0
 	address add 10.51.9.1/32 dev lo
 	link set eth0 up
 	END
+    # NetworkManager reaches the server over the network that is its first.
+    nmcli connection add type ethernet ifname ethl2tp con-name l2tp ipv4.method manual ipv4.addresses 10.51.0.2/24 \
+        ipv4.gateway 10.51.0.1 ipv4.route-metric 50 ipv6.method disabled
+    nmcli connection up l2tp
 }
 
 configure() {
