@@ -1,17 +1,16 @@
 #!/usr/bin/env bash
-# gifts.sh DISKS PACKAGE PREPARE KEYS: puts the package, the program that prepares a login and the L2TP server's script on
-# the second disk of the guest. Snapshots that were taken with another package, other keys of the lab or other steps are
+# gifts.sh DISKS PACKAGE PREPARE KEYS: puts the package and the program that prepares a login on the second disk of the
+# guest. Snapshots that were taken with another package, other keys of the lab or other steps are
 # dropped.
 set -euo pipefail
 here=$(dirname "$(realpath "$0")")
 guest=$1 package=$2 prepare=$3 keys=$4
-contents=$(cat "$package" "$prepare" "$here/run.sh" "$here/l2tp-server.sh" "$keys/web.crt" "$guest/recipe" | sha256sum)
+contents=$(cat "$package" "$prepare" "$here/run.sh" "$keys/web.crt" "$guest/recipe" | sha256sum)
 [ "$(cat "$guest/gifts" 2>/dev/null)" != "$contents" ] || exit 0
 rm -rf "$guest/prepared" "$guest/state.qcow2" "$guest/gifts" "$guest/gifts.folder"
 mkdir "$guest/gifts.folder"
 cp "$package" "$guest/gifts.folder/korvan.deb"
 cp "$prepare" "$guest/gifts.folder/prepare_state"
-cp "$here/l2tp-server.sh" "$guest/gifts.folder/"
 truncate -s 16M "$guest/gifts.raw"
 mke2fs -q -F -t ext4 -d "$guest/gifts.folder" "$guest/gifts.raw"
 rm -r "$guest/gifts.folder"

@@ -3,6 +3,7 @@
 # 198.51.100.2. Sourced by a command that "lab run" runs. $guest is the folder of its disks (image.sh).
 
 guest_run=$LAB_DIR/guest
+guest_clock=() # how the guest's time goes, as options of the emulator
 
 guest_fail() {
     echo "guest: $*" >&2
@@ -41,7 +42,7 @@ guest_start() {
         mkfifo "$guest_run/$pipe".{in,out}
     done
     [ -e "$guest/state.qcow2" ] || qemu-img create -q -f qcow2 -F raw -b "$guest/disk.raw" "$guest/state.qcow2"
-    nice -n 10 qemu-system-x86_64 -accel tcg -cpu max,la57=off -smp 1 -m 1280 -display none -vga std -nodefaults \
+    nice -n 10 qemu-system-x86_64 -accel tcg,thread=single "${guest_clock[@]}" -cpu max,la57=off -smp 1 -m 1280 -display none -vga std -nodefaults \
         -kernel "$guest/kernel" -initrd "$guest/initrd" -append "root=/dev/vda rw console=ttyS0 quiet" \
         -serial "file:$guest_run/console.log" -device virtio-rng-pci -rtc base=utc \
         -drive "file=$guest/state.qcow2,if=virtio,cache=unsafe" \
