@@ -77,7 +77,7 @@ await_servers() {
     each_server await_server
 }
 
-# LAB_PING_EXIT is for clients that live slower: after how many silent seconds they give a server up.
+# LAB_PING_EXIT is for clients that live slower: after how many silent seconds they give a server up, and it them.
 configure_server() {
     local name=$1 machine=$2 protocol=$3 port=$4 range=198.18.$5
     {
@@ -94,7 +94,7 @@ configure_server() {
 	tls-crypt $LAB_KEYS/tls.key
 	dh none
 	ping 2
-	ping-restart 10
+	ping-restart $((${LAB_PING_EXIT:-8} + 2))
 	push "ping 2"
 	push "ping-exit ${LAB_PING_EXIT:-8}"
 	script-security 2
