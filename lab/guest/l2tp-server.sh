@@ -16,7 +16,7 @@ make_network() {
 	END
     # NetworkManager reaches the server over the network that is its first.
     nmcli connection add type ethernet ifname ethl2tp con-name l2tp ipv4.method manual ipv4.addresses 10.51.0.2/24 \
-        ipv4.gateway 10.51.0.1 ipv4.route-metric 50 ipv6.method disabled
+        ipv4.gateway 10.51.0.1 ipv4.route-metric 60 ipv6.method disabled
     nmcli connection up l2tp
 }
 
