@@ -24,8 +24,9 @@ constexpr char kNft[] = "/usr/sbin/nft";
 constexpr char kTable[] = "korvan";
 
 /// The guard's rules, which never change: a policy is what is in their sets. Every packet that leaves passes the last
-/// hook of its way, whatever its protocol, sender and route. Packets that come in get the mark of those that went
-/// out, for the kernel's check of the sender (rp_filter).
+/// hook of its way, whatever its protocol, sender and route. Packets that come in for OpenVPN get its mark, for the
+/// kernel's check of the sender (rp_filter). That looks for their socket and not for their connection: to track those
+/// takes time with every packet of the machine.
 constexpr char kRules[] = R"nft(
 table inet korvan {
     set closed { type nf_proto; }
@@ -39,7 +40,7 @@ table inet korvan {
         oif lo tcp dport @ports meta skuid != @managers drop
         oif lo accept
         oif @tunnels accept
-        meta mark 19311 ct mark set meta mark accept
+        meta mark 19311 accept
         meta nfproto != @closed accept
         udp sport 68 udp dport 67 accept
         udp sport 546 udp dport 547 accept
@@ -51,7 +52,7 @@ table inet korvan {
     }
     chain arriving {
         type filter hook prerouting priority mangle; policy accept;
-        ct mark 19311 meta mark set ct mark
+        iif != @tunnels socket mark 19311 meta mark set 19311
     }
 }
 )nft";
