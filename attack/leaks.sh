@@ -41,6 +41,8 @@ name servers rewritten, locked              | 0   | up lock ! rewrite pause
 table of the marked packets emptied, locked | 0   | up lock ! empty crash up pause
 another network, locked, connecting again   | 0   | up lock ! roam crash up lock pause
 card down and up, locked, connecting again  | 0   | up lock ! flap crash up lock pause
+senders checked, locked, connecting again   | 0   | strict up lock ! crash up pause
+senders checked, over TCP                   | 0   | strict tcp up lock ! crash up pause
 forwarded packets, locked                   | 0   | guest up lock ! crash pause
 forwarded packets, open                     | 0   | guest up ! pause
 guardian killed, locked                     | 0   | up lock ! killguardian crash pause
@@ -206,6 +208,8 @@ push() { "$LAB" ctl push Examplia-1 "route 203.0.113.10 255.255.255.255 net_gate
 veth() { "$LAB" ctl uplink veth; }
 tun() { "$LAB" ctl uplink tun; }
 tap() { "$LAB" ctl uplink tap; }
+strict() { echo 1 | tee /proc/sys/net/ipv4/conf/{all,eth0}/rp_filter >/dev/null; }
+tcp() { server=Examplia-1-TCP; }
 only() { ip link set eth0 down; gateway=; }
 no4() { ip -4 route flush default; pause; }
 rewrite() { echo "nameserver $LAB_HOME.1" >/etc/resolv.conf.new; mv /etc/resolv.conf.new /etc/resolv.conf; pause; }
@@ -258,12 +262,12 @@ read -r -a steps <<<"${1%%!*}"
 read -r -a counted <<<"${1#*!}"
 for step in "${steps[@]}"; do
     # What belongs to the machine is there before anybody sends.
-    case $step in push | veth | tun | tap | only | guest | proxied) ;; *) [ -n "${sender_pid:-}" ] || sending ;; esac
+    case $step in push | veth | tun | tap | only | strict | tcp | guest | proxied) ;; *) [ -n "${sender_pid:-}" ] || sending ;; esac
     $step
 done
 [ -n "${sender_pid:-}" ] || sending
 "$LAB" ctl watch
 for step in "${counted[@]}"; do $step; done
 past=$("$LAB" ctl leaked)
-kill $sender_pid
+kill "$sender_pid"
 echo "$(</run/tries) $past"
