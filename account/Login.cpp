@@ -18,6 +18,9 @@ QByteArray loginBody(const QString &user, const QString &password)
     return "username=" + QUrl::toPercentEncoding(user) + "&password=" + QUrl::toPercentEncoding(password);
 }
 
+/// How long a connection that was shut may take to end, in milliseconds.
+static constexpr int kEndLimitMs = 3000;
+
 LoginAnswer postLogin(const QByteArray &body, int limitMs)
 {
     QNetworkAccessManager manager;
@@ -29,6 +32,10 @@ LoginAnswer postLogin(const QByteArray &body, int limitMs)
     wait.until(reply, &QNetworkReply::finished);
     if (!wait.run(limitMs)) {
         hangUp(*reply);
+        // Destroying the manager while its thread is still at what has come would stop the window for as long.
+        Wait end;
+        end.until(reply, &QNetworkReply::finished);
+        end.run(kEndLimitMs);
         return {};
     }
     const int status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();

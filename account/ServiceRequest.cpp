@@ -14,11 +14,15 @@
 #include <QNetworkReply>
 #include <QSslCertificate>
 #include <QSslConfiguration>
+#include <QTimer>
 
 #include <arpa/inet.h>
+#include <linux/tcp.h>
 #include <memory>
+#include <netinet/in.h>
 #include <openssl/x509.h>
 #include <sys/socket.h>
+#include <vector>
 
 static const char kRefusal[] = "korvanRefusal";
 
@@ -61,39 +65,6 @@ static void refuse(QNetworkReply &reply, const char *reason, const QString &host
     reply.setProperty(kRefusal, QCoreApplication::translate("Korvan", reason).arg(host));
 }
 
-QNetworkReply *sendRequest(QNetworkAccessManager &manager, QNetworkRequest request, qint64 limit,
-                           const QByteArray *form)
-{
-    const QString host = request.url().host();
-    const QStringList pins = isServiceHost(host) ? servicePins() : QStringList();
-    const bool inTheOpen = !pins.isEmpty() && request.url().scheme() != QLatin1String("https");
-    if (inTheOpen) {
-        request.setUrl(QUrl()); // fails without a connection
-    }
-    request.setRawHeader("Accept-Encoding", "identity"); // a compressed answer could grow a thousandfold here
-    QNetworkReply *reply = form != nullptr ? manager.post(request, *form) : manager.get(request);
-    reply->ignoreSslErrors();
-    limitBody(*reply, limit);
-    if (inTheOpen) {
-        refuse(*reply, QT_TRANSLATE_NOOP("Korvan", "The address of %1 is not encrypted, so that nothing was sent."),
-               host);
-    } else if (!pins.isEmpty()) {
-        QObject::connect(reply, &QNetworkReply::encrypted, reply, [reply, host, pins] {
-            // Only the server's own certificate: nothing proves that it has the keys of the others.
-            const QByteArray pin = publicKeyPin(reply->sslConfiguration().peerCertificate().toDer());
-            if (!pins.contains(QString::fromLatin1(pin), Qt::CaseInsensitive)) {
-                refuse(*reply,
-                       QT_TRANSLATE_NOOP("Korvan",
-                                         "%1 does not show the key that it is known by, so that nothing was sent. "
-                                         "Somebody may be answering in its place."),
-                       host);
-                reply->abort();
-            }
-        });
-    }
-    return reply;
-}
-
 /// The port of the socket's other end; 0 for what is no TCP connection.
 static quint16 peerPort(int descriptor)
 {
@@ -115,7 +86,8 @@ static quint16 peerPort(int descriptor)
     }
 }
 
-void hangUp(const QNetworkReply &reply)
+/// The descriptors of the connections that may be the reply's.
+static std::vector<int> connectionsOf(const QNetworkReply &reply)
 {
     // Qt does not give its sockets away; nothing else in this process talks to that port.
     constexpr int httpPort = 80;
@@ -124,12 +96,78 @@ void hangUp(const QNetworkReply &reply)
     const QUrl url = reply.url();
     const int port = proxied ? QNetworkProxy::applicationProxy().port()
                              : url.port(url.scheme() == QLatin1String("https") ? httpsPort : httpPort);
+    std::vector<int> connections;
     for (const QString &name : QDir(QStringLiteral("/proc/self/fd")).entryList(QDir::AllEntries | QDir::System)) {
         const int descriptor = name.toInt();
         if (descriptor > 2 && peerPort(descriptor) == port) {
-            shutdown(descriptor, SHUT_RDWR);
+            connections.push_back(descriptor);
         }
     }
+    return connections;
+}
+
+void hangUp(const QNetworkReply &reply)
+{
+    for (const int connection : connectionsOf(reply)) {
+        shutdown(connection, SHUT_RDWR);
+    }
+}
+
+/// Shuts a connection that has brought far more than it may. While a server sends without a pause Qt tells nothing of
+/// the body, so that its length alone would never be found too long. The connection may be another request's, so none
+/// gets less than a profile may have; a quarter is for what is around a body.
+static void limitConnection(QNetworkReply &reply, qint64 limit)
+{
+    constexpr int intervalMs = 20;
+    const auto most = static_cast<quint64>(qMax<qint64>(limit, kProfileLimit) / 4 * 5);
+    auto *look = new QTimer(&reply);
+    QObject::connect(look, &QTimer::timeout, &reply, [&reply, most] {
+        for (const int connection : connectionsOf(reply)) {
+            tcp_info info = {};
+            socklen_t length = sizeof info;
+            if (getsockopt(connection, IPPROTO_TCP, TCP_INFO, &info, &length) == 0 &&
+                info.tcpi_bytes_received > most) {
+                qDebug().noquote() << "WARNING:" << reply.url().host() << "sends without end, and was given up";
+                shutdown(connection, SHUT_RDWR);
+            }
+        }
+    });
+    QObject::connect(&reply, &QNetworkReply::finished, look, &QTimer::stop);
+    look->start(intervalMs);
+}
+
+QNetworkReply *sendRequest(QNetworkAccessManager &manager, QNetworkRequest request, qint64 limit,
+                           const QByteArray *form)
+{
+    const QString host = request.url().host();
+    const QStringList pins = isServiceHost(host) ? servicePins() : QStringList();
+    const bool inTheOpen = !pins.isEmpty() && request.url().scheme() != QLatin1String("https");
+    if (inTheOpen) {
+        request.setUrl(QUrl()); // fails without a connection
+    }
+    request.setRawHeader("Accept-Encoding", "identity"); // a compressed answer could grow a thousandfold here
+    QNetworkReply *reply = form != nullptr ? manager.post(request, *form) : manager.get(request);
+    reply->ignoreSslErrors();
+    limitBody(*reply, limit);
+    limitConnection(*reply, limit);
+    if (inTheOpen) {
+        refuse(*reply, QT_TRANSLATE_NOOP("Korvan", "The address of %1 is not encrypted, so that nothing was sent."),
+               host);
+    } else if (!pins.isEmpty()) {
+        QObject::connect(reply, &QNetworkReply::encrypted, reply, [reply, host, pins] {
+            // Only the server's own certificate: nothing proves that it has the keys of the others.
+            const QByteArray pin = publicKeyPin(reply->sslConfiguration().peerCertificate().toDer());
+            if (!pins.contains(QString::fromLatin1(pin), Qt::CaseInsensitive)) {
+                refuse(*reply,
+                       QT_TRANSLATE_NOOP("Korvan",
+                                         "%1 does not show the key that it is known by, so that nothing was sent. "
+                                         "Somebody may be answering in its place."),
+                       host);
+                reply->abort();
+            }
+        });
+    }
+    return reply;
 }
 
 QString refusal(const QNetworkReply &reply)
