@@ -170,8 +170,6 @@ void cleanUpAfterTunnels()
 
 void showVersion()
 {
-    const Appearance appearance;
-    appearance.show();
     QMessageBox box(QMessageBox::Information, QApplication::tr("Version"),
                     QApplication::tr("Made by the Korvan team\n") +
                         QApplication::tr("Compiled in %1\n").arg(QLatin1String(__DATE__)) +

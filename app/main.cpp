@@ -1,6 +1,7 @@
 #include "account/UpdateReason.h"
 #include "app/Startup.h"
 #include "base/DebugLog.h"
+#include "controller/Appearance.h"
 #include "controller/Korvan.h"
 #include "platform/DesktopScale.h"
 #include "platform/QuitSignals.h"
@@ -86,6 +87,8 @@ static int run(SingleInstance &instance, const char *argument)
     }
     if (wantsVersion || wantsReset) {
         instance.release();
+        const Appearance appearance;
+        appearance.show();
         wantsVersion ? showVersion() : resetNetwork();
         return 0;
     }
