@@ -95,7 +95,7 @@ disconnect() {
 start_flood() {
     "$LAB" ctl watch
     guest_do ada 'setsid bash -c "while :; do for host in 203.0.113.10 203.0.113.30 2001:db8:113::10; do
-        echo x >/dev/udp/\$host/9; done; getent hosts names.korvan.example; sleep .02; done" >/dev/null 2>&1 & echo $! >/tmp/flood'
+        echo x >/dev/udp/\$host/9; done; getent hosts names.korvan.example; sleep .3; done" >/dev/null 2>&1 & echo $! >/tmp/flood'
 }
 
 # All that must be as before when Korvan is through.
