@@ -14,8 +14,7 @@ static const Sign kSigns[] = {
     {"PAP authentication failed", "691 the user name or password is not valid"},
     {"invalid HASH_V1 payload length", "the pre-shared key is not the one of the server"},
     {"calculated HASH does not match", "the pre-shared key is not the one of the server"},
-    {"unable to resolve", "the name of the server is not known, check the connection to the Internet"},
-    {"could not be resolved", "the name of the server is not known, check the connection to the Internet"},
+    {"look up L2TP VPN gateway", "the name of the server is not known, check the connection to the Internet"},
     {"sending retransmit", "the server does not answer"},
     {"Maximum retries exceeded", "the server does not answer"},
 };

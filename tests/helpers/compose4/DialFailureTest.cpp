@@ -20,6 +20,8 @@ private slots:
              "3\n",
              "the pre-shared key is not the one of the server"},
             {"sending retransmit 2 of request message ID 0, seq 1\n", "the server does not answer"},
+            {"failed to connect: 'couldn't look up L2TP VPN gateway IP address'\n",
+             "the name of the server is not known, check the connection to the Internet"},
             {"Starting strongSwan 6.0.1 IPsec [starter]...\n", ""},
         };
         for (const auto &[journal, reason] : cases) {
