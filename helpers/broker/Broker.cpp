@@ -19,14 +19,15 @@ constexpr int kKillLimitMs = 2000;
 
 } // namespace
 
-Broker::Broker(int window, std::string bundle, uid_t person)
-    : m_window(window), m_bundle(std::move(bundle)), m_person(person)
+Broker::Broker(int window, int process, std::string bundle, uid_t person)
+    : m_window(window), m_process(process), m_bundle(std::move(bundle)), m_person(person)
 {}
 
 void Broker::serve(int signals)
 {
     for (;;) {
-        std::vector<pollfd> events = {{signals, POLLIN, 0}, {m_window, POLLIN, 0}};
+        // A child that the window was making when it was killed may hold its end of the socket for ever.
+        std::vector<pollfd> events = {{signals, POLLIN, 0}, {m_process, POLLIN, 0}, {m_window, POLLIN, 0}};
         for (const Job &job : m_jobs) { // those without one are -1, which poll() leaves out
             events.push_back({job.channel(), POLLIN, 0});
             events.push_back({job.process(), POLLIN, 0});
@@ -34,7 +35,7 @@ void Broker::serve(int signals)
         if (poll(events.data(), events.size(), -1) < 0) {
             continue;
         }
-        size_t at = 2;
+        size_t at = 3;
         for (auto job = m_jobs.begin(); job != m_jobs.end(); at += 2) {
             const bool ended = events[at + 1].revents != 0;
             if (ended) {
@@ -43,7 +44,7 @@ void Broker::serve(int signals)
             const bool over = ended || (events[at].revents != 0 && !job->takeChannel(m_bundle, m_person));
             job = over ? m_jobs.erase(job) : std::next(job);
         }
-        if (events[0].revents != 0 || (events[1].revents != 0 && !takeRequest())) {
+        if (events[0].revents != 0 || events[1].revents != 0 || (events[2].revents != 0 && !takeRequest())) {
             return;
         }
     }

@@ -10,8 +10,9 @@
 class Broker
 {
 public:
-    /// `window` is the socket that leads to it, `bundle` the application folder, `person` the number of its user.
-    Broker(int window, std::string bundle, uid_t person);
+    /// `window` is the socket that leads to it, `process` a descriptor that becomes readable with its end, `bundle`
+    /// the application folder, `person` the number of its user.
+    Broker(int window, int process, std::string bundle, uid_t person);
 
     /// Returns when the window has ended or this process is told to end by one of `signals`, a signal descriptor.
     void serve(int signals);
@@ -28,6 +29,7 @@ private:
     void takeEnds(int limitMs);
 
     int m_window;
+    int m_process;
     std::string m_bundle;
     uid_t m_person;
     std::list<Job> m_jobs;

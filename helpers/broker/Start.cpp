@@ -15,6 +15,7 @@
 #include <sys/signalfd.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/time.h>
 #include <unistd.h>
 
@@ -106,7 +107,7 @@ Descriptor startClean()
     return isRoot ? std::move(signals) : Descriptor();
 }
 
-std::optional<uid_t> personAtTheWindow(std::string &reason)
+std::optional<Window> findWindow(std::string &reason)
 {
     const char *number = std::getenv(kUserVariable);
     if (number == nullptr || !isNumber(number)) {
@@ -127,7 +128,12 @@ std::optional<uid_t> personAtTheWindow(std::string &reason)
         reason = "the window at the standard input is somebody else's";
         return std::nullopt;
     }
-    return uid;
+    Descriptor process(static_cast<int>(syscall(SYS_pidfd_open, peer.pid, 0)));
+    if (process < 0) {
+        reason = "the window at the standard input has ended";
+        return std::nullopt;
+    }
+    return Window{uid, std::move(process)};
 }
 
 Descriptor lockTunnel(uid_t person, std::optional<uid_t> &holder)

@@ -26,24 +26,24 @@ std::string ownFolder()
 int main()
 {
     std::string reason;
-    const std::optional<uid_t> person = personAtTheWindow(reason);
-    if (!person) {
+    if (!findWindow(reason)) {
         std::fprintf(stderr, "broker: %s\n", reason.c_str());
         return 2;
     }
     const Descriptor signals = startClean();
+    const std::optional<Window> window = findWindow(reason); // anew: no descriptor outlasts the clean start
     std::string bundle = ownFolder();
-    if (signals < 0 || bundle.empty()) {
+    if (!window || signals < 0 || bundle.empty()) {
         return 1;
     }
     bundle.pop_back();
     std::optional<uid_t> holder;
-    const Descriptor lock = lockTunnel(*person, holder);
+    const Descriptor lock = lockTunnel(window->person, holder);
     if (lock < 0) {
         sendMessage(STDIN_FILENO, holder ? "busy " + std::to_string(*holder) : "broken");
         return 1;
     }
-    Broker broker(STDIN_FILENO, bundle, *person);
+    Broker broker(STDIN_FILENO, window->process, bundle, window->person);
     broker.restoreNetwork(); // of a program that was killed together with everything that would have done so
     sendMessage(STDIN_FILENO, "ready");
     broker.serve(signals);

@@ -10,6 +10,7 @@
 #include <fcntl.h>
 #include <random>
 #include <sys/socket.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 static constexpr uid_t kPerson = 65534;
@@ -225,6 +226,39 @@ private slots:
         }
     }
 
+    /// The window is killed while it makes a child, which holds the socket from then on.
+    void endsWithTheWindowsProcess()
+    {
+        int ready[2];
+        QVERIFY(pipe2(ready, O_CLOEXEC) == 0);
+        const pid_t window = fork();
+        if (window == 0) {
+            int ends[2];
+            const bool made = seteuid(kPerson) == 0 &&
+                              socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends) == 0 && seteuid(0) == 0;
+            const pid_t broker = made ? fork() : -1;
+            if (broker == 0) {
+                dup2(ends[1], STDIN_FILENO);
+                execl("/usr/bin/env", "env", "-i", "PKEXEC_UID=65534", inBundle("/broker").toLocal8Bit().constData(),
+                      nullptr);
+            }
+            ::close(ends[1]);
+            char greeting[8];
+            recv(ends[0], greeting, sizeof greeting, 0);
+            if (fork() == 0) {
+                close_range(0, 2, 0); // somebody waits for the end of this output
+                alarm(60);
+                pause();
+            }
+            const QByteArray number = QByteArray::number(broker) + '\n';
+            _exit(write(ready[1], number.constData(), static_cast<size_t>(number.size())) > 0 ? 0 : 1);
+        }
+        char broker[16] = {};
+        QVERIFY(read(ready[0], broker, sizeof broker - 1) > 1);
+        waitpid(window, nullptr, 0);
+        QVERIFY(isGone(broker));
+    }
+
     void servesOneWindowOfItsOwnUser()
     {
         const Window first;
@@ -263,7 +297,7 @@ private slots:
         QCOMPARE(standIn->readAll(), "route print\n");
         const QString open = "/proc/" + QString::number(window.broker.processId()) + "/fd";
         const auto kinds = QDir::System | QDir::AllEntries | QDir::NoDotAndDotDot;
-        QTRY_COMPARE(QDir(open).entryList(kinds).size(), 5);
+        QTRY_COMPARE(QDir(open).entryList(kinds).size(), 6);
     }
 };
 
