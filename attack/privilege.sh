@@ -354,7 +354,7 @@ row_kill() {
         end
         await eval '[ "$(network)" = "$before" ]' || { left=$((left + 1)); echo "   moment $moment:"; diff <(echo "$before") <(network); }
     done
-    row $all $changed $((left + $(taken))) "kill and stop of window and root part in lock-down: another network than before"
+    row $all $changed $((left + outlived + $(taken))) "kill and stop of window and root part in lock-down: another network, or root outlives it"
 }
 
 # The trap does work.

@@ -8,7 +8,7 @@ secret=$here/secret
 application=/opt/korvan/Korvan.app/Contents/MacOS
 ada=$LAB_DIR/people/ada
 ben=$LAB_DIR/people/ben
-total=0 unproven=0
+total=0 unproven=0 outlived=0
 
 # A screen of this lab's alone: a server in another network does not see which numbers are taken, and would take the
 # socket of somebody else's.
@@ -35,7 +35,7 @@ as_root() { find "$gained" -name '0-*' | wc -l; }
 overwritten() { cmp -s "$secret" "$here/kept" && echo 0 || { keep_secret; echo 1; }; }
 program() { pgrep -f "^$application/(broker|Korvan)"; }
 root_part() { pgrep -u root -f "^$application/(broker|Korvan)"; }
-gone() { ! program && ! pgrep -f '^/usr/sbin/openvpn .*--askpass' && ! pgrep -f "$application/network watch"; } >/dev/null
+gone() { ! root_part && ! pgrep -f '^/usr/sbin/openvpn .*--askpass' && ! pgrep -f "$application/network watch"; } >/dev/null
 await() {
     local limit=$((SECONDS + ${patience:-30}))
     until "$@" >/dev/null 2>&1; do [ "$SECONDS" -lt "$limit" ] || return 1; sleep 0.05; done
@@ -72,7 +72,8 @@ ways=(korvan $application/Korvan)
 allow() { [ "$1" = korvan ] && chmod 0755 $application/Korvan || chmod 4755 $application/Korvan; }
 end() {
     kill -KILL $started $($own || program) 2>/dev/null
-    await gone || { echo "   still there: $(ps -o pid=,user=,stat=,wchan=,args= -p "$(pgrep -d, -f "$application/")" | paste -sd '|')"; kill -KILL $(program); }
+    await gone || { echo "   still there: $(ps -o pid=,user=,stat=,wchan=,args= -p "$(pgrep -d, -f "$application/")" | paste -sd '|')"; outlived=$((outlived + 1)); }
+    kill -KILL $(program) 2>/dev/null
     kill -KILL $(pgrep -u root -x dbus-launch) $(pgrep -u root -f '^/usr/bin/dbus-daemon --syntax') 2>/dev/null
 }
 both_ways() { local way; for way in "${ways[@]}"; do allow "$way"; run "$way"; end; done; allow korvan; }
