@@ -18,8 +18,9 @@ QByteArray loginBody(const QString &user, const QString &password)
     return "username=" + QUrl::toPercentEncoding(user) + "&password=" + QUrl::toPercentEncoding(password);
 }
 
-/// How long a connection that was shut may take to end, in milliseconds.
+/// How long a connection that was shut may take to end, and how often it is shut meanwhile, in milliseconds.
 static constexpr int kEndLimitMs = 3000;
+static constexpr int kHangUpMs = 20;
 
 LoginAnswer postLogin(const QByteArray &body, int limitMs)
 {
@@ -35,6 +36,9 @@ LoginAnswer postLogin(const QByteArray &body, int limitMs)
         // Destroying the manager while its thread is still at what has come would stop the window for as long.
         Wait end;
         end.until(reply, &QNetworkReply::finished);
+        QTimer again; // Qt asks a server that has said nothing yet once more
+        QObject::connect(&again, &QTimer::timeout, reply, [reply] { hangUp(*reply); });
+        again.start(kHangUpMs);
         end.run(kEndLimitMs);
         return {};
     }
