@@ -29,8 +29,8 @@ enum class PendingUpdate {
 /// gets the archive itself; one that it does not accept is deleted after a box has told why.
 PendingUpdate installPendingUpdate(const char *argument);
 
-/// Takes note, in the log, of what came of an update that ended with this start. Why it was not installed, a part of a
-/// sentence; empty where there was none or it was. Told once: a program that this one starts does not hear of it.
+/// Takes note, in the log, of what came of an update that ended with this start. Why it was not installed, a part of
+/// a sentence; empty where there was none or it was. Told once: a program that this one starts does not hear of it.
 QString takeUpdateFailure();
 
 /// Deletes what an earlier update left: the archive that it was handed, and the staging folder, after taking back the
