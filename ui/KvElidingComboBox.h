@@ -3,8 +3,8 @@
 #include <QComboBox>
 
 /// A combo box for long names. A text too long for it is set in the smaller size; if it is too long even then, it is
-/// shortened in its middle, and the whole of it is its tool tip. What is selected in the list while that is closed, as
-/// screen readers do, is chosen.
+/// shortened in its middle, and the whole of it is its tool tip. What is selected in the list while that is closed,
+/// as screen readers do, is chosen.
 class KvElidingComboBox : public QComboBox
 {
     Q_OBJECT
