@@ -1,8 +1,10 @@
 #include "controller/EngineMessage.h"
 
+#include "names/PastTunnel.h"
 #include "vpn/HelperOutput.h"
 #include "vpn/OpenVPNReader.h"
 
+#include <QRegularExpression>
 #include <QStringList>
 
 EngineMessage classifyMessage(const QString &message, const QString &protocol)
@@ -38,4 +40,19 @@ QString serverAddressOf(QString message)
         }
     }
     return address;
+}
+
+std::optional<PastTunnel> pastTunnelOf(const QString &message)
+{
+    // The whole line: no time stamp of OpenVPN's stands before it, and no words of a server's are in it.
+    static const QRegularExpression line(
+        QStringLiteral("^%1(?:nothing|(all)(?: but ([0-9a-f.:/, ]+))?(?:; ([0-9a-f.:/, ]+))?|([0-9a-f.:/, ]+))$")
+            .arg(QLatin1String(kPastTunnel)),
+        QRegularExpression::MultilineOption);
+    std::optional<PastTunnel> past;
+    for (auto matches = line.globalMatch(message); matches.hasNext();) {
+        const QRegularExpressionMatch match = matches.next();
+        past = PastTunnel{!match.captured(1).isEmpty(), match.captured(2), match.captured(3) + match.captured(4)};
+    }
+    return past;
 }

@@ -2,6 +2,7 @@
 
 #include "account/LastProfile.h"
 #include "controller/Appearance.h"
+#include "controller/EngineMessage.h"
 #include "controller/ServerTests.h"
 #include "controller/Status.h"
 #include "controller/Traffic.h"
@@ -136,6 +137,7 @@ private:
     // Status (controller/KorvanStatus.cpp)
     void showStatus(KORVANSTATUS status);
     void showTunnelLost();
+    void showPastTunnel();
     void showLook(const StatusLook &look);
     void moveFocus(QWidget *shown);
     void announce();
@@ -190,6 +192,7 @@ private:
     ServerTests m_tests;
     QString m_protocol; ///< protocol of the dashboard, as stored
     WindowRoute m_route;
+    PastTunnel m_pastTunnel; ///< of the newest tunnel
     Traffic m_traffic;
 
     QDateTime m_nextRefresh;       ///< when the configuration is due to be refreshed

@@ -43,6 +43,10 @@ void Korvan::actOnMessage(const QString &message)
         if (!address.isNull()) {
             m_form->lbServerIP->setText(address);
         }
+        if (const auto past = pastTunnelOf(message)) {
+            m_pastTunnel = *past;
+            showPastTunnel();
+        }
         break;
     }
     }

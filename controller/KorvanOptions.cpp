@@ -23,6 +23,7 @@ void Korvan::updateOption(bool save)
             m_bootServer = options.bootServer;
             m_protocol = options.protocol;
             m_route.optionsSaved(m_status == STATUS_CONNECTED);
+            showPastTunnel();
         }
         return;
     }

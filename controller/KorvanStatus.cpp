@@ -55,6 +55,7 @@ void Korvan::setStatus(KORVANSTATUS status)
         break;
     }
     m_status = status;
+    showPastTunnel();
 }
 
 void Korvan::showStatus(KORVANSTATUS status)
@@ -71,6 +72,34 @@ void Korvan::showTunnelLost()
     m_form->pgLinkState->setValue(0);
 }
 
+/// Says on the dashboard and from the tray's icon what goes past the tunnel. Under lock-down nothing does.
+void Korvan::showPastTunnel()
+{
+    if (m_status != STATUS_CONNECTED) {
+        return;
+    }
+    QStringList parts;
+    if (m_pastTunnel.isAll && !m_route.isLockedDown()) {
+        parts += m_pastTunnel.taken.isEmpty() ? tr("No traffic goes through the tunnel.")
+                                              : tr("Only in the tunnel: %1").arg(m_pastTunnel.taken);
+    }
+    if (!m_pastTunnel.ordinary.isEmpty() && !m_route.isLockedDown()) {
+        parts += tr("Not in the tunnel: %1").arg(m_pastTunnel.ordinary);
+    }
+    const QString text = parts.join(QLatin1String("; "));
+    if (text == m_form->lbStatusNote->toolTip()) {
+        return;
+    }
+    const QMargins margins = m_form->statusLayout->contentsMargins();
+    const int width = m_form->cardStatus->minimumWidth() - margins.left() - margins.right();
+    m_form->lbStatusNote->setText(m_form->lbStatusNote->fontMetrics().elidedText(text, Qt::ElideRight, width));
+    m_form->lbStatusNote->setToolTip(text);
+    if (!text.isEmpty()) {
+        m_tray.tell(text);
+    }
+    announce();
+}
+
 void Korvan::showLook(const StatusLook &look)
 {
     const QWidget *focused = focusWidget();
@@ -81,6 +110,7 @@ void Korvan::showLook(const StatusLook &look)
         m_form->lbStatusT->setText(tr(look.text));
     }
     m_form->lbStatusNote->setText(look.note != nullptr ? tr(look.note) : QString());
+    m_form->lbStatusNote->setToolTip({});
     m_form->pbConnect->setVisible(look.connectShown);
     m_form->pbDisconnect->setVisible(!look.connectShown);
     turn(m_form->pbConnect, look.connect);
@@ -150,6 +180,7 @@ void Korvan::enterReady()
 
 void Korvan::enterConnecting()
 {
+    m_pastTunnel = {};
     m_form->stack->setCurrentWidget(m_form->pageMain); // no tunnel is up behind the login page
     m_form->pgLinkState->setValue(0);
     m_progressTimer.start(kProgressIntervalMs);

@@ -130,8 +130,13 @@ void Tray::show(const StatusLook &look, const QString &server)
         m_icon->setToolTip(plainText(filled(look.toolTip)));
     }
     if (look.message != nullptr) {
-        m_icon->showMessage(QStringLiteral("Korvan"), filled(look.message), QSystemTrayIcon::Information, kMessageMs);
+        tell(filled(look.message));
     }
+}
+
+void Tray::tell(const QString &text)
+{
+    m_icon->showMessage(QStringLiteral("Korvan"), text, QSystemTrayIcon::Information, kMessageMs);
 }
 
 int Tray::tabOf(const QObject *entry)

@@ -31,6 +31,9 @@ public:
     /// Shows a status. The texts are about the server of that name.
     void show(const StatusLook &look, const QString &server);
 
+    /// Pops up a text from the icon.
+    void tell(const QString &text);
+
     /// The tab of the window that an entry of the menu is for, by its text; -1 for anything else.
     static int tabOf(const QObject *entry);
 

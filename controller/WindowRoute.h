@@ -36,6 +36,9 @@ public:
     /// tunnel is up begins at once.
     void optionsSaved(bool isTunnelUp);
 
+    /// True while nothing but the tunnel leads out of the machine.
+    bool isLockedDown() const { return m_lockedDown; }
+
     /// The program ends, and guards nothing from then on.
     void release();
 

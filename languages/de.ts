@@ -759,6 +759,18 @@ Drücken Sie OK, um Ihre normale Internetverbindung wiederherzustellen, und verb
         <source>the new version does not run, it ended at once with status %1</source>
         <translation>die neue Version läuft nicht, sie endete sofort mit dem Status %1</translation>
     </message>
+    <message>
+        <source>No traffic goes through the tunnel.</source>
+        <translation>Kein Datenverkehr geht durch den Tunnel.</translation>
+    </message>
+    <message>
+        <source>Only in the tunnel: %1</source>
+        <translation>Nur im Tunnel: %1</translation>
+    </message>
+    <message>
+        <source>Not in the tunnel: %1</source>
+        <translation>Nicht im Tunnel: %1</translation>
+    </message>
 </context>
 <context>
     <name>KvL2TPBox</name>

@@ -759,6 +759,18 @@ Pulse Aceptar para restablecer su conexión a Internet habitual y vuelva a conec
         <source>the new version does not run, it ended at once with status %1</source>
         <translation>la nueva versión no funciona, terminó enseguida con el estado %1</translation>
     </message>
+    <message>
+        <source>No traffic goes through the tunnel.</source>
+        <translation>Ningún tráfico pasa por el túnel.</translation>
+    </message>
+    <message>
+        <source>Only in the tunnel: %1</source>
+        <translation>Solo por el túnel: %1</translation>
+    </message>
+    <message>
+        <source>Not in the tunnel: %1</source>
+        <translation>Fuera del túnel: %1</translation>
+    </message>
 </context>
 <context>
     <name>KvL2TPBox</name>

@@ -759,6 +759,18 @@ Please press OK to resume your regular internet connection and reconnect to the 
         <source>the new version does not run, it ended at once with status %1</source>
         <translation>نسخهٔ جدید اجرا نمی‌شود و بی‌درنگ با وضعیت %1 پایان یافت</translation>
     </message>
+    <message>
+        <source>No traffic goes through the tunnel.</source>
+        <translation>هیچ داده‌ای از تونل نمی‌گذرد.</translation>
+    </message>
+    <message>
+        <source>Only in the tunnel: %1</source>
+        <translation>فقط از درون تونل: %1</translation>
+    </message>
+    <message>
+        <source>Not in the tunnel: %1</source>
+        <translation>بیرون از تونل: %1</translation>
+    </message>
 </context>
 <context>
     <name>KvL2TPBox</name>

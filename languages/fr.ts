@@ -759,6 +759,18 @@ Appuyez sur OK pour rétablir votre connexion à Internet habituelle, puis recon
         <source>the new version does not run, it ended at once with status %1</source>
         <translation>la nouvelle version ne fonctionne pas, elle s&apos;est terminée aussitôt avec l&apos;état %1</translation>
     </message>
+    <message>
+        <source>No traffic goes through the tunnel.</source>
+        <translation>Aucun trafic ne passe par le tunnel.</translation>
+    </message>
+    <message>
+        <source>Only in the tunnel: %1</source>
+        <translation>Seulement dans le tunnel : %1</translation>
+    </message>
+    <message>
+        <source>Not in the tunnel: %1</source>
+        <translation>Hors du tunnel : %1</translation>
+    </message>
 </context>
 <context>
     <name>KvL2TPBox</name>

@@ -759,6 +759,18 @@ Please press OK to resume your regular internet connection and reconnect to the 
         <source>the new version does not run, it ended at once with status %1</source>
         <translation>новая версия не работает, она сразу завершилась с состоянием %1</translation>
     </message>
+    <message>
+        <source>No traffic goes through the tunnel.</source>
+        <translation>Трафик не проходит через туннель.</translation>
+    </message>
+    <message>
+        <source>Only in the tunnel: %1</source>
+        <translation>Через туннель только: %1</translation>
+    </message>
+    <message>
+        <source>Not in the tunnel: %1</source>
+        <translation>Не через туннель: %1</translation>
+    </message>
 </context>
 <context>
     <name>KvL2TPBox</name>

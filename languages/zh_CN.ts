@@ -759,6 +759,18 @@ Please press OK to resume your regular internet connection and reconnect to the 
         <source>the new version does not run, it ended at once with status %1</source>
         <translation>新版本无法运行,立即以状态 %1 结束</translation>
     </message>
+    <message>
+        <source>No traffic goes through the tunnel.</source>
+        <translation>没有任何流量通过隧道。</translation>
+    </message>
+    <message>
+        <source>Only in the tunnel: %1</source>
+        <translation>仅通过隧道：%1</translation>
+    </message>
+    <message>
+        <source>Not in the tunnel: %1</source>
+        <translation>不通过隧道：%1</translation>
+    </message>
 </context>
 <context>
     <name>KvL2TPBox</name>

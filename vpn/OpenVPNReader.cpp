@@ -1,6 +1,7 @@
 #include "vpn/OpenVPNReader.h"
 
 #include "common/Text.h"
+#include "names/PastTunnel.h"
 #include "vpn/HelperOutput.h"
 
 #include <QRegularExpression>
@@ -55,7 +56,7 @@ static OpenVPNOutput classify(const QString &line, int known)
 static bool misleads(const QString &chunk)
 {
     const QString words = openVPNWords(chunk);
-    return words.startsWith(QLatin1String("UDPv4 link remote:")) ||
+    return words.startsWith(QLatin1String(kPastTunnel)) || words.startsWith(QLatin1String("UDPv4 link remote:")) ||
            words.startsWith(QLatin1String("TCPv4_CLIENT link remote:"));
 }
 

@@ -15,6 +15,9 @@ namespace {
 /// More of one kind is no server's wish.
 constexpr int kMost = 1000;
 
+/// As many destinations as somebody reads.
+constexpr size_t kMostTold = 8;
+
 class Reader
 {
 public:
@@ -113,6 +116,35 @@ bool coverAll(std::vector<Subnet> subnets)
     return covered > UINT32_MAX;
 }
 
+std::string textOf(const Subnet &subnet)
+{
+    const in_addr address = {htonl(subnet.address)};
+    char text[INET_ADDRSTRLEN] = "";
+    inet_ntop(AF_INET, &address, text, sizeof text);
+    return text + ('/' + std::to_string(subnet.length));
+}
+
+/// Adds "ADDRESS/LENGTH" of what is for IPv6.
+void readIpv6Routes(const Reader &reader, Offer &offer)
+{
+    for (int n = 1; n < kMost && !reader.value("route_ipv6_network", n).empty(); ++n) {
+        const std::string text = reader.value("route_ipv6_network", n);
+        const size_t slash = text.find('/');
+        if (slash != std::string::npos && isIpv6(text.substr(0, slash)) && isNumber(text.substr(slash + 1))) {
+            offer.taken.push_back(text);
+        }
+    }
+}
+
+std::string listOf(const std::vector<std::string> &destinations)
+{
+    std::string list;
+    for (size_t i = 0; i < std::min(destinations.size(), kMostTold); ++i) {
+        list += (i > 0 ? ", " : "") + destinations[i];
+    }
+    return list + (destinations.size() > kMostTold ? ", ..." : "");
+}
+
 void readRoutes(const Reader &reader, Offer &offer)
 {
     std::vector<Subnet> taken;
@@ -124,14 +156,27 @@ void readRoutes(const Reader &reader, Offer &offer)
             offer.ordinary.push_back(*subnet);
         } else {
             taken.push_back(*subnet);
+            offer.taken.push_back(textOf(*subnet));
         }
     }
+    readIpv6Routes(reader, offer);
     offer.takesAll = reader.value("redirect_gateway") == "1" || coverAll(taken);
     offer.hasRoutes =
         offer.takesAll || !reader.value("route_vpn_gateway").empty() || !reader.value("route_ipv6_network_1").empty();
 }
 
 } // namespace
+
+std::string pastTunnel(const Offer &offer)
+{
+    std::vector<std::string> ordinary;
+    std::transform(offer.ordinary.begin(), offer.ordinary.end(), std::back_inserter(ordinary), textOf);
+    if (offer.takesAll) {
+        return ordinary.empty() ? "nothing" : listOf(ordinary);
+    }
+    return offer.taken.empty() ? "all"
+                               : "all but " + listOf(offer.taken) + (ordinary.empty() ? "" : "; " + listOf(ordinary));
+}
 
 std::optional<Subnet> subnetOf(const std::string &network, const std::string &mask)
 {

@@ -22,6 +22,7 @@ struct Offer
     std::vector<std::string> nameServers; ///< addresses
     std::vector<std::string> domains;
     std::vector<Subnet> ordinary;      ///< where the ordinary way is asked for
+    std::vector<std::string> taken;    ///< what the tunnel takes, with the lengths of the prefixes
     bool hasRoutes = false;            ///< OpenVPN will make routes
     bool takesAll = false;             ///< they will take all IPv4 traffic, as far as it can be known yet
     std::vector<std::string> problems; ///< what was left out, a line each
@@ -29,6 +30,10 @@ struct Offer
 
 /// Reads OpenVPN's environment.
 Offer readOffer(const Environment &environment);
+
+/// What goes past the tunnel while the machine is not locked, by the routes that are made: see names/PastTunnel.h.
+/// The local network always does.
+std::string pastTunnel(const Offer &offer);
 
 /// The range of a network's address and its dotted mask. No value when they are none.
 std::optional<Subnet> subnetOf(const std::string &network, const std::string &mask);

@@ -6,6 +6,7 @@
 
 #include "helpers/network/Guardian.h"
 #include "helpers/network/Network.h"
+#include "names/PastTunnel.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -35,7 +36,9 @@ Outcome actOn(const std::string &event, bool isStale)
         return tunnelUp(offer, openVpn);
     }
     if (event == "routes") {
-        return tunnelRouted(offer, openVpn);
+        Outcome outcome = tunnelRouted(offer, openVpn);
+        std::printf("%s%s\n", kPastTunnel, pastTunnel(offer).c_str());
+        return outcome;
     }
     return openVpn.start != 0 ? tunnelDown(openVpn) : tunnelsEnded(!isStale);
 }

@@ -120,6 +120,40 @@ private slots:
         }
     }
 
+    /// What goes past the tunnel is told while it is up, by the helper's own line alone, and not under lock-down.
+    void pastTheTunnel()
+    {
+        const QString marker = "Not in the tunnel unless locked down: ";
+        const auto tell = [this](const QString &message) {
+            m_window->setStatus(STATUS_CONNECTING);
+            engine().message(message);
+            m_window->setStatus(STATUS_CONNECTED);
+            return label("lbStatusNote");
+        };
+        const std::pair<QString, const char *> cases[] = {
+            {"x\n" + marker + "all\ny", "No traffic goes through the tunnel."},
+            {marker + "nothing", ""},
+            {marker + "192.0.2.0/24, fd00::/8", "Not in the tunnel: 192.0.2.0/24, fd00::/8"},
+            {"2026-11-23 07:24:30 " + marker + "all\nPUSH '" + marker + "all\n" + marker + "all, really", ""},
+            {marker + "all but 10.0.0.0/8; 10.1.0.0/16",
+             "Only in the tunnel: 10.0.0.0/8; Not in the tunnel: 10.1.0.0/16"},
+        };
+        for (const auto &[message, note] : cases) {
+            COMPARE_CASE(message.toUtf8(), tell(message), QString(note));
+        }
+        button("cbLockDown")->setChecked(true);
+        m_window->updateOption(true);
+        QCOMPARE(label("lbStatusNote"), QString());
+        button("cbLockDown")->setChecked(false);
+        m_window->updateOption(true);
+        QVERIFY(label("lbStatusNote").startsWith("Only"));
+        engine().message(marker + "nothing"); // OpenVPN has made its tunnel anew
+        QCOMPARE(label("lbStatusNote"), QString());
+        engine().message(marker + "all");
+        m_window->setStatus(STATUS_DISCONNECTED);
+        QCOMPARE(label("lbStatusNote") + find("lbStatusNote")->toolTip(), QString());
+    }
+
 private:
     /// The picture, the text and the line below; which of Connect and Disconnect is shown; what is enabled of
     /// Connect, Disconnect, Reconnect, the two lists, Update, and of the tray's Connect, Disconnect, Reconnect; the

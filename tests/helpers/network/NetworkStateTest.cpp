@@ -106,6 +106,30 @@ private slots:
         }
     }
 
+    /// What the person is told.
+    void pastTheTunnel()
+    {
+        const char *gateway = "198.18.0.1";
+        Environment many = routes({});
+        for (int n = 1; n < 11; ++n) {
+            many["route_ipv6_network_" + std::to_string(n)] = n == 1 ? "fd00::/8 x" : "2000::/" + std::to_string(n);
+        }
+        Environment redirected = routes({{"192.0.2.9", "255.255.255.255", "192.0.2.1"}});
+        redirected["redirect_gateway"] = "1";
+        const std::pair<Environment, const char *> cases[] = {
+            {routes({}), "all"}, // an IPv6 address alone, too
+            {routes({{"0.0.0.0", "128.0.0.0", gateway}, {"128.0.0.0", "128.0.0.0", gateway}}), "nothing"},
+            {redirected, "192.0.2.9/32"},
+            {routes({{"0.0.0.0", "128.0.0.0", gateway}}), "all but 0.0.0.0/1"},
+            {routes({{"10.0.0.0", "255.0.0.0", gateway}, {"10.1.0.0", "255.255.0.0", "192.0.2.1"}}),
+             "all but 10.0.0.0/8; 10.1.0.0/16"},
+            {many, "all but 2000::/2, 2000::/3, 2000::/4, 2000::/5, 2000::/6, 2000::/7, 2000::/8, 2000::/9, ..."},
+        };
+        for (const auto &[environment, told] : cases) {
+            COMPARE_CASE(told, QByteArray::fromStdString(pastTunnel(readOffer(environment))), QByteArray(told));
+        }
+    }
+
 private:
     using Row = std::array<const char *, 3>;
 
