@@ -22,6 +22,10 @@
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QPointer>
+#include <QTimer>
+
+/// How long the thread of a manager may be at what has come after a reply was given up, in milliseconds.
+static constexpr int kThreadEndMs = 5000;
 
 bool Korvan::checkUpdate(QString &url, QString &message, QString &version)
 {
@@ -129,9 +133,12 @@ void Korvan::onUpApp()
         return;
     }
     const QPointer<Korvan> self(this);
-    QNetworkAccessManager manager;
-    QNetworkReply *reply = sendRequest(manager, QNetworkRequest(QUrl(m_updateAddress)), kArchiveLimit);
+    auto *manager = new QNetworkAccessManager(this);
+    QNetworkReply *reply = sendRequest(*manager, QNetworkRequest(QUrl(m_updateAddress)), kArchiveLimit);
     connect(reply, &QNetworkReply::downloadProgress, this, &Korvan::onUpdateProgress);
+    // Destroying the manager while its thread is still at what has come would stop the window for as long.
+    connect(reply, &QNetworkReply::finished, manager,
+            [manager] { QTimer::singleShot(kThreadEndMs, manager, &QObject::deleteLater); });
     m_form->pbUpApp->setEnabled(false);
     Wait wait;
     wait.until(reply, &QNetworkReply::finished);
