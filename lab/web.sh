@@ -8,7 +8,9 @@ start_web() {
     for n in 1 2; do countries+=(--country "203.0.113.2$n=Examplia"); done
     for n in 3 4; do countries+=(--country "203.0.113.2$n=Samplonia"); done
     countries+=(--country 203.0.113.30=Proxyland --country 198.51.=Homeland --country 2001:db8:=Homeland)
+    mkdir "$LAB_DIR/archives"
     "$LAB_BUILD/lab/lab_service" site --users "$LAB_DIR/users" --profiles "$LAB_DIR/profiles" \
+        --archives "$LAB_DIR/archives" \
         --certificate "$LAB_KEYS/web.crt" --key "$LAB_KEYS/web.key" "${countries[@]}" >"$LAB_DIR/web.log" 2>&1 &
     for n in 1 2 3 4; do
         ip netns exec "vpn$n" "$LAB_BUILD/lab/lab_service" speedtest >"$LAB_DIR/speedtest$n.log" 2>&1 &

@@ -1,5 +1,7 @@
 #include "lab/service/Account.h"
 
+#include "lab/service/Archives.h"
+
 #include <archive.h>
 #include <archive_entry.h>
 
@@ -7,7 +9,6 @@
 #include <cctype>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <memory>
 #include <vector>
 
@@ -45,12 +46,6 @@ std::string percentDecoded(const std::string &text)
         }
     }
     return value;
-}
-
-std::string fileBytes(const std::filesystem::path &path)
-{
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
 la_ssize_t appendTo(archive *, void *target, const void *bytes, std::size_t length)

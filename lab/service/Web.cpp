@@ -1,5 +1,7 @@
 #include "lab/service/Web.h"
 
+#include "lab/service/Archives.h"
+
 #include <httplib.h>
 
 #include <algorithm>
@@ -8,12 +10,15 @@
 #include <ctime>
 #include <functional>
 #include <memory>
+#include <sstream>
 #include <thread>
 
 namespace {
 
 using httplib::Request;
 using httplib::Response;
+
+const std::string kArchivesPath = "/archives/";
 
 /// A page before it goes out.
 struct Page
@@ -75,13 +80,23 @@ Page addressPage(const Site &site, const Request &request)
 
 Page updatePage(const Site &site)
 {
-    std::string entries;
+    const Offer offer = newestOffer(site.archives, site.version);
+    const std::string signature =
+        offer.signature.empty() ? "" : "    <signature>" + offer.signature + "</signature>\n";
+    std::ostringstream entries;
     for (const char *system : {"windows", "macos"}) {
-        entries += std::string("  <update>\n    <system>") + system + "</system>\n    <version>" + site.version +
-                   "</version>\n    <url>https://portal.korvan.example/archives/korvan-" + site.version +
-                   ".zip</url>\n    <message></message>\n  </update>\n";
+        entries << "  <update>\n    <system>" << system << "</system>\n    <version>" << offer.version
+                << "</version>\n    <url>https://portal.korvan.example" << kArchivesPath << "korvan-" << offer.version
+                << ".zip</url>\n"
+                << signature << "    <message></message>\n  </update>\n";
     }
-    return {200, "text/xml; charset=utf-8", "<?xml version=\"1.0\"?>\n<updates>\n" + entries + "</updates>\n"};
+    return {200, "text/xml; charset=utf-8", "<?xml version=\"1.0\"?>\n<updates>\n" + entries.str() + "</updates>\n"};
+}
+
+Page archivePage(const Site &site, const std::string &name)
+{
+    const Page page{200, "application/zip", archiveBytes(site.archives, name)};
+    return page.body.empty() ? textPage(404, "no such archive\n") : page;
 }
 
 Page findPage(const Site &site, const Request &request)
@@ -94,6 +109,9 @@ Page findPage(const Site &site, const Request &request)
     }
     if (request.path == "/update.xml") {
         return updatePage(site);
+    }
+    if (request.path.compare(0, kArchivesPath.size(), kArchivesPath) == 0) {
+        return archivePage(site, request.path.substr(kArchivesPath.size()));
     }
     static const std::vector<std::pair<std::string, std::string>> plainPages = {
         {"/", "Korvan help desk"},

@@ -14,7 +14,8 @@ struct Site
     std::string certificate;                                    ///< PEM file of the web server
     std::string key;                                            ///< PEM file of its key
     std::vector<std::pair<std::string, std::string>> countries; ///< beginning of an address, name of its country
-    std::string version;                                        ///< the newest version of the program
+    std::string version;                                        ///< of the program, as it is offered without archives
+    std::string archives;                                       ///< folder of its updates; empty when there are none
 };
 
 /// Serves the pages on ports 80 and 443 and the control requests on port 9090, on all addresses. Prints "ready" once

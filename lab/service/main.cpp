@@ -11,7 +11,7 @@ int usage()
 {
     std::fputs("usage: lab_service speedtest\n"
                "       lab_service site --users FILE --profiles FOLDER --certificate FILE --key FILE\n"
-               "                        [--country ADDRESS-PREFIX=NAME]...\n"
+               "                        [--archives FOLDER] [--country ADDRESS-PREFIX=NAME]...\n"
                "       lab_service wire tap|tun NAMESPACE DEVICE NAMESPACE DEVICE\n",
                stderr);
     return 2;
@@ -20,10 +20,13 @@ int usage()
 /// False when there is an option that is none.
 bool readOptions(int count, char **arguments, Site &site)
 {
-    const option options[] = {
-        {"users", required_argument, nullptr, 'u'},       {"profiles", required_argument, nullptr, 'p'},
-        {"certificate", required_argument, nullptr, 'c'}, {"key", required_argument, nullptr, 'k'},
-        {"country", required_argument, nullptr, 'n'},     {nullptr, 0, nullptr, 0}};
+    const option options[] = {{"users", required_argument, nullptr, 'u'},
+                              {"profiles", required_argument, nullptr, 'p'},
+                              {"certificate", required_argument, nullptr, 'c'},
+                              {"key", required_argument, nullptr, 'k'},
+                              {"country", required_argument, nullptr, 'n'},
+                              {"archives", required_argument, nullptr, 'a'},
+                              {nullptr, 0, nullptr, 0}};
     for (int choice = 0; (choice = getopt_long(count, arguments, "", options, nullptr)) != -1;) {
         const std::string value = optarg ? optarg : "";
         switch (choice) {
@@ -38,6 +41,9 @@ bool readOptions(int count, char **arguments, Site &site)
             break;
         case 'k':
             site.key = value;
+            break;
+        case 'a':
+            site.archives = value;
             break;
         case 'n':
             site.countries.emplace_back(value.substr(0, value.find('=')), value.substr(value.find('=') + 1));
