@@ -107,7 +107,7 @@ int main(int argc, char *argv[])
         enterOwnNetwork(); // the start looks after default routes
     }
     const QCoreApplication application(argc, argv);
-    const int pairs = argc > 1 ? std::max(1, std::atoi(argv[1])) : 10;
+    const int pairs = argc > 1 ? std::max(1, QByteArray(argv[1]).toInt()) : 10;
     const QTemporaryDir folder;
     QProcess::execute("cp", {"-a", KORVAN_BUNDLE, folder.path()});
     const QString korvan = folder.path() + "/MacOS/Korvan";
