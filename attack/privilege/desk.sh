@@ -12,6 +12,7 @@ total=0 unproven=0 outlived=0
 
 # A screen of this lab's alone: a server in another network does not see which numbers are taken, and would take the
 # socket of somebody else's.
+mkdir -p /tmp/.X11-unix
 mount -t tmpfs -o mode=1777 screens /tmp/.X11-unix
 exec {number}< <(exec Xvfb -noreset -displayfd 1 -screen 0 1280x800x24 -nolisten tcp 2>/dev/null)
 read -r -t 30 display <&"$number" || exit 1
