@@ -10,6 +10,7 @@
 #include <QAccessible>
 #include <QAudioDeviceInfo>
 #include <QCoreApplication>
+#include <QGuiApplication>
 #include <QLibraryInfo>
 #include <QSound>
 
@@ -72,6 +73,12 @@ void Korvan::showTunnelLost()
     m_form->pgLinkState->setValue(0);
 }
 
+/// Addresses within a sentence, which read from left to right in each language.
+static QString isolated(const QString &addresses)
+{
+    return QGuiApplication::isRightToLeft() ? QChar(0x2066) + addresses + QChar(0x2069) : addresses;
+}
+
 /// Says on the dashboard and from the tray's icon what goes past the tunnel. Under lock-down nothing does.
 void Korvan::showPastTunnel()
 {
@@ -81,15 +88,16 @@ void Korvan::showPastTunnel()
     QStringList parts;
     if (m_pastTunnel.isAll && !m_route.isLockedDown()) {
         parts += m_pastTunnel.taken.isEmpty() ? tr("No traffic goes through the tunnel.")
-                                              : tr("Only in the tunnel: %1").arg(m_pastTunnel.taken);
+                                              : tr("Only in the tunnel: %1").arg(isolated(m_pastTunnel.taken));
     }
     if (!m_pastTunnel.ordinary.isEmpty() && !m_route.isLockedDown()) {
-        parts += tr("Not in the tunnel: %1").arg(m_pastTunnel.ordinary);
+        parts += tr("Not in the tunnel: %1").arg(isolated(m_pastTunnel.ordinary));
     }
     const QString text = parts.join(QLatin1String("; "));
     if (text == m_form->lbStatusNote->toolTip()) {
         return;
     }
+    m_form->cardStatus->setWarning(!text.isEmpty());
     const QMargins margins = m_form->statusLayout->contentsMargins();
     const int width = m_form->cardStatus->minimumWidth() - margins.left() - margins.right();
     m_form->lbStatusNote->setText(m_form->lbStatusNote->fontMetrics().elidedText(text, Qt::ElideRight, width));
@@ -109,6 +117,7 @@ void Korvan::showLook(const StatusLook &look)
         m_form->lbStatus->setPicture(QLatin1String(look.picture));
         m_form->lbStatusT->setText(tr(look.text));
     }
+    m_form->cardStatus->setWarning(&look == &lostLook());
     m_form->lbStatusNote->setText(look.note != nullptr ? tr(look.note) : QString());
     m_form->lbStatusNote->setToolTip({});
     m_form->pbConnect->setVisible(look.connectShown);

@@ -15,6 +15,19 @@ void KvStatusPanel::showPicture(const QString &resource)
         bar->setDone(connected);
     }
     setProperty("connected", connected);
+    polishLabels();
+}
+
+void KvStatusPanel::setWarning(bool warns)
+{
+    if (property("warning").toBool() != warns) {
+        setProperty("warning", warns);
+        polishLabels();
+    }
+}
+
+void KvStatusPanel::polishLabels()
+{
     for (QLabel *label : findChildren<QLabel *>()) {
         style()->unpolish(label); // the style sheet looks at properties only here
         style()->polish(label);

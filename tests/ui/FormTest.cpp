@@ -116,6 +116,7 @@ private slots:
             {4.5, &P::link, {&P::card, &P::actionSoft}},
             {4.5, &P::onAction, {&P::action, &P::actionHover, &P::actionPress, &P::danger}},
             {4.5, &P::connectedText, {&P::card}},
+            {4.5, &P::dangerText, {&P::card}},
             {4.5, &P::onHeader, {&P::header, &P::tip}},
             {4.5, &P::softOnHeader, {&P::header}},
             {3, &P::edge, {&P::card, &P::paper}},

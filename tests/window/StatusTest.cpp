@@ -149,6 +149,10 @@ private slots:
         QVERIFY(label("lbStatusNote").startsWith("Only"));
         engine().message(marker + "nothing"); // OpenVPN has made its tunnel anew
         QCOMPARE(label("lbStatusNote"), QString());
+        QGuiApplication::setLayoutDirection(Qt::RightToLeft); // where the parts of an address would change places
+        engine().message(marker + "2001:db8::/32");
+        QGuiApplication::setLayoutDirection(Qt::LeftToRight);
+        QCOMPARE(label("lbStatusNote"), QString(u8"Not in the tunnel: \u20662001:db8::/32\u2069"));
         engine().message(marker + "all");
         m_window->setStatus(STATUS_DISCONNECTED);
         QCOMPARE(label("lbStatusNote") + find("lbStatusNote")->toolTip(), QString());
