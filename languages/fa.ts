@@ -309,7 +309,7 @@
     </message>
     <message>
         <source>Korvan reaches the servers directly.</source>
-        <translation>Korvan مستقیم به سرورها وصل می‌شود.</translation>
+        <translation>‏Korvan مستقیم به سرورها وصل می‌شود.</translation>
     </message>
     <message>
         <source>HTTP proxy</source>
@@ -485,7 +485,7 @@ Please try again later.
 Korvan-GUI will use existing keys and configurations.</source>
         <translation>به‌روزرسانی پیکربندی ناموفق بود.
 لطفاً بعداً دوباره تلاش کنید.
-Korvan از کلیدها و پیکربندی‌های موجود استفاده می‌کند.</translation>
+‏Korvan از کلیدها و پیکربندی‌های موجود استفاده می‌کند.</translation>
     </message>
     <message>
         <source>Retrieval of configuration and keys failed.
@@ -559,15 +559,15 @@ Please try again later or contact Support at </source>
     </message>
     <message>
         <source>Korvan: Disconnected</source>
-        <translation>Korvan: قطع</translation>
+        <translation>‏Korvan: قطع</translation>
     </message>
     <message>
         <source>Korvan: Connecting to server %1</source>
-        <translation>Korvan: در حال اتصال به سرور %1</translation>
+        <translation>‏Korvan: در حال اتصال به سرور %1</translation>
     </message>
     <message>
         <source>Korvan: Connected to server %1</source>
-        <translation>Korvan: متصل به سرور %1</translation>
+        <translation>‏Korvan: متصل به سرور %1</translation>
     </message>
     <message>
         <source>Connecting to server %1</source>
@@ -673,7 +673,7 @@ Please press OK to resume your regular internet connection and reconnect to the 
     </message>
     <message>
         <source>Korvan: Disconnecting...</source>
-        <translation>Korvan: در حال قطع اتصال...</translation>
+        <translation>‏Korvan: در حال قطع اتصال...</translation>
     </message>
     <message>
         <source>Connecting...</source>
@@ -697,7 +697,7 @@ Please press OK to resume your regular internet connection and reconnect to the 
     </message>
     <message>
         <source>%1 does not show the key that it is known by, so that nothing was sent. Somebody may be answering in its place.</source>
-        <translation>%1 کلیدی را که با آن شناخته می‌شود نشان نداد؛ بنابراین چیزی فرستاده نشد. شاید کس دیگری به جای آن پاسخ می‌دهد.</translation>
+        <translation>‏%1 کلیدی را که با آن شناخته می‌شود نشان نداد؛ بنابراین چیزی فرستاده نشد. شاید کس دیگری به جای آن پاسخ می‌دهد.</translation>
     </message>
     <message>
         <source>There is no configuration any more.</source>
@@ -857,7 +857,7 @@ Please press OK to resume your regular internet connection and reconnect to the 
     </message>
     <message>
         <source>Free software under the GNU General Public License, version 3 or later.</source>
-        <translation>نرم‌افزار آزاد تحت پروانهٔ عمومی همگانی گنو، نسخهٔ ۳ یا بالاتر.</translation>
+        <translation>نرم‌افزار آزاد تحت پروانهٔ عمومی همگانی گنو، نسخهٔ 3 یا بالاتر.</translation>
     </message>
     <message>
         <source>Update failed, %1.</source>
@@ -882,7 +882,7 @@ Please install the new package of Korvan instead.</source>
     </message>
     <message>
         <source>%1 is using Korvan on this computer, and alone can end that.</source>
-        <translation>%1 در این رایانه از Korvan استفاده می‌کند و تنها خودش می‌تواند به آن پایان دهد.</translation>
+        <translation>‏%1 در این رایانه از Korvan استفاده می‌کند و تنها خودش می‌تواند به آن پایان دهد.</translation>
     </message>
     <message>
         <source>Somebody else is using Korvan on this computer, and alone can end that.</source>

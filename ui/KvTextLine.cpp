@@ -60,17 +60,22 @@ void KvTextLine::paintEvent(QPaintEvent *)
     const QRect box = textBox();
     const QString shown =
         text().isEmpty() ? kNothing : fontMetrics().elidedText(text().trimmed(), Qt::ElideMiddle, box.width());
+    const auto drawText = [&](Qt::Alignment alignment) {
+        // An address reads from left to right in each language.
+        const int direction = shown.isRightToLeft() ? Qt::TextForceRightToLeft : Qt::TextForceLeftToRight;
+        painter.drawText(box, int(QStyle::visualAlignment(layoutDirection(), alignment)) | direction, shown);
+    };
     if (m_caption.isEmpty()) {
         painter.setPen(palette().color(foregroundRole()));
-        painter.drawText(box, static_cast<int>(alignment()), shown);
+        drawText(alignment());
         return;
     }
     painter.setPen(QColor(colours().body));
     if (isCaptionItself()) {
-        painter.drawText(box, Qt::AlignLeft | Qt::AlignVCenter, shown);
+        drawText(Qt::AlignLeft | Qt::AlignVCenter);
     } else {
         painter.drawText(contentsRect(), Qt::AlignLeft | Qt::AlignVCenter, m_caption);
         painter.setPen(QColor(colours().ink));
-        painter.drawText(box, Qt::AlignRight | Qt::AlignVCenter, shown);
+        drawText(Qt::AlignRight | Qt::AlignVCenter);
     }
 }
