@@ -469,7 +469,7 @@ Möchten Sie sie trotzdem einschalten?</translation>
     </message>
     <message>
         <source>Getting files from server ...</source>
-        <translation>Dateien werden geladen ...</translation>
+        <translation>Dateien werden geladen...</translation>
     </message>
     <message>
         <source>Invalid username or password.</source>
@@ -477,7 +477,7 @@ Möchten Sie sie trotzdem einschalten?</translation>
     </message>
     <message>
         <source>Updating Configuration ...</source>
-        <translation>Konfiguration wird geladen ...</translation>
+        <translation>Konfiguration wird geladen...</translation>
     </message>
     <message>
         <source>Update of new configuration failed.
@@ -539,11 +539,11 @@ Bitte versuchen Sie es später noch einmal, oder wenden Sie sich an den Support:
     </message>
     <message>
         <source>Ping...</source>
-        <translation>Ping ...</translation>
+        <translation>Ping...</translation>
     </message>
     <message>
         <source>Test...</source>
-        <translation>Messung ...</translation>
+        <translation>Messung...</translation>
     </message>
     <message>
         <source>Please disconnect first.</source>
@@ -721,35 +721,35 @@ Drücken Sie OK, um Ihre normale Internetverbindung wiederherzustellen, und verb
     </message>
     <message>
         <source>it is not signed</source>
-        <translation>sie ist nicht signiert</translation>
+        <translation>es ist nicht signiert</translation>
     </message>
     <message>
         <source>its signature is damaged</source>
-        <translation>ihre Signatur ist beschädigt</translation>
+        <translation>seine Signatur ist beschädigt</translation>
     </message>
     <message>
         <source>its signature is not right</source>
-        <translation>ihre Signatur stimmt nicht</translation>
+        <translation>seine Signatur stimmt nicht</translation>
     </message>
     <message>
         <source>it is signed with a key that this program does not know</source>
-        <translation>sie ist mit einem Schlüssel signiert, den dieses Programm nicht kennt</translation>
+        <translation>es ist mit einem Schlüssel signiert, den dieses Programm nicht kennt</translation>
     </message>
     <message>
         <source>it is signed for another program</source>
-        <translation>sie ist für ein anderes Programm signiert</translation>
+        <translation>es ist für ein anderes Programm signiert</translation>
     </message>
     <message>
         <source>it is signed as version %1 and holds version %2</source>
-        <translation>sie ist als Version %1 signiert und enthält Version %2</translation>
+        <translation>es ist als Version %1 signiert und enthält Version %2</translation>
     </message>
     <message>
         <source>its version %1 is older than the installed %2</source>
-        <translation>ihre Version %1 ist älter als die installierte %2</translation>
+        <translation>seine Version %1 ist älter als die installierte %2</translation>
     </message>
     <message>
         <source>another update is being installed</source>
-        <translation>eine andere Aktualisierung wird gerade installiert</translation>
+        <translation>ein anderes Update wird gerade installiert</translation>
     </message>
     <message>
         <source>the program still runs</source>
@@ -877,7 +877,7 @@ Drücken Sie OK, um Ihre normale Internetverbindung wiederherzustellen, und verb
     <message>
         <source>This update can not be installed from here, because nothing proves that it comes from the service.
 Please install the new package of Korvan instead.</source>
-        <translation>Diese Aktualisierung lässt sich von hier aus nicht installieren, denn nichts beweist, dass sie vom Dienst stammt.
+        <translation>Dieses Update lässt sich von hier aus nicht installieren, denn nichts beweist, dass es vom Dienst stammt.
 Bitte installieren Sie stattdessen das neue Paket von Korvan.</translation>
     </message>
     <message>
