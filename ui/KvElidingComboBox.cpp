@@ -13,7 +13,8 @@
 namespace {
 
 constexpr int kSmallText = 12;
-constexpr int kListMargins = 48; // round a text of the list, the scroll bar included
+constexpr int kListMargins = 28; // round a text of the list
+constexpr int kScrollBar = 20;
 constexpr int kWidestList = 480;
 
 /// Shares the lists that it is given: no object an item.
@@ -107,9 +108,14 @@ void KvElidingComboBox::showPopup()
         const QString text = itemText(index);
         longest = text.size() > longest.size() ? text : longest;
     }
-    const int wanted = fontMetrics().horizontalAdvance(longest) + kListMargins;
+    const int wanted =
+        fontMetrics().horizontalAdvance(longest) + kListMargins + (count() > maxVisibleItems() ? kScrollBar : 0);
     view()->setMinimumWidth(qBound(width(), wanted, kWidestList));
     QComboBox::showPopup();
+    QWidget *list = view()->window();
+    if (isRightToLeft() && list->width() > width()) { // Qt lets it begin at the left edge here, too
+        list->move(qMax(0, mapToGlobal(QPoint(width(), 0)).x() - list->width()), list->y());
+    }
 }
 
 void KvElidingComboBox::paintEvent(QPaintEvent *)

@@ -4,6 +4,7 @@
 
 #include <QAbstractScrollArea>
 #include <QApplication>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QEvent>
 #include <QLineEdit>
@@ -103,6 +104,8 @@ void KvFocusRing::place()
     QRect box = framed->rect();
     if (const auto *tabs = qobject_cast<const QTabBar *>(framed)) {
         box = tabs->tabRect(tabs->currentIndex()).adjusted(4, 8, -4, -8);
+    } else if (qobject_cast<const QCheckBox *>(framed)) {
+        box.adjust(-2, 0, 2, 0); // a check box has no frame of its own to keep it off its sign
     } else if (qobject_cast<const QAbstractScrollArea *>(framed)) {
         framed = framed->parentWidget(); // lists and texts fill a card
         box = framed->rect();

@@ -98,6 +98,9 @@ void mirrorMargins(const QWidget &form)
         return;
     }
     for (QLayout *layout : form.findChildren<QLayout *>()) {
+        if (!layout->parentWidget()->isRightToLeft()) {
+            continue; // the log's
+        }
         const QMargins margins = layout->contentsMargins();
         layout->setContentsMargins(margins.right(), margins.top(), margins.left(), margins.bottom());
     }
