@@ -184,7 +184,7 @@ private:
         openTab(4);
         auto *table = find<QTableWidget>("tbPing");
         const QStringList results[] = {
-            {"23ms", "0%", "812KB/s"}, {"141ms", "5%", Korvan::tr("Canceled")}, {"N/A", "100%", ""}};
+            {"23ms", "0%", "812KB/s"}, {"141ms", "5%", Korvan::tr("Canceled")}, {Korvan::tr("N/A"), "100%", ""}};
         for (int row = 0; row < 3; ++row) {
             for (int column = 0; column < 3; ++column) {
                 table->setItem(row, column + 1, new QTableWidgetItem(results[row][column]));
@@ -257,7 +257,7 @@ private:
         // Again and again, against the ticks that find no tunnel.
         QObject::connect(&m_figures, &QTimer::timeout, [this] {
             for (const auto &[label, text] : {std::pair("lbServerIP", "203.0.113.21"),
-                                              {"lbPublicIP", "203.0.113.121"},
+                                              {"lbPublicIP", "2001:db8:0:100::121"},
                                               {"lbCountry", "Examplia"},
                                               {"lbDownload", "41KB/s"},
                                               {"lbUpload", "9KB/s"},
