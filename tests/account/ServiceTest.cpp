@@ -86,6 +86,8 @@ private slots:
         QCOMPARE(shownText(QString(4096, 'x')).size(), 4096);
         QCOMPARE(shownText(QString(200000, 'x')), QString(4096, 'x') + "...");
         QCOMPARE(shownText(QString("x\n").repeated(1000)).count('\n'), 23); // a box fits on the screen
+        const QByteArray message = "<update><system>macos</system><message>" + QByteArray(200000, 'x') + "</message>";
+        QCOMPARE(readUpdateDescription(message + "</update>").message.size(), 4099);
         putFile(l2tpListPath(), QByteArray("N|192.0.2.1|more\n").repeated(100001));
         QCOMPARE(readL2TPServers().size(), 100000);
         QCOMPARE(readL2TPServers().constLast().address, QString("192.0.2.1"));

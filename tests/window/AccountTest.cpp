@@ -73,6 +73,23 @@ private slots:
         QTest::keyClick(find("edUser"), Qt::Key_Return);
         QCOMPARE(during, QString("pageLogin Getting files from server ..."));
         QCOMPARE(page() + ' ' + items("cmServer").join('|'), QString("pageMain Examplia-1"));
+
+        QVERIFY(press("pbUpdate")); // the sign-in page comes, and says why
+        QTRY_COMPARE(page(), QString("pageLogin"));
+        QCOMPARE(label("lbSignInHint"),
+                 QString("The configuration could not be refreshed: the service can not be reached."));
+        QVERIFY(press("pbExist") && label("lbSignInHint").startsWith("Use the name and password"));
+    }
+
+    /// An answer longer than any profile is not waited for.
+    void endlessAnswer()
+    {
+        OnePage api("HTTP/1.1 200 OK\r\n\r\nPK" + QByteArray(65 << 20, 'x'), true);
+        startAgainst(api);
+        boxes.expect("Warning", "Retrieval of configuration and keys failed.\nPlease try again later or contact "
+                                "Support at support@korvan.example");
+        QVERIFY(press("pbLogin"));
+        QVERIFY(log().contains("the answer of 127.0.0.1 is longer than 67108864 bytes and was given up"));
     }
 
     void quitDuringTheLogin()

@@ -72,6 +72,19 @@ private slots:
         QCOMPARE(label("lbTotalRecv"), QString("3KB")); // by the tick, and not again at the end
         start();
         QCOMPARE(label("lbTotalRecv") + label("lbTotalRD"), QString("3KB3KB"));
+
+        button("cbNoSound")->setChecked(true);
+        m_window->setStatus(STATUS_CONNECTING);
+        m_window->setStatus(STATUS_CONNECTED);
+        engine().byteCount(received, sent);
+        for (const char *total : {"6KB", "0B"}) { // no tick brings back what was reset, and no later start
+            QMetaObject::invokeMethod(m_window.get(), "onStatus");
+            QCOMPARE(label("lbTotalRecv"), QString(total));
+            QVERIFY(press("pbReset"));
+        }
+        m_window->setStatus(STATUS_DISCONNECTED);
+        start();
+        QCOMPARE(label("lbTotalRecv") + label("lbTotalRD"), QString("0B0B"));
     }
 
     /// The keyboard stays with the button that connects and disconnects, and presses nothing else meanwhile.
