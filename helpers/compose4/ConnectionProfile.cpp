@@ -101,6 +101,34 @@ std::string withValue(const std::string &text, const std::string &group, const s
     return result;
 }
 
+static std::string plain(const std::string &escapedValue)
+{
+    std::string text;
+    for (size_t i = 0; i < escapedValue.size(); ++i) {
+        char c = escapedValue[i];
+        if (c == '\\' && i + 1 < escapedValue.size()) {
+            c = escapedValue[++i];
+            c = c == 's' ? ' ' : c == 't' ? '\t' : c;
+        }
+        text += c;
+    }
+    return text;
+}
+
+std::string valueOf(const std::string &text, const std::string &group, const std::string &key)
+{
+    std::istringstream lines(text);
+    bool inGroup = false;
+    for (std::string line; std::getline(lines, line);) {
+        if (!line.empty() && line[0] == '[') {
+            inGroup = line == "[" + group + "]";
+        } else if (inGroup && line.compare(0, key.size() + 1, key + "=") == 0) {
+            return plain(line.substr(key.size() + 1));
+        }
+    }
+    return {};
+}
+
 std::string profilePath(const Service &service)
 {
     return std::string(kServiceProfiles) + "/" + service.name + ".nmconnection";

@@ -24,6 +24,9 @@ std::string profileText(const Service &service, const std::string &server, const
 std::string withValue(const std::string &text, const std::string &group, const std::string &key,
                       const std::string &value);
 
+/// The value of `key` in [`group`] of a keyfile that withValue() has written; empty when it is not there.
+std::string valueOf(const std::string &text, const std::string &group, const std::string &key);
+
 /// Where the profile lies: in memory only, so that it is gone after a restart of the machine.
 std::string profilePath(const Service &service);
 

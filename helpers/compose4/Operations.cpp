@@ -1,11 +1,11 @@
 #include "helpers/compose4/Operations.h"
 
 #include "helpers/compose4/DialFailure.h"
+#include "helpers/compose4/PluginKey.h"
 #include "helpers/compose4/ServiceLock.h"
 #include "helpers/system/Run.h"
 
 #include <arpa/inet.h>
-#include <cstring>
 #include <ctime>
 #include <fstream>
 #include <ifaddrs.h>
@@ -13,8 +13,6 @@
 #include <unistd.h>
 
 static const char *const kSuccess = "Success\n";
-/// Where the plug-in for L2TP writes the pre-shared key when it connects; it leaves it there.
-static const char *const kPluginKey = "/etc/ipsec.d/ipsec.nm-l2tp.secrets";
 constexpr int kCommandMs = 10000;
 constexpr int kDialSeconds = 90;
 
@@ -111,11 +109,9 @@ std::string setUp(const Service &service, const std::string &server, const std::
     return failure.empty() ? kSuccess : failure;
 }
 
-static void forgetPluginKey(const Service &service)
+static void forgetPluginKeyOf(const std::string &profile)
 {
-    if (geteuid() == 0 && strcmp(service.type, "L2TP") == 0) {
-        unlink(kPluginKey);
-    }
+    forgetPluginKey(valueOf(profile, "vpn-secrets", "ipsec-psk"));
 }
 
 std::string removeService(const Service &service)
@@ -126,8 +122,9 @@ std::string removeService(const Service &service)
     if (!service.plugin) {
         return kSuccess;
     }
+    const std::string profile = readProfile(service);
     const RunResult result = nmcli({"connection", "delete", "uuid", service.uuid});
-    forgetPluginKey(service);
+    forgetPluginKeyOf(profile);
     return answer(result);
 }
 
@@ -135,8 +132,8 @@ std::string removeService(const Service &service)
 static RunResult disconnect(const Service &service)
 {
     RunResult result = nmcli({"--wait", "8", "connection", "down", "uuid", service.uuid});
-    forgetPluginKey(service);
     const std::string profile = readProfile(service);
+    forgetPluginKeyOf(profile);
     if (!profile.empty()) {
         load(service, withoutPassword(profile));
     }
@@ -222,6 +219,9 @@ std::string check(const Service &service)
     std::string address;
     std::getline(std::getline(lines, state), address);
     if (state != "activated") {
+        if (state.empty()) { // it ended by itself, and nobody hung up
+            forgetPluginKeyOf(readProfile(service));
+        }
         return std::string(service.name) + " is not connected\n";
     }
     const std::string interface = interfaceWith(address);

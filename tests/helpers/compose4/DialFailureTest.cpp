@@ -1,4 +1,6 @@
 #include "helpers/compose4/DialFailure.h"
+#include "helpers/compose4/ConnectionProfile.h"
+#include "helpers/compose4/PluginKey.h"
 
 #include <QtTest>
 
@@ -27,6 +29,19 @@ private slots:
         for (const auto &[journal, reason] : cases) {
             QCOMPARE(dialFailure(journal), std::string(reason));
         }
+    }
+
+    /// The plug-in's file may hold the key of a connection that is somebody else's.
+    void knowsItsOwnKey()
+    {
+        const std::string psk = " lab\\key\t7";
+        const std::string profile = profileText(*serviceOfType("L2TP"), "a.example", psk);
+        QCOMPARE(valueOf(profile, "vpn-secrets", "ipsec-psk"), psk);
+        QVERIFY(valueOf(profile, "vpn", "ipsec-psk").empty());
+        const std::string written = ": PSK 0sIGxhYlxrZXkJNw==\n";
+        QVERIFY(isPluginKey(written, psk) && isPluginKey("@id " + written, psk));
+        QVERIFY(isPluginKey(written, "0sIGxhYlxrZXkJNw==") && isPluginKey(": PSK 0sbWVsbG93ZmluY2g=", "mellowfinch"));
+        QVERIFY(!isPluginKey(written, " lab") && !isPluginKey("", psk) && !isPluginKey(written, ""));
     }
 };
 
