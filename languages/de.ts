@@ -417,7 +417,7 @@
     </message>
     <message>
         <source>New version %1 ready, please click &quot;Update&quot;.</source>
-        <translation>Die neue Version %1 ist verfügbar. Bitte klicken Sie auf „Update“.</translation>
+        <translation>Version %1 ist bereit. Bitte klicken Sie auf „Update“.</translation>
     </message>
     <message>
         <source>Error</source>
@@ -485,7 +485,7 @@ Please try again later.
 Korvan-GUI will use existing keys and configurations.</source>
         <translation>Die Konfiguration konnte nicht aktualisiert werden.
 Bitte versuchen Sie es später noch einmal.
-Korvan benutzt die vorhandenen Schlüssel und Konfigurationen.</translation>
+Korvan nutzt vorhandene Schlüssel und Konfigurationen.</translation>
     </message>
     <message>
         <source>Retrieval of configuration and keys failed.
@@ -600,7 +600,7 @@ Bitte versuchen Sie es später noch einmal, oder wenden Sie sich an den Support:
     <message>
         <source>Internet connection has been terminated for your security.
 Please press OK to resume your regular internet connection and reconnect to the VPN if needed.</source>
-        <translation>Die Internetverbindung wurde zu Ihrer Sicherheit unterbrochen.
+        <translation>Die Internetverbindung ist zu Ihrer Sicherheit getrennt.
 Drücken Sie OK, um Ihre normale Internetverbindung wiederherzustellen, und verbinden Sie sich bei Bedarf neu mit dem VPN.</translation>
     </message>
     <message>

@@ -377,7 +377,7 @@
     </message>
     <message>
         <source>Loss %</source>
-        <translation>اتلاف ٪</translation>
+        <translation>اتلاف %</translation>
     </message>
     <message>
         <source>Speed Test</source>

@@ -11,11 +11,19 @@ static bool s_altIsHeld = false;
 
 namespace {
 
-/// Nothing but words on the buttons of boxes, and letters underlined only while they are of use.
+constexpr int kBoxPicture = 40;
+
+/// Nothing but words on the buttons of boxes, letters underlined only while they are of use, and the pictures of
+/// boxes in their own size at each scale.
 class Style : public QProxyStyle
 {
 public:
     using QProxyStyle::QProxyStyle;
+
+    int pixelMetric(PixelMetric metric, const QStyleOption *option, const QWidget *widget) const override
+    {
+        return metric == PM_MessageBoxIconSize ? kBoxPicture : QProxyStyle::pixelMetric(metric, option, widget);
+    }
 
     int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
                   QStyleHintReturn *result) const override

@@ -291,7 +291,7 @@ private:
                 window->close();
             }
         }
-        QTest::qWait(20);
+        QTest::qWait(60);
         const QRect place = m_window->frameGeometry();
         const QPixmap seen = m_window->screen()->grabWindow(0, place.x(), place.y(), place.width(), place.height());
         seen.save(m_folder + '/' + name + ".png");
