@@ -120,6 +120,17 @@ void Korvan::showLook(const StatusLook &look)
     m_form->cardStatus->setWarning(&look == &lostLook());
     m_form->lbStatusNote->setText(look.note != nullptr ? tr(look.note) : QString());
     m_form->lbStatusNote->setToolTip({});
+    announce();
+    // The next one is there before the last one goes: Qt would let the focus pass through the buttons that follow.
+    QWidget *shown = look.connectShown ? m_form->pbConnect : m_form->pbDisconnect;
+    shown->show();
+    const Turn change = look.connectShown ? look.connect : look.disconnect;
+    if (change == Turn::On) {
+        shown->setEnabled(true);
+    }
+    if (focusIsHere) {
+        moveFocus(change == Turn::Off ? m_form->cardStatus : shown);
+    }
     m_form->pbConnect->setVisible(look.connectShown);
     m_form->pbDisconnect->setVisible(!look.connectShown);
     turn(m_form->pbConnect, look.connect);
@@ -130,11 +141,7 @@ void Korvan::showLook(const StatusLook &look)
     if (look.update != Turn::Keep) {
         enableRefresh(look.update == Turn::On);
     }
-    if (focusIsHere) {
-        moveFocus(look.connectShown ? m_form->pbConnect : m_form->pbDisconnect);
-    }
     m_tray.show(look, m_form->cmServer->currentText());
-    announce();
 }
 
 /// From Connect to Disconnect and back. While the one that is shown can not be pressed the card waits in its place,
@@ -149,6 +156,7 @@ void Korvan::moveFocus(QWidget *shown)
 void Korvan::announce()
 {
     const QString status = m_form->lbStatusT->text().trimmed() + QLatin1Char(' ') + m_form->lbStatusNote->text();
+    m_form->cardStatus->setAccessibleName(status.trimmed());
     for (QWidget *button : {m_form->pbConnect, m_form->pbDisconnect}) {
         button->setAccessibleDescription(status.trimmed());
     }

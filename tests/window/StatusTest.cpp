@@ -116,10 +116,18 @@ private slots:
             {STATUS_CONNECTING, "pbDisconnect"}, {STATUS_DISCONNECTING, "cardStatus"},
             {STATUS_DISCONNECTED, "pbConnect"},  {STATUS_CONNECTED, "pbDisconnect"},
             {STATUS_RECONNECTING, "cardStatus"}, {STATUS_CONNECTING, "pbDisconnect"}};
+        QStringList walked;
+        const auto walk = connect(qApp, &QApplication::focusChanged, this, [&walked](QWidget *, const QWidget *now) {
+            walked += now != nullptr ? now->objectName() + ": " + now->accessibleName() : "";
+        });
         for (const auto &[status, name] : steps) {
             m_window->setStatus(status);
             QCOMPARE(m_window->focusWidget(), find(name));
         }
+        disconnect(walk); // passed nothing else on the way, which a screen reader would have read out
+        QCOMPARE(walked.join("|"), QString("pbDisconnect: Disconnect|cardStatus: NOT CONNECTED Disconnecting...|"
+                                           "pbConnect: Connect|pbDisconnect: Disconnect|"
+                                           "cardStatus: NOT CONNECTED Reconnecting...|pbDisconnect: Disconnect"));
         find("pbChangeUser")->setFocus();
         m_window->setStatus(STATUS_CONNECTED);
         QCOMPARE(m_window->focusWidget(), find("pbChangeUser"));
