@@ -286,12 +286,13 @@ private:
     {
         (m_focus ? m_focus : find("lbTitle"))->setFocus();
         QTest::qWait(m_pauseMs);
-        for (QWidget *window : QApplication::topLevelWidgets()) {
-            if (window->inherits("QBalloonTip")) {
-                window->close();
+        for (bool closed = true; closed;) { // the tray may show one late
+            closed = false;
+            for (QWidget *window : QApplication::topLevelWidgets()) {
+                closed |= window->inherits("QBalloonTip") && window->isVisible() && window->close();
             }
+            QTest::qWait(60);
         }
-        QTest::qWait(60);
         const QRect place = m_window->frameGeometry();
         const QPixmap seen = m_window->screen()->grabWindow(0, place.x(), place.y(), place.width(), place.height());
         seen.save(m_folder + '/' + name + ".png");
