@@ -176,7 +176,7 @@ void showVersion()
                         QApplication::tr("Current Version:") + QCoreApplication::applicationVersion());
     box.setInformativeText(
         QApplication::tr("Free software under the GNU General Public License, version 3 or later."));
-    box.findChild<QLabel *>(QStringLiteral("qt_msgbox_informativelabel"))->setWordWrap(false);
+    box.findChild<QLabel *>(QStringLiteral("qt_msgbox_informativelabel"))->setProperty("wide", true);
     box.exec();
 }
 

@@ -857,7 +857,7 @@ Drücken Sie OK, um Ihre normale Internetverbindung wiederherzustellen, und verb
     </message>
     <message>
         <source>Free software under the GNU General Public License, version 3 or later.</source>
-        <translation>Freie Software unter der GNU General Public License, Version 3 oder später.</translation>
+        <translation>Freie Software unter der GNU GPL, Version 3 oder später.</translation>
     </message>
     <message>
         <source>Update failed, %1.</source>
