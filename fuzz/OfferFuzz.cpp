@@ -28,16 +28,16 @@ void insist(bool condition)
 // and comes back from the journal as it was.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-    Environment environment;
     std::string text(reinterpret_cast<const char *>(data), size);
-    journalOf(readState(text));
+    readState(text);
+    clearenv();
     for (size_t from = 0, to = 0; from < text.size(); from = to + 1) {
         to = std::min(text.find('\0', from), text.size());
         const size_t equals = std::min(text.find('=', from), to);
-        environment[text.substr(from, equals - from)] =
-            text.substr(std::min(equals + 1, to), to - std::min(equals + 1, to));
+        const std::string value = text.substr(std::min(equals + 1, to), to - std::min(equals + 1, to));
+        setenv(text.substr(from, equals - from).c_str(), value.c_str(), 1);
     }
-    const Offer offer = readOffer(environment);
+    const Offer offer = readOffer();
     insist(offer.device.empty() || isWord(offer.device));
     insist(offer.server.empty() || isIpv4(offer.server) || isIpv6(offer.server));
     insist(std::all_of(offer.nameServers.begin(), offer.nameServers.end(), isWord));
@@ -46,10 +46,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     insist(std::none_of(offer.problems.begin(), offer.problems.end(), hasControl));
     State state;
     state.tunnels.emplace_back();
-    Tunnel &tunnel = state.tunnels.back();
-    tunnel.device = offer.device;
-    tunnel.servers = {offer.nameServers, offer.domains};
-    tunnel.ordinary = offer.ordinary;
+    state.tunnels.back().offer = offer;
     insist(journalOf(readState(journalOf(state))) == journalOf(state));
     return 0;
 }

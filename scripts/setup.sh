@@ -5,7 +5,7 @@ set -euo pipefail
 
 build=(build-essential cmake ninja-build pkg-config git clang-format clang-tidy
     qtbase5-dev qtmultimedia5-dev qttools5-dev qttools5-dev-tools libqt5x11extras5-dev libxcb1-dev libxcb-randr0-dev
-    libarchive-dev libcpp-httplib-dev libmnl-dev libssl-dev)
+    libarchive-dev libcpp-httplib-dev libnl-route-3-dev libssl-dev nlohmann-json3-dev)
 runtime=(openvpn iproute2 iputils-ping nftables network-manager network-manager-l2tp network-manager-pptp
     network-manager-strongswan sstp-client libqt5multimedia5-plugins libqt5svg5 fonts-inter
     fonts-noto-core fonts-noto-cjk qttranslations5-l10n pkexec xdg-utils)

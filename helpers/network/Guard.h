@@ -1,36 +1,24 @@
 #pragma once
 
-#include <cstdint>
+#include <map>
 #include <set>
 #include <string>
-#include <vector>
 
-/// A range of IPv4 addresses.
-struct Subnet
-{
-    uint32_t address = 0; ///< in the machine's byte order
-    unsigned length = 0;  ///< of the prefix, 0 to 32
+/// Which packets may leave the machine, its own and those that it forwards: what the sets of the guard's rules hold,
+/// as nft writes it. It says nothing of routes: whoever makes those can not change it.
+///   closed    "ipv4", "ipv6": nothing leaves but into a tunnel, from OpenVPN itself, to the local network, over the
+///             loopback, for DHCP or neighbour discovery
+///   queries   ports that the local network is not asked at, while closed
+///   tunnels   the numbers of the tunnels' interfaces
+///   ordinary  IPv4 networks for which the ordinary way is asked for
+///   ports     OpenVPN's management ports, which nobody reaches but
+///   managers  these users
+///   senders   "ipv4" where the kernel checks whether a packet's sender can be reached
+using Policy = std::map<std::string, std::set<std::string>>;
 
-    bool operator==(const Subnet &other) const { return address == other.address && length == other.length; }
-};
-
-/// Which packets may leave the machine, its own and those that it forwards. It says nothing of routes: whoever makes
-/// those can not change it.
-struct Policy
-{
-    /// False: all. True: only what goes to the loopback, into a tunnel, from OpenVPN itself, to the local network,
-    /// or is DHCP or neighbour discovery.
-    bool closed = false;
-    bool keepsQueries = false;    ///< closed to name queries to the local network, too
-    std::set<unsigned> tunnels;   ///< the tunnels' interfaces
-    std::vector<Subnet> ordinary; ///< where the ordinary way is asked for
-    std::set<unsigned> ports;     ///< OpenVPN's management ports, which nobody reaches but
-    std::set<unsigned> managers;  ///< these users
-};
-
-/// Loads the policy in one transaction, in place of the one before. Returns the reason of a failure, or an empty
-/// text; then the one before is still in force.
-std::string loadGuard(const Policy &policy);
+/// Turns the policy `before`, empty where there is no guard, into another one, in one transaction. Returns the reason
+/// of a failure, or an empty text; then the one before is still in force.
+std::string loadGuard(const Policy &before, const Policy &policy);
 
 /// Removes the guard with all that belongs to it. Returns the reason of a failure, or an empty text.
 std::string removeGuard();

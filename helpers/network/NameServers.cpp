@@ -3,24 +3,18 @@
 #include "helpers/system/Descriptor.h"
 #include "helpers/system/ReplaceFile.h"
 #include "helpers/system/Run.h"
-#include "names/Names.h"
 
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
 
 constexpr char kFile[] = "/etc/resolv.conf";
-/// The file before, beside it, so that one step puts it back.
+/// The file before, beside it, so that one step puts it back. None where there was none.
 constexpr char kSaved[] = "/etc/resolv.conf.korvan";
-/// The same where the file can only be overwritten, as one that is mounted.
-const std::string kCopy = std::string(kJournalFolder) + "/resolv.conf";
-const std::string kOurs = "# Korvan's tunnel; ";
-const std::string kBefore = kOurs + "the file before: ";
-const std::string kNoneBefore = kOurs + "there was no file before";
+const std::string kOurs = std::string("# Korvan's tunnel; the file before: ") + kSaved + "\n";
 
 constexpr char kResolvectl[] = "/usr/bin/resolvectl";
 constexpr char kResolvconf[] = "/usr/sbin/resolvconf";
@@ -32,15 +26,9 @@ std::string content(const std::string &path)
     return file >= 0 && readAll(file, text, 65536) ? text : std::string();
 }
 
-/// The first line of the file itself; nothing of one behind a link.
-std::string mark()
+bool isOurs()
 {
-    struct stat status = {};
-    if (lstat(kFile, &status) != 0 || !S_ISREG(status.st_mode)) {
-        return {};
-    }
-    const std::string text = content(kFile);
-    return text.substr(0, text.find('\n'));
+    return content(kFile).rfind(kOurs, 0) == 0;
 }
 
 bool overwrite(const std::string &path, const std::string &text)
@@ -49,14 +37,14 @@ bool overwrite(const std::string &path, const std::string &text)
     return file >= 0 && writeAll(file, text);
 }
 
-std::string lines(const NameServers &servers)
+std::string lines(const Offer &offer)
 {
     std::string text;
-    for (const std::string &domain : servers.domains) {
+    for (const std::string &domain : offer.domains) {
         text += (text.empty() ? "search " : " ") + domain;
     }
     text += text.empty() ? "" : "\n";
-    for (const std::string &address : servers.addresses) {
+    for (const std::string &address : offer.nameServers) {
         text += "nameserver " + address + "\n";
     }
     return text;
@@ -76,12 +64,12 @@ bool isResolved()
             content(kFile).find("nameserver 127.0.0.53") != std::string::npos);
 }
 
-bool setWithResolved(const std::string &device, const NameServers &servers)
+bool setWithResolved(const Offer &offer)
 {
-    std::vector<std::string> dns = {kResolvectl, "dns", device};
-    dns.insert(dns.end(), servers.addresses.begin(), servers.addresses.end());
-    std::vector<std::string> domain = {kResolvectl, "domain", device};
-    domain.insert(domain.end(), servers.domains.begin(), servers.domains.end());
+    std::vector<std::string> dns = {kResolvectl, "dns", offer.device};
+    dns.insert(dns.end(), offer.nameServers.begin(), offer.nameServers.end());
+    std::vector<std::string> domain = {kResolvectl, "domain", offer.device};
+    domain.insert(domain.end(), offer.domains.begin(), offer.domains.end());
     domain.emplace_back("~.");
     return runToEnd(dns, {}, 5000).status == 0 && runToEnd(domain, {}, 5000).status == 0;
 }
@@ -93,55 +81,38 @@ const char *resolvconf()
 
 } // namespace
 
-bool setNameServerFile(const NameServers &servers)
+bool setNameServerFile(const Offer &offer)
 {
-    const std::string first = mark();
-    if (first.rfind(kOurs, 0) == 0) {
-        const std::string text = first + "\n" + lines(servers);
+    const std::string text = kOurs + lines(offer);
+    if (isOurs()) {
         return content(kFile) == text || overwrite(kFile, text);
     }
-    // A link is kept as a link.
     unlink(kSaved);
-    if (linkat(AT_FDCWD, kFile, AT_FDCWD, kSaved, 0) == 0) {
-        if (replaceFile(AT_FDCWD, kFile, kBefore + kSaved + "\n" + lines(servers), 0644)) {
-            return true;
-        }
-        unlink(kSaved);
+    if (linkat(AT_FDCWD, kFile, AT_FDCWD, kSaved, 0) == 0) { // a link is kept as a link
+        return replaceFile(AT_FDCWD, kFile, text, 0644);
     }
-    struct stat status = {};
-    if (lstat(kFile, &status) != 0) {
-        return errno == ENOENT && overwrite(kFile, kNoneBefore + "\n" + lines(servers));
-    }
-    return S_ISREG(status.st_mode) && overwrite(kCopy, content(kFile)) &&
-           overwrite(kFile, kBefore + kCopy + "\n" + lines(servers));
+    // What is mounted can only be overwritten.
+    return (errno == ENOENT || overwrite(kSaved, content(kFile))) && overwrite(kFile, text);
 }
 
 void restoreNameServerFile()
 {
-    const std::string first = mark();
-    bool done = true;
-    if (first == kBefore + kSaved) {
-        done = rename(kSaved, kFile) == 0;
-    } else if (first == kBefore + kCopy) {
-        done = access(kCopy.c_str(), R_OK) == 0 && overwrite(kFile, content(kCopy));
-    } else if (first == kNoneBefore) {
-        done = unlink(kFile) == 0;
-    }
+    const bool done = !isOurs() || rename(kSaved, kFile) == 0 ||
+                      (errno == ENOENT ? unlink(kFile) == 0 : overwrite(kFile, content(kSaved)));
     if (done) { // else the copy is all that is left of it
         unlink(kSaved);
-        unlink(kCopy.c_str());
     }
 }
 
-Resolver setNameServers(const std::string &device, const NameServers &servers)
+Resolver setNameServers(const Offer &offer)
 {
-    if (isResolved() && setWithResolved(device, servers)) {
+    if (isResolved() && setWithResolved(offer)) {
         return Resolver::Resolved;
     }
-    if (isTool(resolvconf()) && runToEnd({resolvconf(), "-a", device + ".openvpn"}, lines(servers)).status == 0) {
+    if (isTool(resolvconf()) && runToEnd({resolvconf(), "-a", offer.device + ".openvpn"}, lines(offer)).status == 0) {
         return Resolver::Resolvconf;
     }
-    return setNameServerFile(servers) ? Resolver::File : Resolver::None;
+    return setNameServerFile(offer) ? Resolver::File : Resolver::None;
 }
 
 void dropNameServers(Resolver resolver, const std::string &device)

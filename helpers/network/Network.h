@@ -14,6 +14,9 @@ struct Outcome
     std::vector<std::string> notes; ///< what could not be done, and why; a line each
 };
 
+/// Done unless there is a reason why not, which joins the notes.
+Outcome outcomeOf(const std::string &reason, std::vector<std::string> notes = {});
+
 /// OpenVPN is about to become of this process: its packets get a way of their own, and its management port is shut to
 /// everybody but `manager` and root. What a broken tunnel left standing is lifted unless the machine is locked.
 /// Returns the reason of a failure, or an empty text, and whether the machine is locked.
@@ -24,9 +27,6 @@ Outcome tunnelUp(const Offer &offer, const Process &openVpn);
 
 /// OpenVPN has made its routes: a tunnel that does not take all traffic lets the rest go on.
 Outcome tunnelRouted(const Offer &offer, const Process &openVpn);
-
-/// OpenVPN takes its tunnel down itself. The guard stands until the program says what is to come.
-Outcome tunnelDown(const Process &openVpn);
 
 /// The program has ended its tunnels, or begins anew: undoes what is left of those that are gone. Waits for those
 /// that are about to end, up to two seconds, if told so.
@@ -42,17 +42,10 @@ void noteUplinks(const std::string &host);
 /// The service has hung up.
 void forgetUplinks();
 
-/// Lock-down or the kill switch: nothing leaves but into a tunnel, and the default routes are taken away: the one
-/// through `gateway` (may be empty) and every other one that does not lead into a tunnel. `owner` is the program that
-/// wants it, number 0 for nobody.
-Outcome lockNetwork(const std::string &gateway, const Process &owner);
+/// Lock-down or the kill switch: nothing leaves but into a tunnel, and the default routes are taken away that do not
+/// lead into one. `owner` is the program that wants it, number 0 for nobody.
+Outcome lockNetwork(const Process &owner);
 
 /// Puts the default routes back, as far as their networks are still there, and lifts the guard unless a tunnel is up.
 /// Where there is no default route then, it adds one through `gateway`. Refused to others while the owner lives.
 Outcome unlockNetwork(const std::string &gateway, const Process &caller);
-
-/// Turns the default route with the lowest metric to another gateway.
-Outcome changeDefaultRoute(const std::string &gateway);
-
-/// Adds ("Add") or deletes an ordinary route of the main table.
-Outcome changeOrdinaryRoute(RouteChange change, const Subnet &destination, const std::string &gateway);

@@ -4,41 +4,28 @@
 
 #include <algorithm>
 #include <arpa/inet.h>
-#include <cctype>
 #include <cstdlib>
-#include <iterator>
+#include <map>
 #include <net/if.h>
+#include <regex>
 #include <sstream>
 
 namespace {
 
-/// More of one kind is no server's wish.
-constexpr int kMost = 1000;
-
 /// As many destinations as somebody reads.
 constexpr size_t kMostTold = 8;
 
-class Reader
+std::string value(const std::string &name)
 {
-public:
-    explicit Reader(const Environment &environment) : m_environment(environment) {}
+    const char *text = std::getenv(name.c_str());
+    return text != nullptr ? text : "";
+}
 
-    std::string value(const std::string &name) const
-    {
-        const auto found = m_environment.find(name);
-        return found == m_environment.end() ? std::string() : found->second;
-    }
-    std::string value(const char *name, int number) const { return value(name + ('_' + std::to_string(number))); }
-
-    std::string address(const std::string &name) const
-    {
-        const std::string text = value(name);
-        return isIpv4(text) || isIpv6(text) ? text : std::string();
-    }
-
-private:
-    const Environment &m_environment;
-};
+std::string address(const std::string &name)
+{
+    const std::string text = value(name);
+    return isIpv4(text) || isIpv6(text) ? text : std::string();
+}
 
 /// A text of the server's as it may stand in a log.
 std::string shown(const std::string &text)
@@ -51,149 +38,120 @@ std::string shown(const std::string &text)
 /// True for labels of letters, digits, "-" and "_" between single dots.
 bool isDomain(const std::string &text)
 {
-    char before = '.';
-    for (const char c : text) {
-        const bool isWord = std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_';
-        if (!isWord && (before == '.' || (c != '-' && c != '.'))) {
-            return false;
-        }
-        before = c;
-    }
-    return !text.empty() && text.size() <= 253 && before != '-';
+    static const std::regex labels("[A-Za-z0-9_][A-Za-z0-9_-]*(\\.[A-Za-z0-9_][A-Za-z0-9_-]*)*\\.?");
+    return text.size() <= 253 && std::regex_match(text, labels) && text.back() != '-';
 }
 
-void readPushedNames(const Reader &reader, Offer &offer)
+void readPushedNames(Offer &offer)
 {
-    for (int n = 1; n < kMost; ++n) {
-        std::istringstream words(reader.value("foreign_option", n));
+    std::string text;
+    for (int n = 1; !(text = value("foreign_option_" + std::to_string(n))).empty(); ++n) {
+        std::istringstream words(text);
         std::string option;
         std::string kind;
-        if (!(words >> option)) {
-            break;
-        }
-        words >> kind;
-        words >> std::ws;
-        const std::string what(std::istreambuf_iterator<char>(words), {}); // line ends too, which no value has
-        if (option != "dhcp-option") {
-            continue;
-        }
-        if (kind == "DNS" || kind == "DNS6") {
+        words >> option >> kind >> std::ws;
+        std::string what;
+        std::getline(words, what, '\0'); // line ends too, which no value has
+        if (option == "dhcp-option" && (kind == "DNS" || kind == "DNS6")) {
             const bool good = isIpv4(what) || isIpv6(what);
             (good ? offer.nameServers : offer.problems).push_back(good ? what : "no address: " + shown(what));
-        } else if (kind == "DOMAIN" || kind == "DOMAIN-SEARCH") {
-            const bool good = isDomain(what);
-            (good ? offer.domains : offer.problems).push_back(good ? what : "no domain: " + shown(what));
+        } else if (option == "dhcp-option" && (kind == "DOMAIN" || kind == "DOMAIN-SEARCH")) {
+            (isDomain(what) ? offer.domains : offer.problems)
+                .push_back(isDomain(what) ? what : "no domain: " + shown(what));
         }
     }
 }
 
 /// Through a proxy the address is the proxy's.
-void readRemotes(const Reader &reader, Offer &offer)
+void readRemotes(Offer &offer)
 {
-    for (int n = 1; n < kMost && !reader.value("remote", n).empty(); ++n) {
-        const std::string name = reader.value("remote", n);
+    std::string name;
+    for (int n = 1; !(name = value("remote_" + std::to_string(n))).empty(); ++n) {
+        const std::string number = '_' + std::to_string(n);
         if (name == offer.server ||
-            !(reader.value("http_proxy_server", n) + reader.value("socks_proxy_server", n)).empty()) {
+            !(value("http_proxy_server" + number) + value("socks_proxy_server" + number)).empty()) {
             offer.names.clear();
             return;
         }
-        if (isDomain(name) && !isIpv4(name) &&
-            std::find(offer.names.begin(), offer.names.end(), name) == offer.names.end()) {
-            offer.names.push_back(name);
+        if (isDomain(name) && !isIpv4(name)) {
+            offer.names.insert(name);
         }
     }
 }
 
-bool coverAll(std::vector<Subnet> subnets)
+void readRoutes(Offer &offer)
 {
-    std::sort(subnets.begin(), subnets.end(), [](const Subnet &a, const Subnet &b) { return a.address < b.address; });
+    std::map<uint64_t, uint64_t> ranges; // ends, by beginnings
+    std::string network;
+    for (int n = 1; !(network = value("route_network_" + std::to_string(n))).empty(); ++n) {
+        const auto subnet = subnetOf(network, value("route_netmask_" + std::to_string(n)));
+        if (!subnet) {
+            offer.problems.push_back("no destination: " + shown(network));
+        } else if (!offer.netGateway.empty() && value("route_gateway_" + std::to_string(n)) == offer.netGateway) {
+            offer.ordinary.insert(subnet->text);
+        } else {
+            offer.taken.push_back(subnet->text);
+            ranges[subnet->first] = std::max(ranges[subnet->first], subnet->end);
+        }
+    }
     uint64_t covered = 0;
-    for (const Subnet &subnet : subnets) {
-        if (subnet.address <= covered) {
-            covered = std::max(covered, subnet.address + (uint64_t(1) << (32 - subnet.length)));
+    for (const auto &[first, end] : ranges) {
+        covered = first <= covered ? std::max(covered, end) : covered;
+    }
+    offer.takesAll = value("redirect_gateway") == "1" || covered > UINT32_MAX;
+    for (int n = 1; !(network = value("route_ipv6_network_" + std::to_string(n))).empty(); ++n) {
+        const size_t slash = network.find('/');
+        if (slash != std::string::npos && isIpv6(network.substr(0, slash)) && isNumber(network.substr(slash + 1))) {
+            offer.taken.push_back(network);
         }
     }
-    return covered > UINT32_MAX;
+    offer.hasRoutes = offer.takesAll || !(value("route_vpn_gateway") + value("route_ipv6_network_1")).empty();
 }
 
-std::string textOf(const Subnet &subnet)
-{
-    const in_addr address = {htonl(subnet.address)};
-    char text[INET_ADDRSTRLEN] = "";
-    inet_ntop(AF_INET, &address, text, sizeof text);
-    return text + ('/' + std::to_string(subnet.length));
-}
-
-/// Adds "ADDRESS/LENGTH" of what is for IPv6.
-void readIpv6Routes(const Reader &reader, Offer &offer)
-{
-    for (int n = 1; n < kMost && !reader.value("route_ipv6_network", n).empty(); ++n) {
-        const std::string text = reader.value("route_ipv6_network", n);
-        const size_t slash = text.find('/');
-        if (slash != std::string::npos && isIpv6(text.substr(0, slash)) && isNumber(text.substr(slash + 1))) {
-            offer.taken.push_back(text);
-        }
-    }
-}
-
-std::string listOf(const std::vector<std::string> &destinations)
+template <typename Texts> std::string listOf(const Texts &destinations)
 {
     std::string list;
-    for (size_t i = 0; i < std::min(destinations.size(), kMostTold); ++i) {
-        list += (i > 0 ? ", " : "") + destinations[i];
-    }
-    return list + (destinations.size() > kMostTold ? ", ..." : "");
-}
-
-void readRoutes(const Reader &reader, Offer &offer)
-{
-    std::vector<Subnet> taken;
-    for (int n = 1; n < kMost && !reader.value("route_network", n).empty(); ++n) {
-        const auto subnet = subnetOf(reader.value("route_network", n), reader.value("route_netmask", n));
-        if (!subnet) {
-            offer.problems.push_back("no destination: " + shown(reader.value("route_network", n)));
-        } else if (!offer.netGateway.empty() && reader.value("route_gateway", n) == offer.netGateway) {
-            offer.ordinary.push_back(*subnet);
-        } else {
-            taken.push_back(*subnet);
-            offer.taken.push_back(textOf(*subnet));
+    size_t count = 0;
+    for (const std::string &each : destinations) {
+        list += count == 0 ? "" : ", ";
+        if (count++ == kMostTold) {
+            return list + "...";
         }
+        list += each;
     }
-    readIpv6Routes(reader, offer);
-    offer.takesAll = reader.value("redirect_gateway") == "1" || coverAll(taken);
-    offer.hasRoutes =
-        offer.takesAll || !reader.value("route_vpn_gateway").empty() || !reader.value("route_ipv6_network_1").empty();
+    return list;
 }
 
 } // namespace
 
 std::string pastTunnel(const Offer &offer)
 {
-    std::vector<std::string> ordinary;
-    std::transform(offer.ordinary.begin(), offer.ordinary.end(), std::back_inserter(ordinary), textOf);
+    const std::string ordinary = listOf(offer.ordinary);
     if (offer.takesAll) {
-        return ordinary.empty() ? "nothing" : listOf(ordinary);
+        return ordinary.empty() ? "nothing" : ordinary;
     }
-    return offer.taken.empty() ? "all"
-                               : "all but " + listOf(offer.taken) + (ordinary.empty() ? "" : "; " + listOf(ordinary));
+    return offer.taken.empty() ? "all" : "all but " + listOf(offer.taken) + (ordinary.empty() ? "" : "; " + ordinary);
 }
 
 std::optional<Subnet> subnetOf(const std::string &network, const std::string &mask)
 {
-    in_addr address = {};
+    in_addr binary = {};
     const std::optional<int> length = prefixLength(mask);
-    if (inet_pton(AF_INET, network.c_str(), &address) != 1 || !length) {
+    if (inet_pton(AF_INET, network.c_str(), &binary) != 1 || !length) {
         return {};
     }
     const uint64_t size = uint64_t(1) << (32 - *length);
-    return Subnet{ntohl(address.s_addr) & ~uint32_t(size - 1), unsigned(*length)};
+    const uint64_t first = ntohl(binary.s_addr) & ~(size - 1);
+    binary.s_addr = htonl(uint32_t(first));
+    char text[INET_ADDRSTRLEN] = "";
+    inet_ntop(AF_INET, &binary, text, sizeof text);
+    return Subnet{text + ('/' + std::to_string(*length)), first, first + size};
 }
 
-Offer readOffer(const Environment &environment)
+Offer readOffer()
 {
-    const Reader reader(environment);
     Offer offer;
-    const std::string device = reader.value("dev");
+    const std::string device = value("dev");
     const bool isName = !device.empty() && device.size() < IFNAMSIZ && device.find('/') == std::string::npos &&
                         std::all_of(device.begin(), device.end(), [](char c) { return c > ' ' && c <= '~'; });
     if (isName && device != "." && device != "..") {
@@ -201,15 +159,11 @@ Offer readOffer(const Environment &environment)
     } else {
         offer.problems.push_back("no interface name: " + shown(device));
     }
-    const std::string process = reader.value("daemon_pid");
-    if (isNumber(process) && process.size() < 10) {
-        offer.process = int(std::strtol(process.c_str(), nullptr, 10));
-    }
-    const std::string server = reader.address("trusted_ip");
-    offer.server = server.empty() ? reader.address("trusted_ip6") : server;
-    offer.netGateway = isIpv4(reader.value("route_net_gateway")) ? reader.value("route_net_gateway") : std::string();
-    readPushedNames(reader, offer);
-    readRemotes(reader, offer);
-    readRoutes(reader, offer);
+    offer.process = int(std::strtol(value("daemon_pid").c_str(), nullptr, 10));
+    offer.server = address("trusted_ip").empty() ? address("trusted_ip6") : address("trusted_ip");
+    offer.netGateway = isIpv4(value("route_net_gateway")) ? value("route_net_gateway") : std::string();
+    readPushedNames(offer);
+    readRemotes(offer);
+    readRoutes(offer);
     return offer;
 }

@@ -10,53 +10,29 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <unistd.h>
-
-namespace {
-
-Environment takeEnvironment()
-{
-    Environment environment;
-    for (char **each = environ; *each != nullptr; ++each) {
-        const std::string text = *each;
-        const size_t equals = text.find('=');
-        if (equals != std::string::npos) {
-            environment[text.substr(0, equals)] = text.substr(equals + 1);
-        }
-    }
-    clearenv();
-    return environment;
-}
-
-Outcome actOn(const std::string &event, bool isStale)
-{
-    const Offer offer = readOffer(takeEnvironment());
-    const Process openVpn = processOf(offer.process);
-    if (event == "up") {
-        return tunnelUp(offer, openVpn);
-    }
-    if (event == "routes") {
-        Outcome outcome = tunnelRouted(offer, openVpn);
-        std::printf("%s%s\n", kPastTunnel, pastTunnel(offer).c_str());
-        return outcome;
-    }
-    return openVpn.start != 0 ? tunnelDown(openVpn) : tunnelsEnded(!isStale);
-}
-
-} // namespace
 
 int main(int argc, char **argv)
 {
     const std::string event = argc > 1 ? argv[1] : "";
-    if (event == "watch" && argc == 3) {
-        watchNetwork(int(std::strtol(argv[2], nullptr, 10)));
+    const std::string option = argc > 2 ? argv[2] : "";
+    const Offer offer = readOffer();
+    const Process openVpn = processOf(offer.process);
+    Outcome outcome;
+    if (event == "watch" && !option.empty()) {
+        watchNetwork(int(std::strtol(option.c_str(), nullptr, 10)));
         return 0;
     }
-    if (event != "up" && event != "routes" && event != "down") {
-        std::fputs("network: use up|routes|down [--stale]|watch DESCRIPTOR\n", stderr);
-        return 2;
+    if (event == "up") {
+        outcome = tunnelUp(offer, openVpn);
+    } else if (event == "routes") {
+        outcome = tunnelRouted(offer, openVpn);
+        std::printf("%s%s\n", kPastTunnel, pastTunnel(offer).c_str());
+    } else if (event == "down") {
+        // What OpenVPN leaves when it takes its tunnel down itself is undone when it has ended.
+        outcome = openVpn.start != 0 ? Outcome{true, {}} : tunnelsEnded(option != "--stale");
+    } else {
+        outcome.notes = {"use up|routes|down [--stale]|watch DESCRIPTOR"};
     }
-    const Outcome outcome = actOn(event, argc > 2 && std::string(argv[2]) == "--stale");
     for (const std::string &note : outcome.notes) {
         std::fprintf(stderr, "%s.sh: %s\n", event.c_str(), note.c_str());
     }

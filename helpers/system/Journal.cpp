@@ -75,7 +75,7 @@ std::string removeJournal(const std::string &name)
     return unlinkat(folder, name.c_str(), 0) == 0 || errno == ENOENT ? std::string() : reasonFor(name);
 }
 
-JournalLock::JournalLock(const std::string &name)
+JournalLock::JournalLock(const std::string &name, bool waits)
 {
     mkdir(kJournalFolder, 0700);
     const Descriptor folder = openFolder();
@@ -83,6 +83,9 @@ JournalLock::JournalLock(const std::string &name)
         return;
     }
     m_file = Descriptor(openat(folder, name.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, 0600));
-    while (m_file >= 0 && flock(m_file, LOCK_EX) != 0 && errno == EINTR) {
+    while (m_file >= 0 && flock(m_file, waits ? LOCK_EX : LOCK_EX | LOCK_NB) != 0) {
+        if (errno != EINTR) {
+            m_file = Descriptor();
+        }
     }
 }

@@ -28,14 +28,14 @@ std::string writeJournal(const std::string &name, const std::string &text);
 /// Removes a file of kJournalFolder; a missing one is no failure. Returns the reason of a failure, or an empty text.
 std::string removeJournal(const std::string &name);
 
-/// While it lives, no other process holds the lock of that name in kJournalFolder. The wait for it has no limit: its
-/// holder's end frees it.
+/// While it lives, no other process holds the lock of that name in kJournalFolder. The wait for it, if there is to be
+/// one, has no limit: its holder's end frees it.
 class JournalLock
 {
 public:
-    explicit JournalLock(const std::string &name);
+    explicit JournalLock(const std::string &name, bool waits = true);
 
-    /// False when the folder or the file is not as it must be; nothing is locked then.
+    /// False when somebody else holds it, or the folder or the file is not as it must be; nothing is locked then.
     bool held() const { return m_file >= 0; }
 
 private:

@@ -7,6 +7,7 @@
 #include "helpers/system/Run.h"
 #include "helpers/tools/KernelRoutes.h"
 
+#include <algorithm>
 #include <csignal>
 #include <cstdio>
 #include <map>
@@ -14,22 +15,12 @@
 
 namespace {
 
-struct Request
-{
-    std::string action;
-    std::string destination;
-    std::string mask;
-    std::string gateway; ///< empty when not given
-
-    bool isDefault() const { return destination == "0.0.0.0" && mask == "0.0.0.0"; }
-};
-
 /// The rows of the table for this destination, in the columns destination, mask, gateway, interface, metric. Nothing
 /// when there is none: the program takes any word for the gateway.
-int printRoutes(const Request &request)
+int printRoutes(const std::string &destination, const std::string &mask)
 {
     for (const KernelRoute &route : kernelRoutes()) {
-        if (route.destination == request.destination && route.mask == request.mask && !route.gateway.empty()) {
+        if (route.destination == destination && route.mask == mask && !route.gateway.empty()) {
             std::printf("%-15s %-15s %-15s %-15s %u\n", route.destination.c_str(), route.mask.c_str(),
                         route.gateway.c_str(), route.interface.c_str(), route.metric);
         }
@@ -37,68 +28,70 @@ int printRoutes(const Request &request)
     return 0;
 }
 
-bool isGateway(const Request &request)
+/// An ordinary route, or another gateway for the default route with the lowest metric.
+Outcome changeOne(const std::string &action, const Subnet &destination, const std::string &gateway)
 {
-    return isIpv4(request.gateway) || (request.action == "delete" && request.gateway.empty());
-}
-
-Outcome changeOrdinary(const Request &request)
-{
-    const auto destination = subnetOf(request.destination, request.mask);
-    if (!destination) {
-        return {false, {"\"" + request.destination + "\" with the mask \"" + request.mask + "\" is no destination"}};
-    }
-    if (!isGateway(request)) {
-        return {false, {"\"" + request.gateway + "\" is no gateway address"}};
-    }
-    const std::map<std::string, RouteChange> changes = {
+    static const std::map<std::string, RouteChange> kChanges = {
         {"add", RouteChange::Add}, {"change", RouteChange::Replace}, {"delete", RouteChange::Delete}};
-    return changeOrdinaryRoute(changes.at(request.action), *destination, request.gateway);
+    const bool toAll = destination.text == "0.0.0.0/0";
+    const std::vector<Route> routes = routesOf(AF_INET);
+    const auto current = std::find_if(routes.begin(), routes.end(), isDefault);
+    if (toAll && current == routes.end()) {
+        return outcomeOf("there is no default route to change");
+    }
+    const uint8_t protocol = action == "delete" ? RTPROT_UNSPEC : RTPROT_BOOT;
+    const Route route =
+        toAll ? routeTo({}, gateway, rtnl_route_get_protocol(current->get()), rtnl_route_get_priority(current->get()))
+              : routeTo(destination.text, gateway, protocol);
+    const std::string reason = changeRoute(kChanges.at(action), route);
+    return outcomeOf(reason.empty() ? reason : "can not " + action + ' ' + destination.text + ": " + reason);
 }
 
-Outcome change(const Request &request)
+Outcome change(const std::string &action, const std::string &network, const std::string &mask,
+               const std::string &gateway)
 {
-    if (geteuid() != 0) {
-        return {false, {"only root can change routes"}};
-    }
-    if (!request.isDefault()) {
-        return changeOrdinary(request);
-    }
-    // A way back is wanted whatever the gateway looks like, so only the other two insist on it.
     const Process program = programAbove();
-    if (request.action == "add") {
-        return unlockNetwork(request.gateway, program);
+    const auto destination = subnetOf(network, mask);
+    const bool toAll = network == "0.0.0.0" && mask == "0.0.0.0";
+    if (geteuid() != 0) {
+        return outcomeOf("only root can change routes");
     }
-    if (!isGateway(request)) {
-        return {false, {"\"" + request.gateway + "\" is no gateway address"}};
+    // A way back is wanted whatever the gateway looks like, so only the others insist on it.
+    if (toAll && action == "add") {
+        return unlockNetwork(gateway, program);
     }
-    if (request.action == "change") {
-        return changeDefaultRoute(request.gateway);
+    if (!destination) {
+        return outcomeOf("\"" + network + "\" with the mask \"" + mask + "\" is no destination");
+    }
+    if (!isIpv4(gateway) && (action != "delete" || !gateway.empty())) {
+        return outcomeOf("\"" + gateway + "\" is no gateway address");
+    }
+    if (!toAll || action == "change") {
+        return changeOne(action, *destination, gateway);
     }
     if (program.lives()) {
         startGuardian(program); // first, so that there is no moment in which nobody would put them back
         dieWithParent(SIGKILL, program.number); // from here on the guardian undoes what this tool has done so far
     }
-    return lockNetwork(request.gateway, program);
+    return lockNetwork(program);
 }
 
 } // namespace
 
 int main(int argc, char **argv)
 {
-    const std::vector<std::string> words(argv + 1, argv + argc);
-    const bool complete = words.size() == 4 || words.size() == 5;
-    const bool known = complete && words[2] == "mask" &&
-                       (words[0] == "add" || words[0] == "delete" || words[0] == "change" || words[0] == "print");
-    if (!known) {
+    std::vector<std::string> words(argv + 1, argv + argc);
+    const bool isComplete = words.size() == 4 || words.size() == 5;
+    const std::string action = isComplete && words[2] == "mask" ? words[0] : "";
+    words.resize(5);
+    if (action == "print") {
+        return printRoutes(words[1], words[3]);
+    }
+    if (action != "add" && action != "delete" && action != "change") {
         std::puts("route: use add|delete|change|print DESTINATION mask MASK [GATEWAY]");
         return 2;
     }
-    const Request request{words[0], words[1], words[3], words.size() == 5 ? words[4] : std::string()};
-    if (request.action == "print") {
-        return printRoutes(request);
-    }
-    const Outcome outcome = change(request);
+    const Outcome outcome = change(action, words[1], words[3], words[4]);
     for (const std::string &note : outcome.notes) {
         std::printf("route: %s\n", note.c_str());
     }

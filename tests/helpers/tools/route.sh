@@ -13,7 +13,7 @@ case_delete_then_add_restores_the_table_to_the_byte() {
         eval "$1"
         ip route >/run/before
         is 'OK!' lockdown 198.51.1.1
-        is '' ip route show default
+        is '' eval 'ip route show default | grep -v nhid' # what the kernel's next hop objects hold stays
         is $'700 root\n600 root' stat -c '%a %U' /run/korvan /run/korvan/network.journal
         is 'OK!' release 198.51.1.1
         is '' diff /run/before <(ip route)
@@ -41,6 +41,7 @@ case_only_marked_packets_find_a_way_ipv6_too() {
     ip neighbour flush dev e1
     for host in 203.0.113.9 2001:db8::9; do is yes answers $host -m 19311; done
     echo 1 >/proc/sys/net/ipv4/conf/e1/rp_filter # the kernel's check of the sender must not drop answers to a socket
+    is 'OK!' lockdown 198.51.1.1
     is refused perl -MSocket -e 'socket(S, AF_INET, SOCK_STREAM, 0); setsockopt(S, SOL_SOCKET, 36, 19311); alarm 5;
         connect(S, pack_sockaddr_in(9, inet_aton("203.0.113.9"))) or print $!{ECONNREFUSED} ? "refused" : $!'
     is 'OK!' release 198.51.1.1
@@ -55,7 +56,7 @@ case_killed_before_and_after_each_tool_it_runs_and_each_change_of_its_journal() 
     before=$(ip route | sed 's/ *$//')
     for request in lockdown release; do
         kills=0
-        for call in clone wait4 renameat unlinkat sendto; do
+        for call in clone wait4 renameat unlinkat sendmsg; do
             for ((n = 1, status = 1; status != 0; n++, kills++)); do
                 [[ $request == lockdown ]] || lockdown 198.51.1.1 >/dev/null
                 killer="strace -qo /dev/null -e inject=$call:signal=KILL:when=$n" $request 198.51.1.1 >/dev/null; status=$?
@@ -108,7 +109,7 @@ case_a_journal_that_is_somebody_else_s_is_not_believed() {
     for plant in 'ln -s /run/victim /run/korvan/network.journal' 'install -o 4711 /run/victim /run/korvan/network.journal' \
         'rmdir /run/korvan; mkdir -p /run/other; ln -s /run/other /run/korvan' 'chmod 777 /run/korvan'; do
         rm -rf /run/korvan; mkdir -m 700 /run/korvan; eval "$plant"
-        is 1 grep -cE '^route: /run/korvan.*: (is a link or no folder|Operation not permitted)$' <(lockdown 198.51.1.1)
+        is 1 grep -cE '^OK!|^route: /run/korvan.*: (is a link or no folder|Operation not permitted)$' <(lockdown 198.51.1.1)
         is 'OK!' tail -n1 <(release 198.51.1.1)
         is 'default via 198.51.1.1 dev e1' ip route show default
         is 'route default via 198.51.2.1 dev e2' cat /run/victim
