@@ -70,6 +70,12 @@ disconnected, locked                        | some | up lock down unlock ! pause
 disconnected, open                          | some | up down ! pause
 user quits, locked                          | some | up lock down unlock killprogram ! pause
 user quits, open                            | some | up down killprogram ! pause
+the window quits, locked                    | some | window ! quit pause pause
+the window quits, open                      | some | openwindow ! quit pause pause
+the window killed, locked                   | some | window ! killprogram pause pause pause
+the window connects again, locked           | 0   | window ! crash again pause
+the kill switch of the window               | 0   | openwindow ! crash pause pause
+the window killed at its kill switch        | some | openwindow crash pause ! killprogram pause pause pause
 proxied server                              | some | proxied up ! pause
 L2TP, locked                                | 0   | dial lock ! pause
 L2TP, locked, its link goes                 | 0   | dial lock ! hangup pause
@@ -178,6 +184,36 @@ crash() { kill -KILL "$(<"$app/pid")"; gone "$(<"$app/pid")"; pause; }
 term() { kill -TERM "$(<"$app/pid")"; gone "$(<"$app/pid")"; }
 vanish() { "$LAB" ctl vanish Examplia-1; gone "$(<"$app/pid")"; }
 appear() { "$LAB" ctl appear Examplia-1; }
+# The real window, which connects by itself, with lock-down and reconnection or without.
+window() { openwindow reconnect; }
+openwindow() {
+    [ -z "${plain:-}" ] || { up; return; }
+    cp -a "$build/Korvan.app" /run/window
+    local bundle=/run/window/Contents/MacOS
+    cp "$build/demo/prepare_state" "$bundle"
+    "$bundle/prepare_state" alice wonderland-7 Examplia-1 "$@"
+    QT_QPA_PLATFORM=offscreen "$bundle/Korvan" >"$app/log" 2>&1 &
+    running=$!
+    disown
+    again
+    [ $# -eq 0 ] || await_no default
+}
+# A tunnel comes up, by the window or, where there is none, by order.
+again() {
+    [ -z "${plain:-}" ] || { up; return; }
+    local old n
+    old=$(cat "$app/pid" 2>/dev/null)
+    for ((n = 0; n < 3000; n++)); do
+        pid=$(pgrep -P "$running" -x openvpn) && [ "$pid" != "$old" ] && ip route | grep -q '^0.0.0.0/1 ' && break
+        read -rt 0.01 <> <(:)
+    done
+    echo "$pid" >"$app/pid"
+    [ $n -lt 3000 ] || { tail -n2 "$app/log"; echo "no tunnel"; exit 1; }
+}
+await_no() { while ip route | grep -q "^$1 "; do read -rt 0.01 <> <(:); done; }
+quit() {
+    if [ -n "${plain:-}" ]; then term; else kill -TERM "$running"; gone "$running"; fi
+}
 # An attempt that comes to no end.
 hang() {
     "$LAB" ctl vanish Examplia-1

@@ -15,8 +15,8 @@ int main(int argc, char *argv[])
     const QCoreApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
     if (arguments.size() != 4 && arguments.size() != 5) {
-        std::fputs("usage: prepare_state USER PASSWORD SERVER [lock-down | PROXY:PORT | stay]\n"
-                   "\"stay\" does not connect after the start.\n"
+        std::fputs("usage: prepare_state USER PASSWORD SERVER [lock-down | reconnect | PROXY:PORT | stay]\n"
+                   "\"reconnect\" is lock-down that connects again; \"stay\" does not connect after the start.\n"
                    "Run by root from the application folder, whose \"cfg\" it fills; by others for themselves.\n",
                    stderr);
         return 1;
@@ -32,7 +32,8 @@ int main(int argc, char *argv[])
     options.proxy.port = proxy.value(1);
     options.connectOnBoot = options.proxy.none && choice != QLatin1String("stay");
     options.noSound = arguments.size() == 5;
-    options.lockDown = choice == QLatin1String("lock-down");
+    options.autoReconnect = choice == QLatin1String("reconnect");
+    options.lockDown = choice == QLatin1String("lock-down") || options.autoReconnect;
     options.bootServer = arguments.at(3);
     options.updateFrequency = 1;
     options.protocol = QStringLiteral("OpenVPN");
