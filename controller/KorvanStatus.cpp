@@ -5,12 +5,12 @@
 #include "base/Settings.h"
 #include "common/AppPath.h"
 #include "controller/StatusLook.h"
+#include "ui/Direction.h"
 #include "ui_Korvan.h"
 
 #include <QAccessible>
 #include <QAudioDeviceInfo>
 #include <QCoreApplication>
-#include <QGuiApplication>
 #include <QLibraryInfo>
 #include <QSound>
 
@@ -71,12 +71,6 @@ void Korvan::showTunnelLost()
     showLook(lostLook());
     m_progressTimer.stop();
     m_form->pgLinkState->setValue(0);
-}
-
-/// Addresses within a sentence, which read from left to right in each language.
-static QString isolated(const QString &addresses)
-{
-    return QGuiApplication::isRightToLeft() ? QChar(0x2066) + addresses + QChar(0x2069) : addresses;
 }
 
 /// Says on the dashboard and from the tray's icon what goes past the tunnel. Under lock-down nothing does.

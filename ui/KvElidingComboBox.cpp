@@ -1,5 +1,6 @@
 #include "ui/KvElidingComboBox.h"
 
+#include "ui/Direction.h"
 #include "ui/PlainText.h"
 
 #include <QHelpEvent>
@@ -7,7 +8,6 @@
 #include <QStringListModel>
 #include <QStyleOptionComboBox>
 #include <QStylePainter>
-#include <QStyledItemDelegate>
 #include <QToolTip>
 
 namespace {
@@ -48,7 +48,7 @@ KvElidingComboBox::KvElidingComboBox(QWidget *parent) : QComboBox(parent)
     list->setUniformItemSizes(true);
     list->setTextElideMode(Qt::ElideMiddle);
     setView(list);
-    setItemDelegate(new QStyledItemDelegate(this)); // the one that heeds the style sheet
+    setItemDelegate(new IsolatingDelegate(this)); // the one that heeds the style sheet
     followList();
 }
 
@@ -125,6 +125,6 @@ void KvElidingComboBox::paintEvent(QPaintEvent *)
     initStyleOption(&option);
     painter.drawComplexControl(QStyle::CC_ComboBox, option);
     painter.setFont(fittingFont());
-    option.currentText = painter.fontMetrics().elidedText(currentText(), Qt::ElideMiddle, fieldWidth());
+    option.currentText = isolated(painter.fontMetrics().elidedText(currentText(), Qt::ElideMiddle, fieldWidth()));
     painter.drawControl(QStyle::CE_ComboBoxLabel, option);
 }

@@ -1,5 +1,6 @@
 #include "ui/KvServerTable.h"
 
+#include "ui/Direction.h"
 #include "ui/PlainText.h"
 #include "ui/Theme.h"
 
@@ -15,6 +16,7 @@ KvServerTable::KvServerTable(QWidget *parent) : QTableWidget(parent)
 {
     setTabKeyNavigation(false);
     setTextElideMode(Qt::ElideMiddle);
+    setItemDelegate(new IsolatingDelegate(this));
     verticalHeader()->hide();
     horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     horizontalHeader()->setHighlightSections(false);

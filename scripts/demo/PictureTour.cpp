@@ -65,8 +65,8 @@ private:
         putFile(appPath("/setting.ini"),
                 "[LOGIN]\nVER=http://127.0.0.1:1/api\n[UPDATE]\nURL=http://127.0.0.1:1/update.xml\n");
         putFile(appPath("/cfg/theme"), dark ? "2" : "1");
-        for (const char *server :
-             {"Examplia-1", "Freedonia-Routed", "Proxied-Utopia-TCP", "Examplia-Long-Distance-Server-Number-040"}) {
+        for (const char *server : {"Examplia-1", "Freedonia-Routed (2)", "Proxied-Utopia-TCP",
+                                   "Examplia-Long-Distance-Server-Number-040"}) {
             putFile(appPath("/cfg/OpenVPN/%1.ovpn").arg(server), "client\nremote 203.0.113.21 1194\n");
         }
         putFile(appPath("/cfg/OpenVPN/alice.crt"), "            Not After : Dec 31 23:59:59 2099 GMT\n");
