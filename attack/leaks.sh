@@ -185,7 +185,7 @@ term() { kill -TERM "$(<"$app/pid")"; gone "$(<"$app/pid")"; }
 vanish() { "$LAB" ctl vanish Examplia-1; gone "$(<"$app/pid")"; }
 appear() { "$LAB" ctl appear Examplia-1; }
 # The real window, which connects by itself, with lock-down and reconnection or without.
-window() { openwindow reconnect; }
+window() { openwindow lock-down reconnect; }
 openwindow() {
     [ -z "${plain:-}" ] || { up; return; }
     cp -a "$build/Korvan.app" /run/window
