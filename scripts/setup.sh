@@ -14,7 +14,7 @@ lab=(dnsmasq-base easy-rsa minisign openssl tinyproxy microsocks curl dbus dbus-
 display=(xvfb openbox trayer xdotool imagemagick x11-utils x11-xserver-utils pulseaudio pulseaudio-utils
     at-spi2-core gir1.2-atspi-2.0 python3-gi)
 packaging=(appstream debootstrap desktop-file-utils dpkg-dev file lintian)
-guest=(dnsmasq-base e2fsprogs mmdebstrap qemu-system-x86 qemu-utils)
+guest=(dnsmasq-base e2fsprogs imagemagick mmdebstrap qemu-system-x86 qemu-utils tesseract-ocr)
 [ "${1:-}" = guest ] || guest=()
 
 missing=()

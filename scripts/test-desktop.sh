@@ -30,8 +30,8 @@ lab/guest/gifts.sh "$guest" "$package" "$KORVAN_BUILD/demo/prepare_state" "$(lab
 
 [ $# -gt 0 ] || mapfile -t cases < <(sed -n 's/^case_\([a-z0-9_]*\)().*/\1/p' lab/guest/cases*.sh)
 failed=()
-printf '%-14s %-50s %7s %7s\n' case "what the person was told" seconds leaked
+printf '%-20s %-66s %5s %6s\n' case "what the person was told" seconds leaked
 for name in "${@:-${cases[@]}}"; do
-    run_case "$name" || { failed+=("$name"); printf '%-14s FAILED\n' "$name"; }
+    run_case "$name" || { failed+=("$name"); printf '%-20s FAILED\n' "$name"; }
 done
 [ ${#failed[@]} -eq 0 ]

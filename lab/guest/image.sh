@@ -26,8 +26,9 @@ make_root() {
         awk '$1 == "main" { print $2; exit }')
     rm -rf "$folder"
     mkdir -p "$folder"
+    # resolvconf takes the place of systemd-resolved in a case.
     mmdebstrap --variant=minbase --include="$desktop,$depends" --aptopt='APT::Install-Recommends "false"' \
-        "$suite" "$root" "$from"
+        --customize-hook='chroot "$1" sh -c "cd /root && apt-get download resolvconf"' "$suite" "$root" "$from"
 }
 
 furnish_root() {

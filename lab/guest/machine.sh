@@ -28,10 +28,44 @@ guest_network() {
     ip -n world link set home up
     ip -n world address add 2001:db8:51::1/64 dev home nodad
     "$LAB" ctl names
+    guest_lend
+}
+guest_lend() {
     ip netns exec world dnsmasq --keep-in-foreground --conf-file=/dev/null --user=root --pid-file= --port=0 --interface=home \
         --dhcp-authoritative --dhcp-range=198.51.100.2,198.51.100.2,120 --dhcp-leasefile="$guest_run/leases" \
         --dhcp-option=option:router,198.51.100.1 --dhcp-option=option:dns-server,198.51.100.1 \
         --enable-ra --dhcp-range=2001:db8:51::,ra-only --log-facility="$guest_run/dhcp.log" &
+    guest_router=$!
+}
+
+# One more network, with another router, that lends 198.51.101.50: the bridge "away0".
+guest_other_network() {
+    "$LAB" ctl uplink veth
+    ip address flush dev eth1
+    ip link add away0 type bridge
+    ip link set eth1 master away0
+    echo 1 >/proc/sys/net/ipv6/conf/away0/disable_ipv6
+    ip link set away0 up
+    ip netns exec world dnsmasq --keep-in-foreground --conf-file=/dev/null --user=root --pid-file= --interface=home1 --bind-interfaces \
+        --except-interface=lo --dhcp-authoritative --dhcp-range=198.51.101.50,198.51.101.50,120 --dhcp-leasefile="$guest_run/leases-away" \
+        --no-resolv --no-hosts --addn-hosts="$LAB_DIR/etc/hosts" --address=/names.korvan.example/203.0.113.10 \
+        --log-facility="$guest_run/dhcp-away.log" &
+}
+
+# guest_roam home0|away0: the cable goes into that network.
+guest_roam() {
+    guest_monitor "set_link card off"
+    ip link set guest0 master "$1"
+    guest_monitor "set_link card on"
+}
+
+# A second card, in the other network.
+guest_second_card() {
+    ip tuntap add guest1 mode tap
+    ip link set guest1 master away0
+    ip link set guest1 up
+    guest_monitor "netdev_add tap,id=second,ifname=guest1,script=no,downscript=no"
+    guest_monitor "device_add virtio-net-pci,netdev=second,id=card2,mac=52:54:00:00:51:03"
 }
 
 # guest_start [SNAPSHOT]: from power on, or as it was when that was taken.
@@ -42,7 +76,7 @@ guest_start() {
         mkfifo "$guest_run/$pipe".{in,out}
     done
     [ -e "$guest/state.qcow2" ] || qemu-img create -q -f qcow2 -F raw -b "$guest/disk.raw" "$guest/state.qcow2"
-    nice -n 10 qemu-system-x86_64 -accel tcg,thread=single "${guest_clock[@]}" -cpu max,la57=off -smp 1 -m 1280 -display none -vga std -nodefaults \
+    nice -n 5 qemu-system-x86_64 -accel tcg,thread=single "${guest_clock[@]}" -cpu max,la57=off -smp 1 -m 1280 -display none -vga std -nodefaults \
         -kernel "$guest/kernel" -initrd "$guest/initrd" -append "root=/dev/vda rw console=ttyS0 quiet" \
         -serial "file:$guest_run/console.log" -device virtio-rng-pci -rtc base=utc \
         -drive "file=$guest/state.qcow2,if=virtio,cache=unsafe" \
@@ -82,7 +116,7 @@ guest_monitor() {
     while read -r -t 120 -u "$guest_monitor_out" line; do
         case $line in
             *'"return": {}'*) ;;
-            *'"return": "'*) sed 's/^{"return": "//; s/"}[[:cntrl:]]*$//; s/\\r\\n/\n/g' <<<"$line"; return ;;
+            *'"return": "'*) sed 's/^{"return": "//; s/"}[[:cntrl:]]*$//; s/\\r\\n/\n/g; /^$/d' <<<"$line"; return ;;
             *'"error"'*) guest_fail "$1: $line" ;;
         esac
     done
