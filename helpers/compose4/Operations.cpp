@@ -17,6 +17,7 @@ constexpr int kCommandMs = 10000;
 constexpr int kDialSeconds = 90;
 
 // Exit statuses of nmcli(1) and of a tool that is not there.
+constexpr int kActivationFailed = 4;
 constexpr int kNotRunning = 8;
 constexpr int kNoSuchConnection = 10;
 constexpr int kNoTool = 127;
@@ -140,6 +141,31 @@ static RunResult disconnect(const Service &service)
     return result;
 }
 
+/// Dials with what NetworkManager has. Returns an empty text or the error. Where nobody tells the reason it is tried
+/// once more: for some seconds after a dial that was given up the plug-in still works on that, and refuses the next.
+static std::string dialLoaded(const Service &service)
+{
+    const time_t began = time(nullptr);
+    for (bool again = false;; again = true) {
+        const time_t left = kDialSeconds - (time(nullptr) - began);
+        const RunResult result = nmcli({"--wait", std::to_string(left), "connection", "up", "uuid", service.uuid},
+                                       static_cast<int>(left + 5) * 1000);
+        if (result.status == 0) {
+            return {};
+        }
+        const std::string told = dialFailure(dialJournal(began));
+        if (!told.empty()) {
+            return error(told);
+        }
+        if (result.errors.find("secrets") != std::string::npos) {
+            return error("691 the user name or password is not valid");
+        }
+        if (again || result.status != kActivationFailed || time(nullptr) - began > kDialSeconds / 2) {
+            return error(result);
+        }
+    }
+}
+
 std::string dial(const Service &service, const std::string &user, const std::string &password)
 {
     std::string failure = missingPlugin(service);
@@ -159,20 +185,13 @@ std::string dial(const Service &service, const std::string &user, const std::str
     if (!writeProfile(service, withoutPassword(profile)) || !failure.empty()) {
         return failure.empty() ? error("can not write " + profilePath(service)) : failure;
     }
-    const time_t began = time(nullptr);
-    const RunResult result = nmcli({"--wait", std::to_string(kDialSeconds), "connection", "up", "uuid", service.uuid},
-                                   (kDialSeconds + 5) * 1000);
-    if (result.status == 0) {
-        load(service, withoutPassword(profile));
-        return kSuccess;
+    failure = dialLoaded(service);
+    if (!failure.empty()) {
+        disconnect(service);
+        return failure;
     }
-    const std::string told = dialFailure(dialJournal(began));
-    disconnect(service);
-    if (!told.empty()) {
-        return error(told);
-    }
-    const bool rejected = result.errors.find("secrets") != std::string::npos;
-    return rejected ? error("691 the user name or password is not valid") : error(result);
+    load(service, withoutPassword(profile));
+    return kSuccess;
 }
 
 std::string hangUp(const Service &service)
