@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# l2tp-server.sh: an L2TP/IPsec server in a namespace of the guest, 10.51.0.1 to it, from real parts: strongSwan with a
+# l2tp-server.sh: an L2TP/IPsec server in a namespace of the guest, 10.51.0.1 to it, from real parts: strongSwan with the
 # pre-shared key, xl2tpd, and pppd, which asks for MS-CHAPv2. alice's password is wonderland-7. Runs in the guest as root;
 # behind the server 10.51.9.1 answers whoever came through. "l2tp-server.sh stop" and "start" end it and start it again.
 set -euo pipefail
@@ -63,7 +63,7 @@ start() {
 }
 
 case ${1:-make} in
-    make) make_network; configure 'lab key 7'; start ;;
+    make) make_network; configure "$2"; start ;;
     start) start ;;
     stop) ip netns pids l2tp | xargs -r kill -KILL ;;
 esac
