@@ -13,10 +13,10 @@ root=$folder/root
 depends=$(dpkg-deb -f "$2" Depends | sed 's/|[^,]*//g; s/([^)]*)//g; s/[ ]//g')
 desktop=systemd-sysv,udev,dbus,libpam-systemd,polkitd,network-manager,systemd-resolved,apparmor,lightdm,openbox
 desktop+=,xserver-xorg-core,xserver-xorg-input-libinput,xdotool,x11-utils,kmod,initramfs-tools,linux-image-amd64
-desktop+=,procps,netbase,ca-certificates,curl,iproute2,dbus-user-session
+desktop+=,procps,netbase,ca-certificates,curl,iproute2,dbus-user-session,python3-xdg
 desktop+=,xl2tpd,strongswan,strongswan-charon,strongswan-starter,libstrongswan-standard-plugins,ppp
 
-recipe=$(cat "$0" "$here/agent.sh" <(echo "$depends") | sha256sum)
+recipe=$(cat "$0" "$here/agent.sh" "$here/keep-packages.sh" <(echo "$depends") | sha256sum)
 [ "$(cat "$folder/recipe" 2>/dev/null)" != "$recipe" ] || { echo "$folder"; exit; }
 
 make_root() {
@@ -26,9 +26,8 @@ make_root() {
         awk '$1 == "main" { print $2; exit }')
     rm -rf "$folder"
     mkdir -p "$folder"
-    # resolvconf takes the place of systemd-resolved in a case.
     mmdebstrap --variant=minbase --include="$desktop,$depends" --aptopt='APT::Install-Recommends "false"' \
-        --customize-hook='chroot "$1" sh -c "cd /root && apt-get download resolvconf"' "$suite" "$root" "$from"
+        --customize-hook="$here/keep-packages.sh" "$suite" "$root" "$from"
 }
 
 furnish_root() {
