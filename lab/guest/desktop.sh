@@ -3,7 +3,8 @@
 # expectation that is not met; $told is what the person was told last.
 
 application=/opt/korvan/Korvan.app/Contents/MacOS
-log=/home/ada/.local/share/korvan/log.txt
+state=/home/ada/.local/share/korvan
+log=$state/log.txt
 
 # Limits are for a machine that has a core to itself; where others share it, it may take so many times as long.
 patience=3
@@ -56,6 +57,16 @@ await_lost() {
     local limit=$((SECONDS + 100 * patience))
     while look; [ "${told##*, }" = connected ]; do
         [ "$SECONDS" -lt "$limit" ] || case_fail "the window still says \"connected\""
+    done
+}
+
+# await_text TEXT: until that stands anywhere on the screen, whoever sits before it.
+await_text() {
+    local limit=$((SECONDS + 100 * patience)) says
+    until guest_monitor "screendump $guest_run/screen.ppm"
+        says=$(convert "$guest_run/screen.ppm" -resize 200% png:- | tesseract - - --psm 11 2>/dev/null | tr '\n' ' ')
+        [[ $says == *"$1"* ]]; do
+        [ "$SECONDS" -lt "$limit" ] || case_fail "the screen says: $says"
     done
 }
 
