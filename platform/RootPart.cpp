@@ -130,7 +130,10 @@ Refusal askForRoot()
         Refusal refusal = refusalIn(socket >= 0 ? greetingFrom(socket) : QByteArray());
         if (!refusal.isEmpty()) {
             close(socket);
-            waitpid(process, nullptr, process > 0 ? 0 : WNOHANG);
+            int status = 0;
+            if (waitpid(process, &status, process > 0 ? 0 : WNOHANG) > 0) {
+                qDebug("WARNING: the start of the root part ended with %d", WEXITSTATUS(status));
+            }
             return refusal;
         }
         replaceSocket(socket);
