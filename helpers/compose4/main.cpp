@@ -57,7 +57,7 @@ static std::string run(const Arguments &arguments)
     }
     if (count == 1) {
         if (geteuid() == 0) {
-            forgetUplinks();
+            noteUplinks({});
         }
         return hangUp(*service);
     }

@@ -6,10 +6,10 @@
 
 /// Which packets may leave the machine, its own and those that it forwards: what the sets of the guard's rules hold,
 /// as nft writes it. It says nothing of routes: whoever makes those can not change it.
-///   closed    "ipv4", "ipv6": nothing leaves but into a tunnel, from OpenVPN itself, to the local network, over the
+///   closed    "ipv4", "ipv6": nothing leaves but into an interface of kTunnelGroup, from OpenVPN itself, to the
+///   local network, over the
 ///             loopback, for DHCP or neighbour discovery
-///   queries   ports that the local network is not asked at, while closed
-///   tunnels   the numbers of the tunnels' interfaces
+///   asked     ports for name queries at which the local network may be asked while closed
 ///   ordinary  IPv4 networks for which the ordinary way is asked for
 ///   ports     OpenVPN's management ports, which nobody reaches but
 ///   managers  these users

@@ -63,9 +63,11 @@ std::string Held::settle(Decision decision)
         state.marksBefore = readSwitch(kCheckMarks);
         marks = "1";
     }
-    std::string reason = guarded ? store() : removeGuard();
+    std::string reason = guarded ? store() : std::string();
     if (guarded && reason.empty()) {
         reason = loadGuard(m_loaded, policyOf(state));
+    } else if (!guarded && (decision == Decision::Taken || !m_loaded.empty())) { // whatever was left
+        reason = removeGuard();
     }
     if (!marks.empty()) {
         std::ofstream(kCheckMarks) << marks << std::flush;
@@ -91,11 +93,14 @@ std::string Held::store()
 
 std::vector<Route> Held::uplinkRoutes(int family) const
 {
-    const std::set<std::string> tunnels = policyOf(state)["tunnels"];
+    std::set<unsigned> tunnels = state.serviceLinks;
+    for (const Tunnel &tunnel : state.tunnels) {
+        tunnels.insert(tunnel.link);
+    }
     std::vector<Route> uplinks;
     for (const Route &route : routesOf(family)) {
         const std::vector<unsigned> links = linksOf(route);
-        const auto isUplink = [&tunnels](unsigned link) { return tunnels.count(std::to_string(link)) == 0; };
+        const auto isUplink = [&tunnels](unsigned link) { return tunnels.count(link) == 0; };
         if (isDefault(route) && std::any_of(links.begin(), links.end(), isUplink)) {
             uplinks.push_back(route);
         }

@@ -126,6 +126,7 @@ Outcome tunnelUp(const Offer &offer, const Process &openVpn)
     Tunnel &changed = *tunnelOf(held.state, openVpn);
     changed.offer = offer;
     changed.link = if_nametoindex(offer.device.c_str());
+    setGroup(changed.link, kTunnelGroup);
     changed.takesAll = changed.takesAll || offer.hasRoutes; // until its routes tell
     changed.makesHostRoute = makesHostRoute(offer);
     const std::string reason = held.settle(Decision::Taken);
@@ -133,7 +134,6 @@ Outcome tunnelUp(const Offer &offer, const Process &openVpn)
     if (tunnel == nullptr || (!reason.empty() && (tunnel->takesAll || held.state.isLocked))) {
         return outcomeOf(tunnel == nullptr ? "OpenVPN has ended" : reason, offer.problems);
     }
-    joinTunnelGroup(tunnel->link);
     Outcome outcome{true, offer.problems};
     if (!offer.nameServers.empty()) {
         tunnel->resolver = setNameServers(offer);
@@ -176,19 +176,11 @@ State keepNetwork(bool isDecided)
 
 void noteUplinks(const std::string &host)
 {
-    std::set<std::string> services = addressesOf(host);
+    const std::set<std::string> services = addressesOf(host);
     Held held;
-    held.state.uplinks = allLinks();
+    held.state.uplinks = host.empty() ? std::set<unsigned>() : allLinks();
     held.state.services.clear();
     std::copy_if(services.begin(), services.end(), std::inserter(held.state.services, services.end()), isIpv4);
-    held.store();
-}
-
-void forgetUplinks()
-{
-    Held held;
-    held.state.uplinks.clear();
-    held.state.services.clear();
     held.store();
 }
 
@@ -205,6 +197,9 @@ Outcome lockNetwork(const Process &owner)
     std::set_difference(links.begin(), links.end(), state.uplinks.begin(), state.uplinks.end(),
                         std::inserter(state.serviceLinks, state.serviceLinks.end()));
     state.uplinks.clear();
+    for (const unsigned link : state.serviceLinks) {
+        setGroup(link, kTunnelGroup);
+    }
     state.isLocked = true;
     state.owner = owner;
     const std::vector<Route> routes = held.uplinkRoutes(AF_INET);
@@ -247,6 +242,9 @@ Outcome unlockNetwork(const std::string &gateway, const Process &caller)
                                   : "no deleted route to restore, and \"" + gateway + "\" is no gateway address";
     }
     const bool done = state.isLocked || missing.empty();
+    for (const unsigned link : state.serviceLinks) {
+        setGroup(link, 0);
+    }
     State open;
     open.tunnels = state.tunnels;
     open.marksBefore = state.marksBefore;

@@ -37,10 +37,8 @@ Outcome tunnelsEnded(bool wait);
 State keepNetwork(bool isDecided);
 
 /// A system VPN service is about to be dialled at this host: what is a tunnel is told later by what was there before.
+/// Without a host it has hung up.
 void noteUplinks(const std::string &host);
-
-/// The service has hung up.
-void forgetUplinks();
 
 /// Lock-down or the kill switch: nothing leaves but into a tunnel, and the default routes are taken away that do not
 /// lead into one. `owner` is the program that wants it, number 0 for nobody.

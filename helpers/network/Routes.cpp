@@ -166,11 +166,11 @@ void changeMarkRules(int family, bool wanted)
     }
 }
 
-void joinTunnelGroup(unsigned link)
+void setGroup(unsigned link, unsigned group)
 {
     ifinfomsg header = {};
     header.ifi_index = int(link);
     nl_msg *message = newMessage(RTM_SETLINK, 0, header);
-    nla_put_u32(message, IFLA_GROUP, kTunnelGroup);
+    nla_put_u32(message, IFLA_GROUP, group);
     nl_send_sync(openSocket().get(), message);
 }

@@ -47,5 +47,5 @@ std::string changeRoute(RouteChange change, const Route &route, unsigned table =
 /// never into an interface of kTunnelGroup; where that leads nowhere, as kTunnelTable says.
 void changeMarkRules(int family, bool wanted);
 
-/// Puts an interface into kTunnelGroup.
-void joinTunnelGroup(unsigned link);
+/// Puts an interface into a group; a tunnel is in kTunnelGroup, others in 0.
+void setGroup(unsigned link, unsigned group);

@@ -60,16 +60,12 @@ Policy policyOf(const State &state)
     bool isClosed = isHard;
     bool hasTunnel = false; // what a system VPN service brings is not known, so that queries are kept then
     bool bringsServers = false;
-    for (const unsigned link : state.serviceLinks) {
-        policy["tunnels"].insert(std::to_string(link));
-    }
     policy["ordinary"] = state.services;
     for (const Tunnel &tunnel : state.tunnels) {
         isClosed = isClosed || tunnel.takesAll;
         if (!tunnel.offer.device.empty()) {
             hasTunnel = true;
             bringsServers = bringsServers || !tunnel.offer.nameServers.empty();
-            policy["tunnels"].insert(std::to_string(tunnel.link));
         }
         if (!isHard) {
             policy["ordinary"].insert(tunnel.offer.ordinary.begin(), tunnel.offer.ordinary.end());
@@ -85,8 +81,8 @@ Policy policyOf(const State &state)
     if (isClosed) {
         policy["closed"] = {"ipv4", "ipv6"};
     }
-    if (isClosed && (bringsServers || !hasTunnel)) {
-        policy["queries"] = {"53", "853"};
+    if (isClosed && hasTunnel && !bringsServers) {
+        policy["asked"] = {"53", "853"};
     }
     return policy;
 }
