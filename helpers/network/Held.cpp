@@ -20,7 +20,8 @@ std::string readSwitch(const std::filesystem::path &path)
 /// Whether packets are dropped that come from where no answer would go (rp_filter).
 bool checksSenders()
 {
-    const std::filesystem::directory_iterator links("/proc/sys/net/ipv4/conf");
+    std::error_code failed;
+    const std::filesystem::directory_iterator links("/proc/sys/net/ipv4/conf", failed);
     return std::any_of(begin(links), end(links),
                        [](const auto &link) { return readSwitch(link.path() / "rp_filter") == "1"; });
 }
