@@ -1,6 +1,7 @@
 #include "ui/KvUnaskedBox.h"
 
 #include <QApplication>
+#include <QMainWindow>
 
 static constexpr int kPauseMs = 1000;
 
@@ -23,6 +24,41 @@ bool KvUnaskedBox::heedsKeys() const
     return m_answered || (isActiveWindow() && m_quiet.isValid() && m_quiet.elapsed() >= kPauseMs);
 }
 
+void KvUnaskedBox::setVisible(bool visible)
+{
+    if (!visible || !testAttribute(Qt::WA_ShowWithoutActivating)) {
+        QMessageBox::setVisible(visible);
+        return;
+    }
+    const Qt::WindowModality modality = windowModality();
+    // Qt activates what comes up modal, whatever the attribute says; the message box's own setter would hide it
+    // again.
+    QWidget::setWindowModality(Qt::NonModal);
+    QMessageBox::setVisible(true);
+    QWidget::setWindowModality(modality);
+}
+
+/// Whether a person's input goes to the main window, which Qt does not keep from it where the box did not come up
+/// modal.
+bool KvUnaskedBox::blocks(const QWidget &target, const QEvent &event) const
+{
+    switch (event.type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseMove:
+    case QEvent::Wheel:
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::ShortcutOverride:
+    case QEvent::Close:
+        return isModal() && isVisible() && event.spontaneous() &&
+               qobject_cast<const QMainWindow *>(target.window()) != nullptr;
+    default:
+        return false;
+    }
+}
+
 bool KvUnaskedBox::event(QEvent *event)
 {
     if (event->type() == QEvent::Show || event->type() == QEvent::WindowActivate) {
@@ -38,10 +74,14 @@ bool KvUnaskedBox::event(QEvent *event)
 
 bool KvUnaskedBox::eventFilter(QObject *watched, QEvent *event)
 {
+    const auto *widget = qobject_cast<const QWidget *>(watched);
+    if (widget != nullptr && blocks(*widget, *event)) {
+        event->setAccepted(event->type() == QEvent::ShortcutOverride); // as a key, which goes nowhere
+        return true;
+    }
     const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease ||
                        event->type() == QEvent::ShortcutOverride || event->type() == QEvent::Shortcut;
-    const auto *target = isKey ? qobject_cast<QWidget *>(watched) : nullptr;
-    if (target == nullptr || target->window() != this) {
+    if (!isKey || widget == nullptr || widget->window() != this) {
         return QMessageBox::eventFilter(watched, event);
     }
     if (!heedsKeys()) {

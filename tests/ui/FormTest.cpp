@@ -101,9 +101,18 @@ private slots:
         QTest::keyClick(box.button(QMessageBox::Ok), Qt::Key_Space);
         QVERIFY(!box.isVisible());
         QApplication::setActiveWindow(nullptr);
-        QVERIFY2(
-            KvUnaskedBox(QMessageBox::Critical, "Error", "Text", nullptr).testAttribute(Qt::WA_ShowWithoutActivating),
-            "another program has the focus");
+        KvUnaskedBox inBackground(QMessageBox::Critical, "Error", "Text", m_window.get());
+        QVERIFY2(inBackground.testAttribute(Qt::WA_ShowWithoutActivating), "another program has the focus");
+        boxes.expect("Error", "Text");
+        boxes.whileOpen = [this, &inBackground] {
+            QVERIFY(QTest::qWaitForWindowExposed(&inBackground));
+            QVERIFY2(QGuiApplication::modalWindow() == nullptr, "Qt would have activated it");
+            QTest::mouseClick(button("pbChangeUser"), Qt::LeftButton);
+            QTest::keyClick(button("pbChangeUser"), Qt::Key_Return);
+        };
+        inBackground.exec();
+        boxes.whileOpen = nullptr;
+        QCOMPARE(page(), QString("pageMain"));
     }
 
     /// What can be read has a contrast of 4.5 : 1, what can be seen or is only read again 3 : 1.
