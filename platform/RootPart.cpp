@@ -16,6 +16,7 @@
 #include <cstring>
 #include <poll.h>
 #include <spawn.h>
+#include <sys/mman.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -58,9 +59,9 @@ void takeRootPart(int socket)
     s_ungreeted = socket;
 }
 
-/// Starts the root part through pkexec, with one end of a socket pair as its standard input. Returns the other end,
-/// or -1.
-static int startThroughPkexec(pid_t &process)
+/// Starts the root part through pkexec, with one end of a socket pair as its standard input and `errors` as its
+/// standard error. Returns the other end, or -1.
+static int startThroughPkexec(pid_t &process, int errors)
 {
     int ends[2];
     if (socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends) != 0) {
@@ -74,6 +75,7 @@ static int startThroughPkexec(pid_t &process)
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_adddup2(&actions, ends[1], STDIN_FILENO);
+    posix_spawn_file_actions_adddup2(&actions, errors, STDERR_FILENO);
     const int failure = posix_spawn(&process, kPkexec, &actions, nullptr, argv, environment);
     posix_spawn_file_actions_destroy(&actions);
     close(ends[1]);
@@ -116,29 +118,55 @@ static bool isAlive(int socket)
     return socket >= 0 && poll(&event, 1, 0) >= 0 && (event.revents & (POLLHUP | POLLERR)) == 0;
 }
 
+/// Starts the root part through pkexec and waits for its greeting. Returns the socket to it, -1 with the reason in
+/// `refusal` if there is none.
+static int askPkexec(Refusal &refusal)
+{
+    constexpr int mostTries = 4;
+    for (int tries = 1;; ++tries) {
+        QFile errors;
+        pid_t process = 0;
+        const bool isOpen =
+            errors.open(memfd_create("pkexec", MFD_CLOEXEC), QFile::ReadWrite, QFile::AutoCloseHandle);
+        const int socket = isOpen ? startThroughPkexec(process, errors.handle()) : -1;
+        refusal = refusalIn(socket >= 0 ? greetingFrom(socket) : QByteArray());
+        if (refusal.isEmpty()) {
+            return socket;
+        }
+        if (socket < 0) {
+            return -1;
+        }
+        close(socket);
+        int status = 0;
+        waitpid(process, &status, 0);
+        errors.seek(0);
+        const QByteArray reason = errors.readAll().trimmed();
+        qDebug().noquote() << "WARNING:" << kPkexec << "ended with" << WEXITSTATUS(status) << reason;
+        // It gives polkit 25 s to answer, which are few where a machine has just been started or has much to do.
+        const bool isLate = reason.contains("Timeout") || reason.contains("timed out");
+        if (!isLate || tries == mostTries) {
+            return -1;
+        }
+    }
+}
+
 Refusal askForRoot()
 {
-    if (!usesRootPart()) {
+    if (!usesRootPart() || isAlive(s_socket)) {
         return {};
     }
-    if (!isAlive(s_socket)) {
-        pid_t process = 0;
-        int socket = std::exchange(s_ungreeted, -1);
-        if (socket < 0) {
-            socket = startThroughPkexec(process);
-        }
-        Refusal refusal = refusalIn(socket >= 0 ? greetingFrom(socket) : QByteArray());
-        if (!refusal.isEmpty()) {
-            close(socket);
-            int status = 0;
-            if (waitpid(process, &status, process > 0 ? 0 : WNOHANG) > 0) {
-                qDebug("WARNING: the start of the root part ended with %d", WEXITSTATUS(status));
-            }
-            return refusal;
-        }
+    Refusal refusal;
+    int socket = std::exchange(s_ungreeted, -1);
+    if (socket < 0) {
+        socket = askPkexec(refusal);
+    } else if (refusal = refusalIn(greetingFrom(socket)); !refusal.isEmpty()) {
+        close(socket);
+        waitpid(0, nullptr, WNOHANG);
+    }
+    if (refusal.isEmpty()) {
         replaceSocket(socket);
     }
-    return {};
+    return refusal;
 }
 
 bool hasRoot()
