@@ -64,7 +64,7 @@ await_lost() {
 await_text() {
     local limit=$((SECONDS + 100 * patience)) says
     until guest_monitor "screendump $guest_run/screen.ppm"
-        says=$(convert "$guest_run/screen.ppm" -resize 200% png:- | tesseract - - --psm 11 2>/dev/null | tr '\n' ' ')
+        says=$(convert "$guest_run/screen.ppm" -resize 200% png:- | OMP_THREAD_LIMIT=1 tesseract - - --psm 11 2>/dev/null | tr '\n' ' ')
         [[ $says == *"$1"* ]]; do
         [ "$SECONDS" -lt "$limit" ] || case_fail "the screen says: $says"
     done
