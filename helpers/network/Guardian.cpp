@@ -74,14 +74,16 @@ void waitForChange(int program, const State &state, const Changes &changes)
     inotify_add_watch(changes.all[2], "/etc/resolv.conf", IN_CLOSE_WRITE); // also where it is mounted
     std::vector<Descriptor> tunnels;
     std::vector<pollfd> events = {{program, POLLIN, 0}};
+    bool ended = false;
     for (const Tunnel &tunnel : state.tunnels) {
         events.push_back({tunnels.emplace_back(tunnel.process.open()), POLLIN, 0});
+        ended = ended || !tunnel.process.lives(); // since the state was read: then nothing may tell of it
     }
     const size_t ends = events.size();
     for (const int change : changes.all) {
         events.push_back({change, POLLIN, 0});
     }
-    poll(events.data(), events.size(), -1);
+    poll(events.data(), events.size(), ended ? 0 : -1);
     poll(events.data(), ends, kPauseMs); // an end waits for nobody
     for (const int change : changes.all) {
         for (char buffer[8192]; read(change, buffer, sizeof buffer) > 0 || errno == ENOBUFS;) {

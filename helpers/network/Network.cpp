@@ -229,7 +229,7 @@ Outcome unlockNetwork(const std::string &gateway, const Process &caller)
         return outcomeOf(refused);
     }
     // What can not come back belongs to a network that is gone.
-    const std::vector<Route> present = routesOf(AF_INET);
+    const std::vector<Route> present = held.uplinkRoutes(AF_INET);
     for (const Bytes &bytes : state.routes) {
         const Route route = readRoute(bytes);
         if (route && !hasWay(present, route)) {
