@@ -45,6 +45,7 @@ void Held::removeEnded(Decision decision)
         if (tunnel.makesHostRoute) { // killed, OpenVPN leaves it
             changeRoute(RouteChange::Delete, routeTo(tunnel.offer.server, tunnel.offer.netGateway, RTPROT_UNSPEC));
         }
+        setGroup(tunnel.link, 0); // an interface may outlive its tunnel
         dropNameServers(tunnel.resolver, tunnel.offer.device);
         state.isUndecided = state.isUndecided || (tunnel.takesAll && tunnel.isEstablished);
     }
