@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
@@ -33,7 +34,9 @@ bool isOurs()
 
 bool overwrite(const std::string &path, const std::string &text)
 {
+    const mode_t mask = umask(022); // OpenVPN's scripts inherit one that would hide the file from everybody
     const Descriptor file(open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW | O_CLOEXEC, 0644));
+    umask(mask);
     return file >= 0 && writeAll(file, text);
 }
 

@@ -10,7 +10,7 @@ ip route add default via 198.51.1.1 dev e1
 tunnel() {
     rm -f /run/status
     env -i dev=tun0 trusted_ip=203.0.113.9 route_net_gateway=198.51.1.1 route_vpn_gateway=198.18.0.1 foreign_option_1='dhcp-option DNS 198.18.0.1' \
-        foreign_option_2='dhcp-option DOMAIN corp.example' "$@" /bin/bash -c 'export daemon_pid=$$
+        foreign_option_2='dhcp-option DOMAIN corp.example' "$@" /bin/bash -c 'export daemon_pid=$$; umask 077
         "$0"/up.sh tun0 1500 0 198.18.0.2 255.255.255.0 init
         echo $? >/run/status; exec sleep 50' "$bundle" 2>/run/errors &
     pid=$!
@@ -30,6 +30,7 @@ restores() {
     state >/run/before
     tunnel
     is "$1" cat /etc/resolv.conf $2
+    is 644 stat -Lc %a /etc/resolv.conf
     env -i daemon_pid=$pid dev=tun0 script_type=down "$bundle/down.sh" tun0 1500 0 198.18.0.2 255.255.255.0 init
     is no answers 203.0.113.9
     kill $pid; down
