@@ -1,13 +1,16 @@
 #!/usr/bin/env bash
 # gifts.sh DISKS PACKAGE PREPARE KEYS: puts the package, a signed update to version 99.1 of the same build and the program
-# that prepares a login on the second disk of the guest. Snapshots that were taken with another package, other keys of the lab
-# or other steps are dropped.
+# that prepares a login on the second disk of the guest. Snapshots that hold another package, other keys of the lab or
+# other steps are dropped.
 set -euo pipefail
 here=$(dirname "$(realpath "$0")")
 guest=$1 package=$2 prepare=$3 keys=$4
 contents=$(cat "$package" "$prepare" "$0" "$keys/web.crt" "$guest/recipe" <(sed -n '/^prepare/,/^}/p' "$here/run.sh") | sha256sum)
 [ "$(cat "$guest/gifts" 2>/dev/null)" != "$contents" ] || exit 0
-rm -rf "$guest/prepared" "$guest/state.qcow2" "$guest/gifts" "$guest/gifts.folder"
+rm -rf "$guest/prepared" "$guest/gifts" "$guest/gifts.folder"
+for snapshot in installed window window-locking; do
+    qemu-img snapshot -d "$snapshot" "$guest/state.qcow2" >/dev/null 2>&1 || true
+done
 mkdir "$guest/gifts.folder"
 cp "$package" "$guest/gifts.folder/korvan.deb"
 cp "$prepare" "$guest/gifts.folder/prepare_state"

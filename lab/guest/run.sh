@@ -14,18 +14,18 @@ done
 trap '[ -z "${guest_emulator:-}" ] || guest_cut' EXIT
 
 prepare() {
-    if guest_has installed; then
-        guest_start installed
+    if guest_has clean; then
+        guest_start clean
+        guest_do root 'umount /mnt && mount -o ro /dev/vdb /mnt'
     else
         rm -f "$guest/state.qcow2"
         guest_start
         await_desktop
         guest_save clean
-        guest_do root 'apt-get install -q -y /mnt/korvan.deb' >"$guest_run/apt.log" 2>&1 ||
-            guest_fail "$(cat "$guest_run/apt.log")"
-        guest_do root sync
-        guest_save installed
     fi
+    guest_do root 'apt-get install -q -y /mnt/korvan.deb' >"$guest_run/apt.log" 2>&1 || guest_fail "$(cat "$guest_run/apt.log")"
+    guest_do root sync
+    guest_save installed
     prepare_window
     guest_save window
     guest_do ada "kill \$(pgrep -x Korvan)"
@@ -58,7 +58,7 @@ case $name in
         ;;
 esac
 from=from_$name
-guest_start "${!from:-window-locking}"
+guest_start "${!from:-installed}"
 began=$SECONDS
 "case_$name"
 printf '%-20s %-66s %5d %6s\n' "$name" "$told" $((SECONDS - began)) "$leaks"
