@@ -29,7 +29,7 @@ look() {
     local says
     guest_monitor "screendump $guest_run/screen.ppm"
     says=$(convert "$guest_run/screen.ppm" -crop 500x52+218+354 +repage -resize 200% png:- |
-        tesseract - - --psm 6 2>/dev/null | tr '[:upper:]\n' '[:lower:] ')
+        OMP_THREAD_LIMIT=1 tesseract - - --psm 6 2>/dev/null | tr '[:upper:]\n' '[:lower:] ')
     case $says in # the small words under the large ones come first
         *reconnecting*) says=reconnecting ;;
         *disconnecting*) says=disconnecting ;;
@@ -46,6 +46,7 @@ await_word() {
     local limit=$((SECONDS + ${2:-100} * patience))
     until look; [ "${told##*, }" = "$1" ]; do
         [ "$SECONDS" -lt "$limit" ] || case_fail "the window does not say \"$1\" but: $told"
+        sleep 0.5
     done
 }
 # Until the window says that the connection is lost, and then that it is there again.
@@ -57,6 +58,7 @@ await_lost() {
     local limit=$((SECONDS + 100 * patience))
     while look; [ "${told##*, }" = connected ]; do
         [ "$SECONDS" -lt "$limit" ] || case_fail "the window still says \"connected\""
+        sleep 0.5
     done
 }
 
@@ -72,21 +74,22 @@ await_text() {
 
 # The country in which the IP test page sees the guest.
 country() {
-    guest_do ada 'curl -s -m 4 http://ip.korvan.example/testip.php' | sed -n 's/.*in \(.*\)? .*/\1/p'
+    guest_do ada 'curl -s -m 30 http://ip.korvan.example/testip.php' | sed -n 's/.*in \(.*\)? .*/\1/p'
 }
 await_country() {
     local limit=$((SECONDS + ${2:-100} * patience))
     until [ "$(country)" = "$1" ]; do
         [ "$SECONDS" -lt "$limit" ] || case_fail "the guest is not in $1"
         look
+        sleep 0.5
     done
 }
 
-# sign_in [lock-down]: what ada has told Korvan in an earlier life: her name and password, the server, not to connect at
-# once.
+# sign_in [lock-down]: what ada has told Korvan in an earlier life: her name and password, the server, to connect again
+# after a break, but not at once.
 sign_in() {
     guest_do root "cp /mnt/prepare_state $application/" || case_fail "no package"
-    guest_do ada "$application/prepare_state alice wonderland-7 Examplia-1 ${1:-} stay" || case_fail "no login"
+    guest_do ada "$application/prepare_state alice wonderland-7 Examplia-1 reconnect ${1:-} stay" || case_fail "no login"
     guest_do root "rm $application/prepare_state"
 }
 
@@ -109,7 +112,7 @@ connect() {
 # Connected with lock-down on, while other programs send; the window is one that locks.
 lock_down() {
     connect
-    eventually 120 root "grep -q 'route delete' $log && ! ip route show default | grep -qv ' dev tun'"
+    eventually 60 root "grep -A 1 'route delete' $log | grep -q OK"
     start_flood
 }
 expect_no_leaks() {
@@ -156,8 +159,9 @@ disconnect() {
 # Other programs that send without end to hosts of the world, while the lab counts what leaves the guest.
 start_flood() {
     "$LAB" ctl watch
-    guest_do ada 'setsid bash -c "while :; do for host in 203.0.113.10 203.0.113.30 2001:db8:113::10; do
-        echo x >/dev/udp/\$host/9; done; getent hosts names.korvan.example; sleep .3; done" >/dev/null 2>&1 & echo $! >/tmp/flood'
+    guest_do ada 'setsid bash -c "exec 8<> <(:); while :; do for ((i = 0; i < 10; ++i)); do
+        for host in 203.0.113.10 203.0.113.30 2001:db8:113::10; do echo x >/dev/udp/\$host/9; done; read -rt .1 -u 8; done
+        getent hosts names.korvan.example; done" >/dev/null 2>&1 & echo $! >/tmp/flood'
 }
 
 # All that must be as before when Korvan is through.
@@ -178,8 +182,10 @@ expect_network() {
 # That the network is what NetworkManager makes of it: made anew, it is the same. What NetworkManager leaves alone must be as
 # it was remembered.
 expect_managed_network() {
-    local last=
-    [ "$(guest_do root "$alien")" = "$alien_before" ] || case_fail "something is left behind: $(guest_do root "$alien")"
+    local last= limit=$((SECONDS + 30 * patience))
+    until [ "$(guest_do root "$alien")" = "$alien_before" ]; do
+        [ "$SECONDS" -lt "$limit" ] || case_fail "something is left behind: $(guest_do root "$alien")"
+    done
     until network_state >"$guest_run/network"; [ "$last" = "$(<"$guest_run/network")" ]; do
         last=$(<"$guest_run/network")
         sleep 1
