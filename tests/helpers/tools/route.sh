@@ -29,6 +29,7 @@ case_delete_then_add_restores_the_table_to_the_byte() {
     # Two of equal metric, and an uplink that is point-to-point.
     restores "$plain; ip route append default via 198.51.2.1 dev e2 proto dhcp metric 100"
     restores "$plain; ip tuntap add t1 mode tun; ip link set t1 up; ip route add default dev t1 metric 5000"
+    restores "$plain; ip route add 203.0.113.9 via 198.51.1.1 metric 100"
 }
 
 case_only_marked_packets_find_a_way_ipv6_too() {
