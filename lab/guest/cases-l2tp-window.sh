@@ -12,9 +12,12 @@ l2tp_window() {
 
 # type_l2tp PASSWORD [remember]: "Connect", and what the box asks for.
 type_l2tp() {
-    click_connect
-    eventually 200 ada "xdotool search --onlyvisible --name '^L2TP Password\$'"
-    guest_do ada "xdotool search --onlyvisible --name '^L2TP Password\$' windowfocus --sync; xdotool type --delay 50 '$1'"
+    local box="xdotool search --onlyvisible --name '^L2TP Password\$'"
+    until guest_do ada "for i in {1..20}; do $box && exit; sleep .2; done; false" >/dev/null; do
+        click_connect # which a window that is just changing its look may miss
+    done
+    eventually 60 ada "$box windowfocus; xdotool getwindowfocus getwindowname | grep -q L2TP"
+    guest_do ada "xdotool type --delay 50 '$1'"
     [ -z "${2:-}" ] || guest_do ada "xdotool key Tab space"
     guest_do ada "xdotool key Return"
 }
