@@ -45,7 +45,8 @@ skip_name() {
     case $1 in *-TCP | Rejecting-* | Password-*) echo "$1" ;; esac
 }
 
-# The keepalive limits are short, so that a client learns within seconds that its server is gone.
+# The keepalive limits are short, so that a client learns within seconds that its server is gone. LAB_CONNECT_RETRIES is for
+# clients that live slower: how often they try.
 make_profile() {
     local name=$1 machine=$2 protocol=$3 port=$4
     cat >"$profile/$name.ovpn" <<-END
@@ -55,7 +56,7 @@ make_profile() {
 	remote $machine.korvan.example $port
 	nobind
 	connect-retry 1 2
-	connect-retry-max 2
+	connect-retry-max ${LAB_CONNECT_RETRIES:-2}
 	cipher AES-256-GCM
 	server-poll-timeout 5
 	hand-window 10

@@ -20,7 +20,7 @@ package=$(ls "$KORVAN_BUILD"/korvan_*.deb)
 guest=$(lab/guest/image.sh "${suites[$debian]}" "$package")
 
 # An emulated machine is slow to answer.
-export LAB_PING_EXIT=40
+export LAB_PING_EXIT=40 LAB_CONNECT_RETRIES=30
 run_case() { lab/lab run -- lab/guest/run.sh "$guest" "$@"; }
 
 exec 9>"$guest/lock"
