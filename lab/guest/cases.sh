@@ -59,10 +59,9 @@ case_new_up() { expect_return_from guest_do root "nmcli connection up \"\$(nmcli
 
 # The cable is out for some seconds, which OpenVPN does not notice.
 pull_cable() {
-    guest_monitor "set_link card off"
-    eventually 60 root "ip -br link show $(card) | grep -q DOWN && ! ip route | grep -q $(card)"
-    guest_monitor "set_link card on"
-    eventually 60 root "ip route | grep -q $(card)"
+    unplug
+    plug_in
+    eventually 60 root "ip route | grep -q 'dev $(card)'"
 }
 from_flap=window-locking
 case_flap() { expect_return_from pull_cable; }

@@ -131,6 +131,12 @@ expect_tunnelled() {
 
 # The name of the card in the guest.
 card() { guest_do root 'basename "$(dirname "$(grep -l 52:54:00:00:51:02 /sys/class/net/*/address)")"'; }
+# The cable is out until NetworkManager has noticed.
+unplug() {
+    guest_monitor "set_link card off"
+    eventually 60 root "! ip route | grep -q 'dev $(card)'"
+}
+plug_in() { guest_monitor "set_link card on"; }
 # await_lines COUNT TEXT FILE SECONDS: waits until more than COUNT lines of the file hold the text.
 await_lines() {
     local limit=$((SECONDS + $4 * patience))
@@ -182,7 +188,7 @@ expect_network() {
 # That the network is what NetworkManager makes of it: made anew, it is the same. What NetworkManager leaves alone must be as
 # it was remembered.
 expect_managed_network() {
-    local last= limit=$((SECONDS + 30 * patience))
+    local last='' limit=$((SECONDS + 30 * patience))
     until [ "$(guest_do root "$alien")" = "$alien_before" ]; do
         [ "$SECONDS" -lt "$limit" ] || case_fail "something is left behind: $(guest_do root "$alien")"
     done

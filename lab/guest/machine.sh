@@ -32,13 +32,14 @@ guest_network() {
 }
 guest_lend() {
     ip netns exec world dnsmasq --keep-in-foreground --conf-file=/dev/null --user=root --pid-file= --port=0 --interface=home \
-        --dhcp-authoritative --dhcp-range=198.51.100.2,198.51.100.2,120 --dhcp-leasefile="$guest_run/leases" \
+        --interface=home1 --dhcp-authoritative --dhcp-range=198.51.100.2,198.51.100.2,120 --dhcp-leasefile="$guest_run/leases" \
         --dhcp-option=option:router,198.51.100.1 --dhcp-option=option:dns-server,198.51.100.1 \
+        --dhcp-range=set:away,198.51.101.50,198.51.101.50,120 --dhcp-option=tag:away,option:router,198.51.101.1 \
         --enable-ra --dhcp-range=2001:db8:51::,ra-only --log-facility="$guest_run/dhcp.log" &
     guest_router=$!
 }
 
-# One more network, with another router, that lends 198.51.101.50: the bridge "away0".
+# One more network, with another gateway, where 198.51.101.50 is lent: the bridge "away0".
 guest_other_network() {
     "$LAB" ctl uplink veth
     ip address flush dev eth1
@@ -46,17 +47,6 @@ guest_other_network() {
     ip link set eth1 master away0
     echo 1 >/proc/sys/net/ipv6/conf/away0/disable_ipv6
     ip link set away0 up
-    ip netns exec world dnsmasq --keep-in-foreground --conf-file=/dev/null --user=root --pid-file= --interface=home1 --bind-interfaces \
-        --except-interface=lo --dhcp-authoritative --dhcp-range=198.51.101.50,198.51.101.50,120 --dhcp-leasefile="$guest_run/leases-away" \
-        --no-resolv --no-hosts --addn-hosts="$LAB_DIR/etc/hosts" --address=/names.korvan.example/203.0.113.10 \
-        --log-facility="$guest_run/dhcp-away.log" &
-}
-
-# guest_roam home0|away0: the cable goes into that network.
-guest_roam() {
-    guest_monitor "set_link card off"
-    ip link set guest0 master "$1"
-    guest_monitor "set_link card on"
 }
 
 # A second card, in the other network.
