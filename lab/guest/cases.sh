@@ -65,3 +65,13 @@ pull_cable() {
 }
 from_flap=window-locking
 case_flap() { expect_return_from pull_cable; }
+
+# polkit takes longer to start than the bus waits for it, as on a machine that has just been started.
+case_slow_polkit() {
+    guest_do root 'mkdir -p /run/systemd/system/polkit.service.d && cd /run/systemd/system/polkit.service.d &&
+        printf "[Service]\nExecStartPre=/bin/sleep 40\n" >slow.conf && systemctl daemon-reload && systemctl stop polkit'
+    sign_in
+    start_korvan
+    guest_do root "grep 'pkexec ended with' $log" >&2 || case_fail "polkit was not too slow"
+    connect
+}
