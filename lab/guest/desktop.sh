@@ -175,7 +175,7 @@ network_state() {
     guest_do root 'ip -4 rule; ip -6 rule; ip -4 route show table all; ip -6 route show table all | grep -v "table local" |
         sed "s/ expires [^ ]*//"; nft list ruleset; stat -c "%N" /etc/resolv.conf* | sort; cat /etc/resolv.conf;
         if systemctl -q is-active systemd-resolved; then resolvectl dns; resolvectl domain; fi
-        ls -A /var/lib/korvan 2>/dev/null; true'
+        ls -A /var/lib/korvan 2>/dev/null; true' | sed "${state_filter:-}"
 }
 remember_network() { network_state >"$guest_run/network"; }
 expect_network() {
@@ -188,7 +188,8 @@ expect_network() {
 # That the network is what NetworkManager makes of it: made anew, it is the same. What NetworkManager leaves alone must be as
 # it was remembered.
 expect_managed_network() {
-    local last='' limit=$((SECONDS + 30 * patience))
+    # NetworkManager numbers the cards as they come.
+    local last='' limit=$((SECONDS + 30 * patience)) state_filter='s/ metric 1[0-9][0-9]//'
     until [ "$(guest_do root "$alien")" = "$alien_before" ]; do
         [ "$SECONDS" -lt "$limit" ] || case_fail "something is left behind: $(guest_do root "$alien")"
     done
