@@ -24,7 +24,7 @@ type_l2tp() {
 # answer_box TEXT: it says so; it heeds no key for the first second.
 answer_box() {
     await_text "$1"
-    told+=", \"$1\""
+    told+="${told:+, }\"$1\""
     guest_do ada 'sleep 2; xdotool key Return'
     await_word "not connected"
 }
