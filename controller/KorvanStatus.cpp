@@ -127,6 +127,7 @@ void Korvan::showLook(const StatusLook &look)
     }
     m_form->pbConnect->setVisible(look.connectShown);
     m_form->pbDisconnect->setVisible(!look.connectShown);
+    m_form->cardStatus->layout()->activate(); // or a click would find the room of two buttons
     turn(m_form->pbConnect, look.connect);
     turn(m_form->pbDisconnect, look.disconnect);
     turn(m_form->pbReconnect, look.reconnect);
