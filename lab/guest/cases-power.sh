@@ -102,7 +102,8 @@ case_power_cut_names() {
     pull_plug
 }
 
-# cut_update COMMAND: the plug is pulled in an update, as soon as the command succeeds; the next start ends the update.
+# cut_update COMMAND: the plug is pulled in an update, as soon as the command succeeds. One of the two programs is there whole;
+# an update that was cut off is offered again.
 cut_update() {
     remember_network
     sign_in
@@ -111,7 +112,6 @@ cut_update() {
     guest_do ada 'setsid korvan >/dev/null 2>&1 &'
     eventually 120 root "$1"
     pull_plug
-    [ "$(guest_do root "cat $application/version")" = 99.1 ] || case_fail "the update is lost"
 }
 case_power_cut_update() { cut_update 'ls -d /opt/korvan/.Korvan.app.update'; }
 case_power_cut_updated() { cut_update "grep -q 99.1 $application/version"; }
