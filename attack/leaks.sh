@@ -10,8 +10,8 @@ root=$(dirname "$(dirname "$here")")
 build=$root/build/debug
 [ "${1:-}" != --build ] || { build=$(realpath "$2"); shift 2; }
 
-# The rows: a name, what may pass (0, "any", or "some": the person must be online again), then what is done, in words of the functions below. What comes
-# after "!" is counted.
+# The rows: a name, what may pass (0, "any", or "some": the person must be online again), then what is done, in words of the
+# functions below. What comes after "!" is counted.
 rows='
 nothing happens, locked                     | 0   | up lock ! pause
 nothing happens, open                       | 0   | up ! pause
