@@ -1,7 +1,8 @@
 #include "helpers/compose4/PluginKey.h"
 
-#include <fstream>
-#include <iterator>
+#include "helpers/system/Descriptor.h"
+
+#include <fcntl.h>
 #include <openssl/evp.h>
 #include <unistd.h>
 #include <vector>
@@ -28,9 +29,9 @@ void forgetPluginKey(const std::string &psk)
     if (geteuid() != 0) {
         return;
     }
-    std::ifstream file(kFile);
-    const std::string secrets{std::istreambuf_iterator<char>(file), {}};
-    if (isPluginKey(secrets, psk)) {
+    const Descriptor file(open(kFile, O_RDONLY | O_CLOEXEC));
+    std::string secrets;
+    if (file >= 0 && readAll(file, secrets) && isPluginKey(secrets, psk)) {
         unlink(kFile);
     }
 }

@@ -21,9 +21,13 @@ std::string readSwitch(const std::filesystem::path &path)
 bool checksSenders()
 {
     std::error_code failed;
-    const std::filesystem::directory_iterator links("/proc/sys/net/ipv4/conf", failed);
-    return std::any_of(begin(links), end(links),
-                       [](const auto &link) { return readSwitch(link.path() / "rp_filter") == "1"; });
+    std::filesystem::directory_iterator link("/proc/sys/net/ipv4/conf", failed);
+    for (; !failed && link != std::filesystem::directory_iterator(); link.increment(failed)) {
+        if (readSwitch(link->path() / "rp_filter") == "1") {
+            return true;
+        }
+    }
+    return false;
 }
 
 } // namespace

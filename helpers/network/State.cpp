@@ -1,8 +1,9 @@
 #include "helpers/network/State.h"
 
-#include <fstream>
+#include <fcntl.h>
 #include <iterator>
 #include <nlohmann/json.hpp>
+#include <sstream>
 #include <sys/syscall.h>
 #include <unistd.h>
 
@@ -26,9 +27,13 @@ Descriptor Process::open() const
 
 Process processOf(int number)
 {
-    std::ifstream file("/proc/" + std::to_string(number) + "/stat");
+    const std::string path = "/proc/" + std::to_string(number) + "/stat";
+    const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    std::string text;
+    if (file < 0 || !readAll(file, text)) { // it may end in between
+        return {number, 0};
+    }
     // The name in brackets may hold blanks and brackets.
-    std::string text((std::istreambuf_iterator<char>(file)), {});
     std::istringstream fields(text.erase(0, text.rfind(')') + 1));
     const std::vector<std::string> words(std::istream_iterator<std::string>(fields), {});
     constexpr size_t kStart = 19; // counted from the state
