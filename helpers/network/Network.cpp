@@ -180,7 +180,11 @@ void noteUplinks(const std::string &host)
     Held held;
     held.state.uplinks = host.empty() ? std::set<unsigned>() : allLinks();
     held.state.services.clear();
-    std::copy_if(services.begin(), services.end(), std::inserter(held.state.services, services.end()), isIpv4);
+    for (const std::string &address : services) {
+        if (isIpv4(address)) {
+            held.state.services.insert(address);
+        }
+    }
     held.store();
 }
 
