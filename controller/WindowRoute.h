@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QProcess>
+#include "platform/Spawn.h"
+
 #include <QString>
 
 #include <memory>
@@ -53,7 +54,7 @@ private:
     void restore();
 
     const Ui::Korvan *m_form;
-    std::unique_ptr<QProcess> m_question; ///< for the gateway, until its answer is needed
+    std::unique_ptr<ToolAtWork> m_question; ///< for the gateway, until its answer is needed
     QString m_gateway;
     bool m_lockedDown = false;
 };

@@ -4,6 +4,7 @@
 #include "common/Wait.h"
 #include "names/Names.h"
 #include "platform/RootsAlone.h"
+#include "platform/Spawn.h"
 #include "platform/TunnelHolder.h"
 
 #include <QCoreApplication>
@@ -15,7 +16,6 @@
 #include <cerrno>
 #include <cstring>
 #include <poll.h>
-#include <spawn.h>
 #include <sys/mman.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
@@ -67,19 +67,12 @@ static int startThroughPkexec(pid_t &process, int errors)
     if (socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends) != 0) {
         return -1;
     }
-    const QByteArray program = QFile::encodeName(rootPartPath());
-    std::string words[] = {kPkexec, program.toStdString()};
-    char *argv[] = {words[0].data(), words[1].data(), nullptr};
-    char path[] = "PATH=/usr/bin:/bin"; // a shell that pkexec does not know, for one, would make it refuse
-    char *environment[] = {path, nullptr};
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_adddup2(&actions, ends[1], STDIN_FILENO);
-    posix_spawn_file_actions_adddup2(&actions, errors, STDERR_FILENO);
-    const int failure = posix_spawn(&process, kPkexec, &actions, nullptr, argv, environment);
-    posix_spawn_file_actions_destroy(&actions);
+    // A shell that pkexec does not know, for one, would make it refuse.
+    const QStringList environment = {QStringLiteral("PATH=/usr/bin:/bin")};
+    process = spawnProcess({QLatin1String(kPkexec), rootPartPath()}, environment, {ends[1], -1, errors});
+    const int failure = errno;
     close(ends[1]);
-    if (failure != 0) {
+    if (process < 0) {
         qDebug().noquote() << "WARNING:" << kPkexec << std::strerror(failure);
         close(ends[0]);
         return -1;

@@ -3,12 +3,12 @@
 #include "common/Wait.h"
 #include "names/Names.h"
 #include "platform/RootPart.h"
+#include "platform/Spawn.h"
 
 #include <QCoreApplication>
 #include <QFile>
 #include <QSocketNotifier>
 
-#include <spawn.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -50,22 +50,8 @@ static bool startRestarter(int socket, const QStringList &arguments)
                          QString::fromLatin1(kRestarter).arg(QLatin1String(kUpdateOutcome)),
                          QCoreApplication::applicationFilePath()};
     words += arguments;
-    std::vector<QByteArray> bytes;
-    std::vector<char *> argv;
-    bytes.reserve(static_cast<size_t>(words.size()));
-    argv.reserve(bytes.capacity() + 1);
-    for (const QString &word : words) {
-        bytes.push_back(QFile::encodeName(word));
-        argv.push_back(bytes.back().data());
-    }
-    argv.push_back(nullptr);
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_adddup2(&actions, socket, STDIN_FILENO);
-    pid_t process = 0;
-    const int failure = posix_spawn(&process, argv[0], &actions, nullptr, argv.data(), environ);
-    posix_spawn_file_actions_destroy(&actions);
-    return failure == 0;
+    const QStringList environment = QProcessEnvironment::systemEnvironment().toStringList();
+    return spawnProcess(words, environment, {socket, -1, -1}) > 0;
 }
 
 /// Waits until the updater has checked the archive. Returns its exit status, as waitpid() gives it; -1 without one.

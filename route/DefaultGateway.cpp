@@ -3,7 +3,6 @@
 #include "common/AppPath.h"
 #include "common/StateFile.h"
 #include "names/StateFiles.h"
-#include "platform/Tool.h"
 
 #include <QDebug>
 
@@ -30,20 +29,14 @@ QString GetDefaultGateway()
     return defaultGatewayOf(runToolInEventLoop(kNetstat, {QStringLiteral("-r")}).output);
 }
 
-std::unique_ptr<QProcess> askDefaultGateway()
+std::unique_ptr<ToolAtWork> askDefaultGateway()
 {
-    auto question = std::make_unique<QProcess>();
-    question->setProcessEnvironment(childEnvironment());
-    question->start(kNetstat, {QStringLiteral("-r")});
-    return question;
+    return std::make_unique<ToolAtWork>(kNetstat, QStringList(QStringLiteral("-r")));
 }
 
-QString answeredGateway(QProcess &question)
+QString answeredGateway(const ToolAtWork &question)
 {
-    if (question.state() != QProcess::NotRunning) {
-        question.waitForFinished(kToolLimitMs);
-    }
-    return defaultGatewayOf(question.readAllStandardOutput());
+    return defaultGatewayOf(question.output());
 }
 
 static void changeRoute(const QString &verb, const QString &destination, const QString &mask, const QString &gateway)

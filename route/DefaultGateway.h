@@ -1,7 +1,8 @@
 #pragma once
 
+#include "platform/Spawn.h"
+
 #include <QByteArray>
-#include <QProcess>
 #include <QString>
 
 #include <memory>
@@ -12,8 +13,8 @@ QString GetDefaultGateway();
 
 /// The same in two steps, for whoever has something else to do meanwhile: starts the command, and takes its answer,
 /// for which it waits where it is not there yet, at most 30 s.
-std::unique_ptr<QProcess> askDefaultGateway();
-QString answeredGateway(QProcess &question);
+std::unique_ptr<ToolAtWork> askDefaultGateway();
+QString answeredGateway(const ToolAtWork &question);
 
 /// Add and delete a route with the "route" command ("route add D mask M G"). What the command prints goes to the log;
 /// its result is not examined. Each wait, for the start and for the end, is limited to 30 s.

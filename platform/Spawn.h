@@ -1,0 +1,34 @@
+#pragma once
+
+#include "platform/Tool.h"
+
+#include <array>
+
+/// The file descriptors that become a process' standard input, output and errors; where it is -1, it keeps this
+/// process'.
+using Streams = std::array<int, 3>;
+
+/// Starts a program with its arguments, found along PATH where its name holds no slash. This process' memory is not
+/// copied for that, as fork() and QProcess do, which takes longer than the whole start of a small tool. Returns the
+/// process' number, whose end is the caller's to wait for, or -1 with errno set.
+pid_t spawnProcess(const QStringList &command, const QStringList &environment, const Streams &streams);
+
+/// A tool at work, whose output is wanted later.
+class ToolAtWork
+{
+public:
+    ToolAtWork(const QString &program, const QStringList &arguments);
+    ToolAtWork(const ToolAtWork &) = delete;
+    ToolAtWork &operator=(const ToolAtWork &) = delete;
+
+    /// Kills the tool where it has not ended.
+    ~ToolAtWork();
+
+    /// What it has printed when it ends, as far as it came within `limitMs`. Blocks the calling thread. Nothing when
+    /// it could not be started.
+    QByteArray output(int limitMs = kToolLimitMs) const;
+
+private:
+    pid_t m_process = -1;
+    int m_output = -1;
+};
