@@ -72,9 +72,9 @@ private slots:
     {
         const QString user = "u ser@x\\n;#";
         const QString password = " s3cret\\;\"'#=\u00e9\t$( ";
-        QCOMPARE(compose4({kSetUp.arg("one"), kCheck, "-|" + kSetUp.arg("up"), "Korvan-L2TP|someone|else", kHangUp,
-                           "-|Korvan-L2TP|" + user + '|' + password, "IKEV2|Korvan-IKEv2|2001:db8::1",
-                           "IKEV2|Korvan-IKEv2"}),
+        QCOMPARE(compose4({"L2TP|Korvan-L2TP|192.0.2.9|mellowfinch", kCheck, "-|" + kSetUp.arg("up"),
+                           "Korvan-L2TP|someone|else", kHangUp, "-|Korvan-L2TP|" + user + '|' + password,
+                           "IKEV2|Korvan-IKEv2|2001:db8::1", "IKEV2|Korvan-IKEv2"}),
                  "Success\nKorvan-L2TP is not connected\n" + QByteArray("Success\n").repeated(6));
         QCOMPARE(QString::fromUtf8(fileBytes("/run/given")), user + '\n' + password + "\nmellowfinch\nyes");
         QCOMPARE(QFile::permissions(kProfile) & 0xfff, QFile::ReadUser | QFile::WriteUser);
