@@ -99,6 +99,7 @@ void Traffic::endSession()
     m_engine->byteCount(received, sent);
     const Bytes rest = takeNew(); // the ticks have added the others
     add(rest.received, rest.sent);
+    showRates({});
     store();
     qDebug().noquote() << "Since" << m_startTime.toString(Qt::ISODate) << "received" << FormatDataSize(received)
                        << "and sent" << FormatDataSize(sent);

@@ -37,7 +37,7 @@ public:
     /// Adds bytes to all figures and shows them. On a new day or in a new month they also go into the file.
     void add(quint64 received, quint64 sent);
 
-    /// The connection has ended: shows, stores and logs what it carried, once.
+    /// The connection has ended: shows, stores and logs what it carried, once, and no rates any more.
     void endSession();
 
     /// Adds what the connection has carried so far to the stored totals, for a window that ends while connected.
