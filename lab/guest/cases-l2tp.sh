@@ -6,7 +6,7 @@
 # goes by the instructions that it has run.
 [[ $name != l2tp* ]] || guest_clock=(-icount "shift=1,align=off,sleep=on")
 
-for case in l2tp l2tp_{password,key,server,name,plugin,service,death,cable,cancel,other}; do
+for case in l2tp l2tp_{password,key,server,name,plugin,service,death,cable,cancel,other,xl2tpd}; do
     declare "from_$case=installed"
 done
 
@@ -171,4 +171,10 @@ case_l2tp_other() {
     guest_do root 'nmcli -g NAME connection show --active | grep -qx other && test -e /etc/ipsec.d/ipsec.nm-l2tp.secrets' ||
         case_fail "the other one is not as it was"
     told="nothing; the other connection stands"
+}
+
+# Where there is another daemon too, the plug-in takes that: without it xl2tpd does as well.
+case_l2tp_xl2tpd() {
+    guest_do root 'rm /usr/sbin/kl2tpd' 2>/dev/null || { told="no other daemon is there" && return; }
+    case_l2tp
 }

@@ -62,12 +62,19 @@ await_lost() {
     done
 }
 
+# All that the screen says, read twice: small words only come out where they are black on white, pale ones only otherwise.
+read_screen() {
+    local how
+    guest_monitor "screendump $guest_run/screen.ppm"
+    for how in '-threshold 60%' ''; do
+        # shellcheck disable=SC2086
+        convert "$guest_run/screen.ppm" -resize 200% $how png:- | OMP_THREAD_LIMIT=1 tesseract - - --psm 11 2>/dev/null | tr '\n' ' '
+    done
+}
 # await_text TEXT: until that stands anywhere on the screen, whoever sits before it.
 await_text() {
     local limit=$((SECONDS + 100 * patience)) says
-    until guest_monitor "screendump $guest_run/screen.ppm"
-        says=$(convert "$guest_run/screen.ppm" -resize 200% png:- | OMP_THREAD_LIMIT=1 tesseract - - --psm 11 2>/dev/null | tr '\n' ' ')
-        [[ $says == *"$1"* ]]; do
+    until says=$(read_screen); [[ $says == *"$1"* ]]; do
         [ "$SECONDS" -lt "$limit" ] || case_fail "the screen says: $says"
     done
 }

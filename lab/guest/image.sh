@@ -15,6 +15,8 @@ desktop=systemd-sysv,udev,dbus,libpam-systemd,polkitd,network-manager,systemd-re
 desktop+=,xserver-xorg-core,xserver-xorg-input-libinput,xdotool,x11-utils,kmod,initramfs-tools,linux-image-amd64
 desktop+=,procps,netbase,ca-certificates,curl,iproute2,dbus-user-session,python3-xdg
 desktop+=,xl2tpd,strongswan,strongswan-charon,strongswan-starter,libstrongswan-standard-plugins,ppp
+# The server's end of L2TP is xl2tpd; the client's is what apt would take with the plug-in.
+[ "$suite" = bookworm ] || desktop+=,go-l2tp
 
 recipe=$(cat "$0" "$here/agent.sh" "$here/keep-packages.sh" <(echo "$depends") | sha256sum)
 [ "$(cat "$folder/recipe" 2>/dev/null)" != "$recipe" ] || { echo "$folder"; exit; }
