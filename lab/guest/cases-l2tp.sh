@@ -72,7 +72,8 @@ case_l2tp() {
     remove_l2tp
     [ -z "$(guest_do root 'ls /run/NetworkManager/system-connections | grep Korvan')" ] || case_fail "the profile is left"
     expect_network
-    told="Success, $sent bytes of $traffic sent"
+    told="Success with $(guest_do root 'journalctl -u NetworkManager | grep -m 1 -o "[a-z0-9]*l2tpd started"'), $sent bytes of $traffic sent"
+    told=${told/ started/}
 }
 
 case_l2tp_password() {
