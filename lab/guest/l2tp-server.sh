@@ -17,7 +17,11 @@ make_network() {
     # NetworkManager reaches the server over the network that is its first.
     nmcli connection add type ethernet ifname ethl2tp con-name l2tp ipv4.method manual ipv4.addresses 10.51.0.2/24 \
         ipv4.gateway 10.51.0.1 ipv4.route-metric 60 ipv6.method disabled
-    nmcli connection up l2tp
+    for _ in {1..50}; do # it takes a new card a moment to be one of NetworkManager's
+        nmcli connection up l2tp && return
+        sleep 0.2
+    done
+    return 1
 }
 
 configure() {
