@@ -82,6 +82,8 @@ guest_start() {
     echo '{"execute": "qmp_capabilities"}' >&"$guest_monitor_in"
     if [ -n "${1:-}" ]; then
         guest_do root "date -s @$(date +%s); ip neigh flush all" >/dev/null
+        # With the package the second disk is made anew, this snapshot is not.
+        [ "$1" != clean ] || guest_do root 'umount /mnt && mount -o ro /dev/vdb /mnt'
     fi
 }
 

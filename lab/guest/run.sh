@@ -16,7 +16,6 @@ trap '[ -z "${guest_emulator:-}" ] || guest_cut' EXIT
 prepare() {
     if guest_has clean; then
         guest_start clean
-        guest_do root 'umount /mnt && mount -o ro /dev/vdb /mnt'
     else
         rm -f "$guest/state.qcow2"
         guest_start
