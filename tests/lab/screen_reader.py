@@ -28,10 +28,12 @@ warnings.simplefilter("ignore", DeprecationWarning)  # of names that the older l
 
 
 def listen():
-    """Tells programs that a screen reader is there, and notes what they announce."""
+    """Tells programs that a screen reader is there, and notes what they announce. One that is just about to join the bus
+    may miss who listens: so Korvan is to be there first."""
     bus = Gio.bus_get_sync(Gio.BusType.SESSION)
     wish = GLib.Variant("(ssv)", ("org.a11y.Status", "ScreenReaderEnabled", GLib.Variant("b", True)))
     bus.call_sync("org.a11y.Bus", "/org/a11y/bus", "org.freedesktop.DBus.Properties", "Set", wish, None, 0, -1)
+    until("Korvan is there", program)
 
     def on_event(event, *_):
         what = event.type.split(":")[-1]
@@ -170,5 +172,4 @@ def answer(text, button):
 
 
 reader = listen()
-until("Korvan is there", program)
 {"answer": answer, "connect": connect, "disconnect": disconnect, "press": press}[sys.argv[1]](*sys.argv[2:])
