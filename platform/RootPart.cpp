@@ -108,7 +108,8 @@ static QByteArray greetingFrom(int socket)
 static bool isAlive(int socket)
 {
     pollfd event = {socket, POLLIN, 0};
-    return socket >= 0 && poll(&event, 1, 0) >= 0 && (event.revents & (POLLHUP | POLLERR)) == 0;
+    // A signal, as of a child's end, says nothing of the other end.
+    return socket >= 0 && TEMP_FAILURE_RETRY(poll(&event, 1, 0)) >= 0 && (event.revents & (POLLHUP | POLLERR)) == 0;
 }
 
 /// Starts the root part through pkexec and waits for its greeting. Returns the socket to it, -1 with the reason in
@@ -131,7 +132,7 @@ static int askPkexec(Refusal &refusal)
         }
         close(socket);
         int status = 0;
-        waitpid(process, &status, 0);
+        TEMP_FAILURE_RETRY(waitpid(process, &status, 0));
         errors.seek(0);
         const QByteArray reason = errors.readAll().trimmed();
         qDebug().noquote() << "WARNING:" << kPkexec << "ended with" << WEXITSTATUS(status) << reason;

@@ -70,7 +70,7 @@ ToolAtWork::~ToolAtWork()
 {
     if (m_process > 0) {
         kill(m_process, SIGKILL);
-        waitpid(m_process, nullptr, 0);
+        TEMP_FAILURE_RETRY(waitpid(m_process, nullptr, 0));
     }
     if (m_output >= 0) {
         close(m_output);
