@@ -7,5 +7,7 @@ cd "$(dirname "$0")/.."
 files=("$@")
 [ ${#files[@]} -gt 0 ] || mapfile -t files < <(git ls-files '*.cpp' '*.h')
 clang-format --dry-run --Werror "${files[@]}"
-printf '%s\n' "${files[@]}" | grep '\.cpp$' | xargs -r -n 4 -P "$(nproc)" clang-tidy --quiet -p build/debug \
+# Without the library's own checks, which throw nothing and look as if they did.
+printf '%s\n' "${files[@]}" | grep '\.cpp$' |
+    xargs -r -n 4 -P "$(nproc)" clang-tidy --quiet -p build/debug --extra-arg=-U_GLIBCXX_DEBUG \
     2> >(grep -v ' warnings generated' >&2)
