@@ -37,12 +37,11 @@ void WindowRoute::remember()
 
 QString WindowRoute::gateway()
 {
-    if (m_question) {
-        const QString current = answeredGateway(*m_question);
+    if (m_question.valid()) {
+        const QString current = m_question.get();
         if (!current.isEmpty()) {
             m_gateway = current;
         }
-        m_question.reset();
     }
     return m_gateway;
 }

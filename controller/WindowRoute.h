@@ -1,10 +1,8 @@
 #pragma once
 
-#include "platform/Spawn.h"
-
 #include <QString>
 
-#include <memory>
+#include <future>
 
 class QWidget;
 
@@ -54,7 +52,7 @@ private:
     void restore();
 
     const Ui::Korvan *m_form;
-    std::unique_ptr<ToolAtWork> m_question; ///< for the gateway, until its answer is needed
+    std::future<QString> m_question; ///< for the gateway, until its answer is needed
     QString m_gateway;
     bool m_lockedDown = false;
 };

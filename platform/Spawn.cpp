@@ -55,42 +55,30 @@ pid_t spawnProcess(const QStringList &command, const QStringList &environment, c
     return failure == 0 ? process : -1;
 }
 
-ToolAtWork::ToolAtWork(const QString &program, const QStringList &arguments)
+QByteArray toolOutput(const QString &program, const QStringList &arguments, int limitMs)
 {
     int ends[2];
-    if (pipe2(ends, O_CLOEXEC) == 0) {
-        m_output = ends[0];
-        m_process =
-            spawnProcess(QStringList(program) + arguments, childEnvironment().toStringList(), {-1, ends[1], -1});
-        close(ends[1]);
+    if (pipe2(ends, O_CLOEXEC) != 0) {
+        return {};
     }
-}
-
-ToolAtWork::~ToolAtWork()
-{
-    if (m_process > 0) {
-        kill(m_process, SIGKILL);
-        TEMP_FAILURE_RETRY(waitpid(m_process, nullptr, 0));
-    }
-    if (m_output >= 0) {
-        close(m_output);
-    }
-}
-
-QByteArray ToolAtWork::output(int limitMs) const
-{
+    const pid_t process =
+        spawnProcess(QStringList(program) + arguments, childEnvironment().toStringList(), {-1, ends[1], -1});
+    close(ends[1]);
     QByteArray text;
     const QDeadlineTimer limit(limitMs);
-    pollfd event = {m_output, POLLIN, 0};
-    while (m_process > 0) {
+    pollfd event = {ends[0], POLLIN, 0};
+    while (process > 0) {
         char buffer[4096];
         const int ready = poll(&event, 1, int(limit.remainingTime()));
-        const ssize_t length = ready > 0 ? read(m_output, buffer, sizeof buffer) : ready;
+        const ssize_t length = ready > 0 ? read(ends[0], buffer, sizeof buffer) : ready;
         if (length > 0) {
             text.append(buffer, int(length));
         } else if (length == 0 || errno != EINTR) {
+            kill(process, SIGKILL);
+            TEMP_FAILURE_RETRY(waitpid(process, nullptr, 0));
             break;
         }
     }
+    close(ends[0]);
     return text;
 }

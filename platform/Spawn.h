@@ -13,22 +13,6 @@ using Streams = std::array<int, 3>;
 /// process' number, whose end is the caller's to wait for, or -1 with errno set.
 pid_t spawnProcess(const QStringList &command, const QStringList &environment, const Streams &streams);
 
-/// A tool at work, whose output is wanted later.
-class ToolAtWork
-{
-public:
-    ToolAtWork(const QString &program, const QStringList &arguments);
-    ToolAtWork(const ToolAtWork &) = delete;
-    ToolAtWork &operator=(const ToolAtWork &) = delete;
-
-    /// Kills the tool where it has not ended.
-    ~ToolAtWork();
-
-    /// What it has printed when it ends, as far as it came within `limitMs`. Blocks the calling thread. Nothing when
-    /// it could not be started.
-    QByteArray output(int limitMs = kToolLimitMs) const;
-
-private:
-    pid_t m_process = -1;
-    int m_output = -1;
-};
+/// What a tool prints, as far as it came within `limitMs`; it is killed then. Blocks the calling thread. Nothing when
+/// it could not be started.
+QByteArray toolOutput(const QString &program, const QStringList &arguments, int limitMs);

@@ -3,6 +3,8 @@
 #include "common/AppPath.h"
 #include "common/StateFile.h"
 #include "names/StateFiles.h"
+#include "platform/Spawn.h"
+#include "platform/Tool.h"
 
 #include <QDebug>
 
@@ -23,20 +25,19 @@ QString defaultGatewayOf(const QByteArray &routingTable)
 }
 
 static const QString kNetstat = QStringLiteral("netstat");
+/// The routes lie in a file of the kernel's, and the program's end waits for the answer, too.
+static constexpr int kAnswerLimitMs = 5000;
 
 QString GetDefaultGateway()
 {
     return defaultGatewayOf(runToolInEventLoop(kNetstat, {QStringLiteral("-r")}).output);
 }
 
-std::unique_ptr<ToolAtWork> askDefaultGateway()
+std::future<QString> askDefaultGateway()
 {
-    return std::make_unique<ToolAtWork>(kNetstat, QStringList(QStringLiteral("-r")));
-}
-
-QString answeredGateway(const ToolAtWork &question)
-{
-    return defaultGatewayOf(question.output());
+    // In a thread of its own: the one that starts a program goes on after that, often on the same processor.
+    return std::async(std::launch::async,
+                      [] { return defaultGatewayOf(toolOutput(kNetstat, {QStringLiteral("-r")}, kAnswerLimitMs)); });
 }
 
 static void changeRoute(const QString &verb, const QString &destination, const QString &mask, const QString &gateway)

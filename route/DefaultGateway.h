@@ -1,20 +1,16 @@
 #pragma once
 
-#include "platform/Spawn.h"
-
 #include <QByteArray>
 #include <QString>
 
-#include <memory>
+#include <future>
 
 /// The address of the machine's current IPv4 default route, as "netstat -r" tells it; an empty string when there is
 /// none. Waits in a local event loop, without a limit, until the command ends.
 QString GetDefaultGateway();
 
-/// The same in two steps, for whoever has something else to do meanwhile: starts the command, and takes its answer,
-/// for which it waits where it is not there yet, at most 30 s.
-std::unique_ptr<ToolAtWork> askDefaultGateway();
-QString answeredGateway(const ToolAtWork &question);
+/// The same for whoever has something else to do meanwhile. The answer comes within 5 s, or is empty.
+std::future<QString> askDefaultGateway();
 
 /// Add and delete a route with the "route" command ("route add D mask M G"). What the command prints goes to the log;
 /// its result is not examined. Each wait, for the start and for the end, is limited to 30 s.
