@@ -14,20 +14,20 @@ void KvStatusPanel::showPicture(const QString &resource)
     for (KvRetinaProgress *bar : findChildren<KvRetinaProgress *>()) {
         bar->setDone(connected);
     }
-    setProperty("connected", connected);
-    polishLabels();
+    mark("connected", connected);
 }
 
 void KvStatusPanel::setWarning(bool warns)
 {
-    if (property("warning").toBool() != warns) {
-        setProperty("warning", warns);
-        polishLabels();
-    }
+    mark("warning", warns);
 }
 
-void KvStatusPanel::polishLabels()
+void KvStatusPanel::mark(const char *what, bool isSo)
 {
+    if (property(what) == isSo) {
+        return;
+    }
+    setProperty(what, isSo);
     for (QLabel *label : findChildren<QLabel *>()) {
         style()->unpolish(label); // the style sheet looks at properties only here
         style()->polish(label);

@@ -19,5 +19,6 @@ public slots:
     void showPicture(const QString &resource);
 
 private:
-    void polishLabels();
+    /// Sets a property by which the style sheet tells cards apart.
+    void mark(const char *what, bool isSo);
 };
