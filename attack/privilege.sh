@@ -331,6 +331,20 @@ row_broker() {
     row $result "profile swapped for a link while the broker's helper reads it"
 }
 
+# What a server gains that takes OpenVPN over: modules, ports and memory, tracing, mounts, reboot, of all that root can.
+row_openvpn() {
+    local dangerous=(16 17 19 21 22)
+    able() {
+        local mask=$((16#$(awk '/^CapBnd:/ { print $2 }' "/proc/$1/status"))) bit count=0
+        for bit in "${dangerous[@]}"; do count=$((count + (mask >> bit & 1))); done
+        echo $count
+    }
+    prepare alice wonderland-7 Examplia-1
+    run korvan; await logged 'Initialization Sequence Completed'
+    row ${#dangerous[@]} "$(able $$)" "$(able "$(pgrep -f '^/usr/sbin/openvpn .*--askpass')")" "capabilities of OpenVPN and its scripts that no tunnel needs"
+    end
+}
+
 # Killed and stopped at any moment, in lock-down.
 network() { ip route; ip -6 route; ip rule; nft list ruleset; cat /etc/resolv.conf; }
 row_kill() {
@@ -361,7 +375,7 @@ row_kill() {
 LD_PRELOAD=$here/hostile.so /bin/true
 [ "$(as_root)" -gt 0 ] && clean || { echo "attack: the trap does not work"; exit 1; }
 echo ' tries  control  gained'
-[ $# -gt 0 ] || set -- variables home own_bundle proxy locks user_name state second broker kill
+[ $# -gt 0 ] || set -- variables home own_bundle proxy locks user_name state second broker openvpn kill
 for each; do
     case $each in proxy | locks) [ -s "$here/update.zip" ] || make_offers ;; esac
     "row_$each"

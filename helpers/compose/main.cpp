@@ -19,7 +19,10 @@
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
+#include <iterator>
+#include <linux/capability.h>
 #include <poll.h>
+#include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -207,12 +210,27 @@ Folders findFolders(const std::vector<std::string> &arguments)
     return folders;
 }
 
+/// Gives up what neither OpenVPN, which speaks with strangers, nor its scripts need of root's capabilities, for good
+/// and for every program that they start. Without root's rights there is nothing to give up.
+void dropCapabilities()
+{
+    constexpr int kKept[] = {CAP_NET_ADMIN,    CAP_NET_RAW, CAP_NET_BIND_SERVICE, CAP_IPC_LOCK, CAP_SYS_NICE,
+                             CAP_DAC_OVERRIDE,              // the copies of a person's files are that person's
+                             CAP_SETUID,       CAP_SETGID}; // daemons that resolvconf's hooks start
+    for (int each = 0; prctl(PR_CAPBSET_READ, each) >= 0; ++each) {
+        if (std::find(std::begin(kKept), std::end(kKept), each) == std::end(kKept)) {
+            prctl(PR_CAPBSET_DROP, each);
+        }
+    }
+}
+
 /// Becomes OpenVPN. Returns only on failure.
 int becomeOpenVpn(const std::vector<std::string> &command)
 {
     // What was not answered here can not be answered at all.
     const int nothing = open("/dev/null", O_RDONLY | O_CLOEXEC);
     dup2(nothing, STDIN_FILENO);
+    dropCapabilities();
     becomeTool(command);
     return fail(command[0] + " can not be started: " + std::strerror(errno));
 }
