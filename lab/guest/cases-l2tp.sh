@@ -176,6 +176,6 @@ case_l2tp_other() {
 
 # Where there is another daemon too, the plug-in takes that: without it xl2tpd does as well.
 case_l2tp_xl2tpd() {
-    guest_do root 'rm /usr/sbin/kl2tpd' 2>/dev/null || { told="no other daemon is there" && return; }
+    guest_do root 'test -e /usr/sbin/kl2tpd && rm /usr/sbin/kl2tpd' || { told="no other daemon is there" && return; }
     case_l2tp
 }
