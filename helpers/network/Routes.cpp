@@ -25,7 +25,8 @@ Socket openSocket()
 Address addressOf(const std::string &text)
 {
     nl_addr *address = nullptr;
-    nl_addr_parse(text.empty() ? "default" : text.c_str(), AF_INET, &address);
+    const bool isAll = text.empty() || text == "0.0.0.0/0"; // to the library another address than the kernel's
+    nl_addr_parse(isAll ? "default" : text.c_str(), AF_INET, &address);
     return {address, nl_addr_put};
 }
 

@@ -5,7 +5,7 @@
 #include "helpers/network/Network.h"
 #include "helpers/system/Checks.h"
 #include "helpers/system/Run.h"
-#include "helpers/tools/KernelRoutes.h"
+#include "helpers/tools/RouteTable.h"
 
 #include <algorithm>
 #include <csignal>
@@ -19,10 +19,12 @@ namespace {
 /// when there is none: the program takes any word for the gateway.
 int printRoutes(const std::string &destination, const std::string &mask)
 {
-    for (const KernelRoute &route : kernelRoutes()) {
-        if (route.destination == destination && route.mask == mask && !route.gateway.empty()) {
-            std::printf("%-15s %-15s %-15s %-15s %u\n", route.destination.c_str(), route.mask.c_str(),
-                        route.gateway.c_str(), route.interface.c_str(), route.metric);
+    const auto subnet = subnetOf(destination, mask);
+    const Route asked = subnet ? routeTo(subnet->text, {}, RTPROT_UNSPEC) : nullptr;
+    for (const TableLine &line : asked ? routingTable() : std::vector<TableLine>()) {
+        if (hasSameDestination(line.route, asked) && !line.gateway.empty()) {
+            std::printf("%-15s %-15s %-15s %-15s %u\n", destination.c_str(), mask.c_str(), line.gateway.c_str(),
+                        line.interface.c_str(), line.metric);
         }
     }
     return 0;
