@@ -1,5 +1,6 @@
 #include "helpers/network/Guard.h"
 
+#include "helpers/network/Netlink.h"
 #include "helpers/system/Run.h"
 #include "names/Names.h"
 
@@ -7,9 +8,6 @@
 #include <linux/netfilter.h>
 #include <linux/netfilter/nf_tables.h>
 #include <linux/netfilter/nfnetlink.h>
-#include <memory>
-#include <netlink/msg.h>
-#include <netlink/netlink.h>
 #include <unistd.h>
 
 namespace {
@@ -83,19 +81,16 @@ std::string additions(const Policy &before, Policy policy)
     return commands;
 }
 
-nl_msg *newMessage(int type, int flags, uint8_t family, uint16_t resource)
+nl_msg *newFilterMessage(int type, int flags, uint8_t family, uint16_t resource)
 {
-    nfgenmsg header = {family, NFNETLINK_V0, htons(resource)};
-    nl_msg *message = nlmsg_alloc_simple(type, flags);
-    nlmsg_append(message, &header, sizeof header, NLMSG_ALIGNTO);
-    return message;
+    return newMessage(type, flags, nfgenmsg{family, NFNETLINK_V0, htons(resource)});
 }
 
 /// The message that closes the guard.
 nl_msg *closing()
 {
     nl_msg *message =
-        newMessage(NFNL_SUBSYS_NFTABLES << 8 | NFT_MSG_NEWSETELEM, NLM_F_CREATE | NLM_F_ACK, NFPROTO_INET, 0);
+        newFilterMessage(NFNL_SUBSYS_NFTABLES << 8 | NFT_MSG_NEWSETELEM, NLM_F_CREATE | NLM_F_ACK, NFPROTO_INET, 0);
     nla_put_string(message, NFTA_SET_ELEM_LIST_TABLE, "korvan");
     nla_put_string(message, NFTA_SET_ELEM_LIST_SET, "closed");
     nlattr *list = nla_nest_start(message, NFTA_SET_ELEM_LIST_ELEMENTS);
@@ -114,12 +109,11 @@ nl_msg *closing()
 /// False on a failure.
 bool closeQuickly()
 {
-    const std::unique_ptr<nl_sock, decltype(&nl_socket_free)> socket(nl_socket_alloc(), nl_socket_free);
-    nl_connect(socket.get(), NETLINK_NETFILTER);
+    const Socket socket = openSocket(NETLINK_NETFILTER);
     nl_socket_disable_seq_check(socket.get());
     std::string batch;
-    for (nl_msg *message : {newMessage(NFNL_MSG_BATCH_BEGIN, 0, AF_UNSPEC, NFNL_SUBSYS_NFTABLES), closing(),
-                            newMessage(NFNL_MSG_BATCH_END, 0, AF_UNSPEC, NFNL_SUBSYS_NFTABLES)}) {
+    for (nl_msg *message : {newFilterMessage(NFNL_MSG_BATCH_BEGIN, 0, AF_UNSPEC, NFNL_SUBSYS_NFTABLES), closing(),
+                            newFilterMessage(NFNL_MSG_BATCH_END, 0, AF_UNSPEC, NFNL_SUBSYS_NFTABLES)}) {
         nl_complete_msg(socket.get(), message);
         batch.append(reinterpret_cast<const char *>(nlmsg_hdr(message)), nlmsg_hdr(message)->nlmsg_len);
         nlmsg_free(message);

@@ -1,26 +1,17 @@
 #include "helpers/network/Routes.h"
 
+#include "helpers/network/Netlink.h"
 #include "names/Names.h"
 
 #include <algorithm>
 #include <linux/fib_rules.h>
-#include <netlink/msg.h>
-#include <netlink/netlink.h>
 
 namespace {
 
-using Socket = std::unique_ptr<nl_sock, decltype(&nl_socket_free)>;
 using Address = std::unique_ptr<nl_addr, decltype(&nl_addr_put)>;
 
 /// States of a route or next hop that the kernel tells and does not take.
 constexpr unsigned kStateFlags = ~unsigned(RTNH_F_ONLINK | RTNH_F_PERVASIVE);
-
-Socket openSocket()
-{
-    Socket socket(nl_socket_alloc(), nl_socket_free);
-    nl_connect(socket.get(), NETLINK_ROUTE);
-    return socket;
-}
 
 Address addressOf(const std::string &text)
 {
@@ -28,13 +19,6 @@ Address addressOf(const std::string &text)
     const bool isAll = text.empty() || text == "0.0.0.0/0"; // to the library another address than the kernel's
     nl_addr_parse(isAll ? "default" : text.c_str(), AF_INET, &address);
     return {address, nl_addr_put};
-}
-
-template <typename Header> nl_msg *newMessage(int type, int flags, Header header)
-{
-    nl_msg *message = nlmsg_alloc_simple(type, flags);
-    nlmsg_append(message, &header, sizeof header, NLMSG_ALIGNTO);
-    return message;
 }
 
 Route clean(rtnl_route *route)
@@ -61,7 +45,7 @@ std::vector<Route> routesOf(int family, unsigned table)
 {
     // Not by a cache of the library's: to that, two routes with the same metric are one.
     std::vector<Route> routes;
-    const Socket socket = openSocket();
+    const Socket socket = openSocket(NETLINK_ROUTE);
     nl_socket_modify_cb(socket.get(), NL_CB_VALID, NL_CB_CUSTOM, takeRoute, &routes);
     nl_rtgen_request(socket.get(), RTM_GETROUTE, family, NLM_F_DUMP);
     nl_recvmsgs_default(socket.get());
@@ -144,8 +128,9 @@ std::vector<unsigned> linksOf(const Route &route)
 std::string changeRoute(RouteChange change, const Route &route, unsigned table)
 {
     rtnl_route_set_table(route.get(), table);
-    const int error = change == RouteChange::Delete ? rtnl_route_delete(openSocket().get(), route.get(), 0)
-                                                    : rtnl_route_add(openSocket().get(), route.get(), int(change));
+    const int error = change == RouteChange::Delete
+                          ? rtnl_route_delete(openSocket(NETLINK_ROUTE).get(), route.get(), 0)
+                          : rtnl_route_add(openSocket(NETLINK_ROUTE).get(), route.get(), int(change));
     return error == 0 ? std::string() : nl_geterror(error);
 }
 
@@ -163,7 +148,7 @@ void changeMarkRules(int family, bool wanted)
         if (table == RT_TABLE_MAIN) {
             nla_put_u32(rule, FRA_SUPPRESS_IFGROUP, kTunnelGroup);
         }
-        nl_send_sync(openSocket().get(), rule); // one that is there already, or gone already, is right
+        nl_send_sync(openSocket(NETLINK_ROUTE).get(), rule); // one that is there already, or gone already, is right
     }
 }
 
@@ -173,5 +158,5 @@ void setGroup(unsigned link, unsigned group)
     header.ifi_index = int(link);
     nl_msg *message = newMessage(RTM_SETLINK, 0, header);
     nla_put_u32(message, IFLA_GROUP, group);
-    nl_send_sync(openSocket().get(), message);
+    nl_send_sync(openSocket(NETLINK_ROUTE).get(), message);
 }
