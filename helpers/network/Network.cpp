@@ -5,16 +5,19 @@
 #include "names/Names.h"
 
 #include <algorithm>
+#include <csignal>
 #include <iterator>
 #include <net/if.h>
 #include <netdb.h>
 #include <poll.h>
 #include <sstream>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 namespace {
 
 constexpr int kEndsWithinMs = 2000;
+constexpr int kAskedEndsWithinMs = 10000;
 constexpr size_t kMostRemotes = 500;
 
 Tunnel *tunnelOf(State &state, const Process &process)
@@ -23,6 +26,17 @@ Tunnel *tunnelOf(State &state, const Process &process)
         return tunnel.process.number == process.number && tunnel.process.start == process.start;
     });
     return found == state.tunnels.end() ? nullptr : &*found;
+}
+
+/// Waits for the end of the tunnel's OpenVPN, which gets the signal before; 0 is none.
+void awaitEnd(const Tunnel &tunnel, int signal, int limitMs)
+{
+    const Descriptor process = tunnel.process.open();
+    pollfd end = {process, POLLIN, 0};
+    if (tunnel.process.lives()) { // and so it is the one that was opened
+        syscall(SYS_pidfd_send_signal, int(process), signal, nullptr, 0);
+        poll(&end, 1, limitMs);
+    }
 }
 
 /// The addresses of a host; waits about a second for a name server that does not answer.
@@ -158,13 +172,20 @@ Outcome tunnelRouted(const Offer &offer, const Process &openVpn)
 Outcome tunnelsEnded(bool wait)
 {
     for (const Tunnel &tunnel : wait ? Held().state.tunnels : std::vector<Tunnel>()) {
-        const Descriptor process = tunnel.process.open();
-        pollfd end = {process, POLLIN, 0};
-        if (tunnel.process.lives()) {
-            poll(&end, 1, kEndsWithinMs);
-        }
+        awaitEnd(tunnel, 0, kEndsWithinMs);
     }
     return outcomeOf(Held().settle(Decision::Taken));
+}
+
+Outcome endTunnels()
+{
+    const std::vector<Tunnel> tunnels = Held().state.tunnels;
+    for (const int signal : {SIGTERM, SIGKILL}) {
+        for (const Tunnel &tunnel : tunnels) {
+            awaitEnd(tunnel, signal, kAskedEndsWithinMs);
+        }
+    }
+    return tunnelsEnded(false);
 }
 
 State keepNetwork(bool isDecided)

@@ -32,6 +32,9 @@ Outcome tunnelRouted(const Offer &offer, const Process &openVpn);
 /// that are about to end, up to two seconds, if told so.
 Outcome tunnelsEnded(bool wait);
 
+/// Ends all tunnels, by force where OpenVPN does not do as it is asked within ten seconds, and undoes what is left.
+Outcome endTunnels();
+
 /// Undoes what is left of tunnels that have ended, and keeps what is to stand as it was set, whoever changed it. The
 /// guard of a tunnel that broke stands until `isDecided`, or somebody decides.
 State keepNetwork(bool isDecided);

@@ -2,6 +2,7 @@
 // it:
 //   network up|routes|down    in the environment of OpenVPN's scripts
 //   network down [--stale]    without it: the program has ended its tunnels; with the option it waits for none
+//   network end               Korvan goes: ends its tunnels
 //   network watch DESCRIPTOR  the guardian of the program that this process descriptor stands for
 
 #include "helpers/network/Guardian.h"
@@ -30,11 +31,14 @@ int main(int argc, char **argv)
     } else if (event == "down") {
         // What OpenVPN leaves when it takes its tunnel down itself is undone when it has ended.
         outcome = openVpn.start != 0 ? Outcome{true, {}} : tunnelsEnded(option != "--stale");
+    } else if (event == "end") {
+        outcome = endTunnels();
     } else {
-        outcome.notes = {"use up|routes|down [--stale]|watch DESCRIPTOR"};
+        outcome.notes = {"use up|routes|down [--stale]|end|watch DESCRIPTOR"};
     }
+    const std::string name = event == "up" || event == "down" ? event + ".sh" : "network";
     for (const std::string &note : outcome.notes) {
-        std::fprintf(stderr, "%s.sh: %s\n", event.c_str(), note.c_str());
+        std::fprintf(stderr, "%s: %s\n", name.c_str(), note.c_str());
     }
     return outcome.done ? 0 : 1;
 }
