@@ -13,9 +13,7 @@
 namespace {
 
 /// The guard's rules, which never change. Every packet that leaves passes the last hook of its way, whatever its
-/// protocol, sender and route; what a tunnel is busy with comes first. Packets that come in for OpenVPN get its mark,
-/// for the kernel's check of the sender (rp_filter). That looks for their socket and not for their connection: to
-/// track those takes time with every packet of the machine.
+/// protocol, sender and route; what a tunnel is busy with comes first.
 constexpr char kRules[] = R"nft(
 table inet korvan {
     set closed { type nf_proto; }
@@ -23,7 +21,6 @@ table inet korvan {
     set ordinary { type ipv4_addr; flags interval; auto-merge; }
     set ports { type inet_service; }
     set managers { type uid; }
-    set senders { type nf_proto; }
     chain leaving {
         type filter hook postrouting priority 0; policy drop;
         oifgroup 19311 accept
@@ -39,12 +36,21 @@ table inet korvan {
         ip6 daddr { fc00::/7, fe80::/10, ff00::/8 } accept
         ip daddr @ordinary accept
     }
+}
+)nft";
+
+/// For the kernel's check of the sender (rp_filter), only where there is one: packets that come in for OpenVPN get
+/// its mark. The rule looks for their socket and not for their connection: to track those takes time with every
+/// packet of the machine, as this does with every one that comes in.
+constexpr char kArriving[] = R"nft(
+table inet korvan {
     chain arriving {
         type filter hook prerouting priority mangle; policy accept;
-        meta nfproto @senders socket mark 19311 meta mark set 19311
+        meta nfproto ipv4 socket mark 19311 meta mark set 19311
     }
 }
 )nft";
+constexpr char kSenders[] = "senders";
 static_assert(kTunnelMark == 19311 && kTunnelGroup == 19311);
 
 constexpr char kNft[] = "/usr/sbin/nft";
@@ -62,13 +68,19 @@ std::string run(const std::string &commands)
     return result.status == 0 ? std::string() : result.errors.substr(0, result.errors.find('\n'));
 }
 
+std::string rulesOf(const Policy &policy)
+{
+    return policy.count(kSenders) != 0 ? std::string(kRules) + kArriving : kRules;
+}
+
 /// What to add to the sets. Nothing where something is to go, which takes the kernel as long as to begin anew.
 std::string additions(const Policy &before, Policy policy)
 {
     std::string commands;
+    policy.erase(kSenders);
     for (const auto &[set, present] : before) {
         for (const std::string &each : present) {
-            if (policy[set].erase(each) == 0) {
+            if (set != kSenders && policy[set].erase(each) == 0) {
                 return {};
             }
         }
@@ -125,13 +137,14 @@ bool closeQuickly()
 
 std::string loadGuard(const Policy &before, const Policy &policy)
 {
-    const std::string changes = before == policy ? kLook : additions(before, policy);
+    const std::string added = rulesOf(before) == rulesOf(policy) ? additions(before, policy) : std::string();
+    const std::string changes = before == policy ? kLook : added;
     const bool closes = changes == additions({}, {{"closed", {"ipv4", "ipv6"}}});
     if (!before.empty() && !changes.empty() && ((closes && closeQuickly()) || run(changes).empty())) {
         return {};
     }
     // As long as it is new, the table lets everything pass, which is why its sets are filled with it.
-    const std::string anew = kRules + additions({}, policy);
+    const std::string anew = rulesOf(policy) + additions({}, policy);
     const std::string reason = run((before.empty() ? kCreate : kRemove) + anew);
     return reason.empty() ? reason : run((before.empty() ? kRemove : kCreate) + anew);
 }
