@@ -21,6 +21,7 @@ table inet korvan {
     set ordinary { type ipv4_addr; flags interval; auto-merge; }
     set ports { type inet_service; }
     set managers { type uid; }
+    set senders { type nf_proto; }
     chain leaving {
         type filter hook postrouting priority 0; policy drop;
         oifgroup 19311 accept
@@ -46,11 +47,10 @@ constexpr char kArriving[] = R"nft(
 table inet korvan {
     chain arriving {
         type filter hook prerouting priority mangle; policy accept;
-        meta nfproto ipv4 socket mark 19311 meta mark set 19311
+        meta nfproto @senders socket mark 19311 meta mark set 19311
     }
 }
 )nft";
-constexpr char kSenders[] = "senders";
 static_assert(kTunnelMark == 19311 && kTunnelGroup == 19311);
 
 constexpr char kNft[] = "/usr/sbin/nft";
@@ -70,17 +70,16 @@ std::string run(const std::string &commands)
 
 std::string rulesOf(const Policy &policy)
 {
-    return policy.count(kSenders) != 0 ? std::string(kRules) + kArriving : kRules;
+    return policy.count("senders") != 0 ? std::string(kRules) + kArriving : kRules;
 }
 
 /// What to add to the sets. Nothing where something is to go, which takes the kernel as long as to begin anew.
 std::string additions(const Policy &before, Policy policy)
 {
     std::string commands;
-    policy.erase(kSenders);
     for (const auto &[set, present] : before) {
         for (const std::string &each : present) {
-            if (set != kSenders && policy[set].erase(each) == 0) {
+            if (policy[set].erase(each) == 0) {
                 return {};
             }
         }

@@ -13,7 +13,7 @@
 ///   ordinary  IPv4 networks for which the ordinary way is asked for
 ///   ports     OpenVPN's management ports, which nobody reaches but
 ///   managers  these users
-///   senders   "ipv4" where the kernel checks whether a packet's sender can be reached; this one is no set
+///   senders   "ipv4" where the kernel checks whether a packet's sender can be reached
 using Policy = std::map<std::string, std::set<std::string>>;
 
 /// Turns the policy `before`, empty where there is no guard, into another one, in one transaction. Returns the reason
