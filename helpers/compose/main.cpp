@@ -214,9 +214,9 @@ Folders findFolders(const std::vector<std::string> &arguments)
 /// and for every program that they start. Without root's rights there is nothing to give up.
 void dropCapabilities()
 {
-    constexpr int kKept[] = {CAP_NET_ADMIN,    CAP_NET_RAW, CAP_NET_BIND_SERVICE, CAP_IPC_LOCK, CAP_SYS_NICE,
-                             CAP_DAC_OVERRIDE,              // the copies of a person's files are that person's
-                             CAP_SETUID,       CAP_SETGID}; // daemons that resolvconf's hooks start
+    // The copies of a person's files are that person's, and resolvconf's hooks may start daemons.
+    constexpr int kKept[] = {CAP_NET_ADMIN, CAP_NET_RAW,      CAP_NET_BIND_SERVICE, CAP_IPC_LOCK,
+                             CAP_SYS_NICE,  CAP_DAC_OVERRIDE, CAP_SETUID,           CAP_SETGID};
     for (int each = 0; prctl(PR_CAPBSET_READ, each) >= 0; ++each) {
         if (std::find(std::begin(kKept), std::end(kKept), each) == std::end(kKept)) {
             prctl(PR_CAPBSET_DROP, each);
