@@ -7,8 +7,7 @@
 /// Which packets may leave the machine, its own and those that it forwards: what the sets of the guard's rules hold,
 /// as nft writes it. It says nothing of routes: whoever makes those can not change it.
 ///   closed    "ipv4", "ipv6": nothing leaves but into an interface of kTunnelGroup, from OpenVPN itself, to the
-///   local network, over the
-///             loopback, for DHCP or neighbour discovery
+///             local network, over the loopback, for DHCP or neighbour discovery
 ///   asked     ports for name queries at which the local network may be asked while closed
 ///   ordinary  IPv4 networks for which the ordinary way is asked for
 ///   ports     OpenVPN's management ports, which nobody reaches but
