@@ -43,6 +43,7 @@ another network, locked, connecting again   | 0   | up lock ! roam crash up lock
 card down and up, locked, connecting again  | 0   | up lock ! flap crash up lock pause
 senders checked, locked, connecting again   | 0   | strict up lock ! crash up pause
 senders checked, over TCP                   | 0   | strict tcp up lock ! crash up pause
+senders checked, guest knocks, locked       | 0   | strict guest up lock ! knock
 forwarded packets, locked                   | 0   | guest up lock ! crash pause
 forwarded packets, open                     | 0   | guest up ! pause
 guardian killed, locked                     | 0   | up lock ! killguardian crash pause
@@ -273,6 +274,12 @@ guest() {
     ip -n guest route add default via 10.9.9.1
     nft 'table ip guest { chain out { type nat hook postrouting priority 100; ip saddr 10.9.9.0/24 masquerade; }; }'
     sender="ip netns exec guest"
+}
+# A socket that takes packets for any address could be found for those that are only forwarded.
+knock() {
+    local port
+    port=$(ss -Hunap | sed -n 's/.*:\([0-9]*\) .*"openvpn".*/\1/p')
+    port=$port ip netns exec guest bash -c 'for n in {1..100}; do echo x >"/dev/udp/203.0.113.10/$port"; read -rt .01 <> <(:); done'
 }
 killguardian() { kill -KILL $(pgrep -x network); }
 killprogram() { kill -KILL "$running"; running=; }

@@ -42,12 +42,13 @@ table inet korvan {
 
 /// For the kernel's check of the sender (rp_filter), only where there is one: packets that come in for OpenVPN get
 /// its mark. The rule looks for their socket and not for their connection: to track those takes time with every
-/// packet of the machine, as this does with every one that comes in.
+/// packet of the machine, as this does with every one that comes in. A socket that takes packets for any address
+/// would be found for one that is only forwarded, too.
 constexpr char kArriving[] = R"nft(
 table inet korvan {
     chain arriving {
         type filter hook prerouting priority mangle; policy accept;
-        meta nfproto @senders socket mark 19311 meta mark set 19311
+        meta nfproto @senders fib daddr type local socket mark 19311 meta mark set 19311
     }
 }
 )nft";
