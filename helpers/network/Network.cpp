@@ -138,6 +138,10 @@ Outcome tunnelUp(const Offer &offer, const Process &openVpn)
         held.state.tunnels.emplace_back().process = openVpn;
     }
     Tunnel &changed = *tunnelOf(held.state, openVpn);
+    if (offer.nameServers.empty()) { // an OpenVPN that started its tunnel anew may have brought some before
+        dropNameServers(changed.resolver, changed.offer.device);
+        changed.resolver = Resolver::None;
+    }
     changed.offer = offer;
     changed.link = if_nametoindex(offer.device.c_str());
     setGroup(changed.link, kTunnelGroup);

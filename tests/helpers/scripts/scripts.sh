@@ -57,6 +57,11 @@ case_name_servers_in_the_file_whatever_it_is() {
     echo 'nameserver 192.0.2.99' >/run/new; mv /run/new /etc/resolv.conf
     kill $pid; down
     is $'nameserver 192.0.2.99\n/etc/resolv.conf' cat /etc/resolv.conf <(ls /etc/resolv.conf*)
+    # So does what was there when a tunnel starts anew and brings none any more.
+    tunnel
+    env -i dev=tun0 daemon_pid=$pid trusted_ip=203.0.113.9 route_vpn_gateway=198.18.0.1 "$bundle/up.sh" tun0
+    is $'nameserver 192.0.2.99\n/etc/resolv.conf' cat /etc/resolv.conf <(ls /etc/resolv.conf*)
+    kill $pid; down
 }
 
 case_name_servers_through_resolvconf_and_resolved() {
