@@ -1,11 +1,11 @@
 #include "helpers/compose9/Starter.h"
 
 #include "helpers/compose9/Processes.h"
-#include "helpers/system/Descriptor.h"
 #include "names/Names.h"
 
 #include <cstdlib>
 #include <poll.h>
+#include <sys/socket.h>
 #include <unistd.h>
 
 uid_t Starter::user() const
@@ -16,7 +16,8 @@ uid_t Starter::user() const
 void Starter::start(const std::string &outcome)
 {
     if (isForAPerson()) {
-        writeAll(STDOUT_FILENO, outcome + '\n');
+        const std::string line = outcome + '\n';
+        send(STDOUT_FILENO, line.data(), line.size(), MSG_DONTWAIT | MSG_NOSIGNAL); // nobody makes root wait
     } else {
         setenv(kUpdateOutcome, outcome.c_str(), 1);
         m_process = startProgram(m_program);
@@ -30,7 +31,7 @@ std::string Starter::watch(int watchMs) const
     }
     pollfd answer = {STDOUT_FILENO, POLLIN, 0};
     char status[8] = {};
-    if (poll(&answer, 1, watchMs) <= 0 || read(STDOUT_FILENO, status, sizeof status - 1) <= 0 ||
+    if (poll(&answer, 1, watchMs) <= 0 || recv(STDOUT_FILENO, status, sizeof status - 1, MSG_DONTWAIT) <= 0 ||
         std::string(status) == "0\n") {
         return {};
     }

@@ -2,6 +2,7 @@
 #include "helpers/compose9/Processes.h"
 #include "helpers/compose9/SignedArchive.h"
 #include "helpers/compose9/Starter.h"
+#include "helpers/system/Descriptor.h"
 #include "helpers/system/Person.h"
 #include "names/Names.h"
 
@@ -266,7 +267,8 @@ static int installGiven(const std::string &signature)
         return child > 0 ? 0 : 1;
     }
     setsid();
-    signal(SIGPIPE, SIG_IGN); // whoever was to start the program may be gone
+    const Descriptor nothing(open("/dev/null", O_WRONLY | O_CLOEXEC));
+    dup2(nothing, STDERR_FILENO); // whoever reads the one that was given could make root wait
     return run(places);
 }
 
