@@ -19,8 +19,10 @@ static constexpr int kRetryMs = 50;
 
 void Korvan::onConnect()
 {
-    if (m_connectInWork) {
-        if (m_status == STATUS_RECONNECTING) { // the attempt that failed has not returned yet
+    const bool isClosing = m_engine->state() == VPNClient::DISCONNECTING;
+    if (m_connectInWork || m_actsOnMessage || isClosing) {
+        // The attempt that failed has not returned yet, a tunnel is still being closed, or its box is open.
+        if (m_status == STATUS_RECONNECTING || isClosing) {
             QTimer::singleShot(kRetryMs, this, &Korvan::onConnect);
         }
         return;

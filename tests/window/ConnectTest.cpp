@@ -54,6 +54,32 @@ private slots:
         QCOMPARE(combo("cmServer")->currentText(), QString("Examplia-1"));
     }
 
+    /// What is asked for while a tunnel is being closed, or while the box about its end is open, waits for that.
+    void clicksThatWait()
+    {
+        helperDoes("echo 'Initialization Sequence Completed'; exec sleep 600");
+        QVERIFY(press("pbConnect"));
+        when([this] { return engine().state() == VPNClient::DISCONNECTING; },
+             [this] { QMetaObject::invokeMethod(m_window.get(), "onConnect"); });
+        QVERIFY(press("pbDisconnect"));
+        QTRY_COMPARE_WITH_TIMEOUT(noted().count('\n'), 2, 30000);
+        QTRY_COMPARE(label("lbStatusT"), QString(" CONNECTED"));
+
+        helperDoes("echo 'Initialization Sequence Completed'; exec sleep 600");
+        boxes.expect("Error", kUnknownError);
+        QByteArray behind = "none";
+        boxes.whileOpen = [&] {
+            press("Reconnect");
+            QTest::qWait(0);
+            behind = noted();
+        };
+        emit engine().message("[ERROR]");
+        boxes.whileOpen = nullptr;
+        QCOMPARE(behind, QByteArray());
+        QTRY_COMPARE_WITH_TIMEOUT(noted().count('\n'), 1, 30000);
+        QTRY_COMPARE(label("lbStatusT"), QString(" CONNECTED"));
+    }
+
     void quitDuringTheAttempt()
     {
         helperDoes("exec sleep 600");
