@@ -136,9 +136,6 @@ void Korvan::onUpApp()
     auto *manager = new QNetworkAccessManager(this);
     QNetworkReply *reply = sendRequest(*manager, QNetworkRequest(QUrl(m_updateAddress)), kArchiveLimit);
     connect(reply, &QNetworkReply::downloadProgress, this, &Korvan::onUpdateProgress);
-    // Destroying the manager while its thread is still at what has come would stop the window for as long.
-    connect(reply, &QNetworkReply::finished, manager,
-            [manager] { QTimer::singleShot(kThreadEndMs, manager, &QObject::deleteLater); });
     m_form->pbUpApp->setEnabled(false);
     Wait wait;
     wait.until(reply, &QNetworkReply::finished);
@@ -146,6 +143,9 @@ void Korvan::onUpApp()
     if (!wait.run() || self.isNull()) {
         return; // the program ends
     }
+    // Not sooner: other waits may have held this one up for long. And not at once: destroying the manager while its
+    // thread is still at what has come would stop the window for as long.
+    QTimer::singleShot(kThreadEndMs, manager, &QObject::deleteLater);
     const QByteArray archive = wholeBody(*reply);
     const int status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
     QString problem = archive.isEmpty() ? QStringLiteral("no data") : whyNoArchive(status, archive);
