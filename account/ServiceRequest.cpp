@@ -136,6 +136,12 @@ static void limitConnection(QNetworkReply &reply, qint64 limit)
     look->start(intervalMs);
 }
 
+void limitReply(QNetworkReply &reply, qint64 limit)
+{
+    limitBody(reply, limit);
+    limitConnection(reply, limit);
+}
+
 QNetworkReply *sendRequest(QNetworkAccessManager &manager, QNetworkRequest request, qint64 limit,
                            const QByteArray *form)
 {
@@ -148,8 +154,7 @@ QNetworkReply *sendRequest(QNetworkAccessManager &manager, QNetworkRequest reque
     request.setRawHeader("Accept-Encoding", "identity"); // a compressed answer could grow a thousandfold here
     QNetworkReply *reply = form != nullptr ? manager.post(request, *form) : manager.get(request);
     reply->ignoreSslErrors();
-    limitBody(*reply, limit);
-    limitConnection(*reply, limit);
+    limitReply(*reply, limit);
     if (inTheOpen) {
         refuse(*reply, QT_TRANSLATE_NOOP("Korvan", "The address of %1 is not encrypted, so that nothing was sent."),
                host);

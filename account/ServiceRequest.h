@@ -15,6 +15,9 @@ class QNetworkReply;
 QNetworkReply *sendRequest(QNetworkAccessManager &manager, QNetworkRequest request, qint64 limit,
                            const QByteArray *form = nullptr);
 
+/// Gives the body of a reply up beyond `limit` bytes, and its connection when that brings far more than it may.
+void limitReply(QNetworkReply &reply, qint64 limit);
+
 /// Shuts the connections of a reply that is not waited for any longer. A server that sends without a pause keeps the
 /// thread that reads them busy; destroying the manager would wait five seconds for it and leave it running.
 void hangUp(const QNetworkReply &reply);

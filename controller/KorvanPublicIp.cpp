@@ -2,6 +2,7 @@
 
 #include "account/Limits.h"
 #include "account/PublicIp.h"
+#include "account/ServiceRequest.h"
 #include "account/WebPage.h"
 #include "base/Addresses.h"
 #include "ui_Korvan.h"
@@ -16,7 +17,7 @@ void Korvan::updateCountryFromIP()
     delete m_publicIpRequest;
     m_publicIpRequest = new QNetworkAccessManager(this);
     QNetworkReply *reply = m_publicIpRequest->get(plainRequest(QStringLiteral(KORVAN_IP_TEST_URL)));
-    limitBody(*reply, kPageLimit);
+    limitReply(*reply, kPageLimit);
     connect(reply, &QNetworkReply::finished, this, [this, reply] {
         const PublicIp ip = cutIpPage(wholeBody(*reply));
         m_form->lbPublicIP->setText(shownText(ip.address));
