@@ -84,6 +84,7 @@ Korvan::~Korvan()
 void Korvan::connectSignals()
 {
     connect(m_engine, &VPNClient::message, this, &Korvan::onMessage);
+    connect(m_engine, &VPNClient::connected, this, [this] { QTimer::singleShot(0, this, &Korvan::showConnected); });
     connect(m_form->pbSave, &QAbstractButton::clicked, this, &Korvan::onSave);
     connect(m_form->pbSaveProxy, &QAbstractButton::clicked, this, &Korvan::onSave);
     connect(m_form->pbUpdate, &QAbstractButton::clicked, this, &Korvan::onUpdate);

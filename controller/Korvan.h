@@ -141,7 +141,8 @@ private:
     void showLook(const StatusLook &look);
     void moveFocus(QWidget *shown);
     void announce();
-    void enableRefresh(bool possible);
+    void clearAddresses();
+    void enableRefresh(const QString &reason);
     void enterInit();
     void enterReady();
     void enterConnecting();
@@ -151,6 +152,8 @@ private:
 
     // Connect flow (controller/KorvanConnect.cpp)
     void giveUpReconnect();
+    void showConnected();
+    bool isProfileInUse() const;
     bool prepareConnection(VPNClient::SETUP &setup, VPNClient::OPTION &option);
     bool prepareOpenVPN(VPNClient::SETUP &setup, VPNClient::OPTION &option);
     bool prepareL2TP(VPNClient::SETUP &setup, VPNClient::OPTION &option);

@@ -34,6 +34,10 @@ void Korvan::onConnect()
         giveUpReconnect();
         return;
     }
+    if (!m_form->cmServer->isEnabled() && m_status != STATUS_RECONNECTING) { // it says what went on, and no server
+        onChangeUser();
+        return;
+    }
     VPNClient::SETUP setup(static_cast<VPNClient::TYPE>(-1), {}, {}, {});
     VPNClient::OPTION option;
     if (!prepareConnection(setup, option)) {
@@ -43,8 +47,15 @@ void Korvan::onConnect()
     setStatus(STATUS_CONNECTING);
     const bool up = m_engine->setup(setup) && m_status == STATUS_CONNECTING && m_engine->open(option);
     QFile::remove(appPath(kProxyLoginFile)); // OpenVPN has read it by now
-    // A wait also ends when the program quits: only a tunnel that is up counts as one.
-    if (up && m_status == STATUS_CONNECTING && m_engine->state() == VPNClient::CONNECTED) {
+    if (up) {                                // or the program quits, which ends the wait, too
+        showConnected();
+    }
+}
+
+/// Shows the tunnel that is up. The attempt itself hears of it late when a box that was opened meanwhile holds it up.
+void Korvan::showConnected()
+{
+    if (m_status == STATUS_CONNECTING && m_engine->state() == VPNClient::CONNECTED) {
         setStatus(STATUS_CONNECTED);
     }
 }

@@ -56,7 +56,7 @@ void Korvan::hideNotice()
 
 void Korvan::onLastProfile()
 {
-    if (m_bundleInWork) {
+    if (isProfileInUse()) {
         return;
     }
     const QPointer<Korvan> self(this);

@@ -12,6 +12,7 @@
 #include <QAudioDeviceInfo>
 #include <QCoreApplication>
 #include <QLibraryInfo>
+#include <QNetworkAccessManager>
 #include <QSound>
 
 static constexpr int kProgressIntervalMs = 500;
@@ -53,6 +54,7 @@ void Korvan::setStatus(KORVANSTATUS status)
         m_traffic.endSession();
         break;
     case STATUS_RECONNECTING:
+        clearAddresses();
         break;
     }
     m_status = status;
@@ -69,6 +71,7 @@ void Korvan::showStatus(KORVANSTATUS status)
 void Korvan::showTunnelLost()
 {
     showLook(lostLook());
+    clearAddresses();
     m_progressTimer.stop();
     m_form->pgLinkState->setValue(0);
 }
@@ -134,7 +137,7 @@ void Korvan::showLook(const StatusLook &look)
     turn(m_form->cmServer, look.choice);
     turn(m_form->cmProto, look.choice);
     if (look.update != Turn::Keep) {
-        enableRefresh(look.update == Turn::On);
+        enableRefresh(look.update == Turn::On ? QString() : tr("The configuration is in use now."));
     }
     m_tray.show(look, m_form->cmServer->currentText());
 }
@@ -157,6 +160,17 @@ void Korvan::announce()
     }
     QAccessibleEvent news(m_form->lbStatusT, QAccessible::Alert);
     QAccessible::updateAccessibility(&news);
+}
+
+/// What was seen through the tunnel is not told any more.
+void Korvan::clearAddresses()
+{
+    for (QLabel *label : {m_form->lbPublicIP, m_form->lbServerIP, m_form->lbCountry}) {
+        label->clear();
+        label->setToolTip({});
+    }
+    delete m_publicIpRequest;
+    m_publicIpRequest = nullptr;
 }
 
 void Korvan::enterInit()
@@ -192,6 +206,7 @@ void Korvan::enterReady()
 
 void Korvan::enterConnecting()
 {
+    hideNotice(); // its buttons are for who has no tunnel
     m_pastTunnel = {};
     m_form->stack->setCurrentWidget(m_form->pageMain); // no tunnel is up behind the login page
     m_form->pgLinkState->setValue(0);
@@ -218,9 +233,7 @@ void Korvan::enterConnected()
 void Korvan::enterNotConnected()
 {
     m_traffic.clearSession();
-    for (QLabel *label : {m_form->lbPublicIP, m_form->lbServerIP, m_form->lbCountry}) {
-        label->clear();
-    }
+    clearAddresses();
     m_progressTimer.stop();
     m_form->pgLinkState->setValue(0);
     QTimer::singleShot(0, this, &Korvan::updateCountryFromIP);

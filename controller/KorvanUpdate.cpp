@@ -67,18 +67,23 @@ void Korvan::updateRefresh(bool save)
     }
 }
 
+/// Whether the profile's files and the chosen server are in use, as while a tunnel comes up, or a login is at work on
+/// them.
+bool Korvan::isProfileInUse() const
+{
+    return m_bundleInWork || m_connectInWork || tunnelInUse(m_status) || m_status == STATUS_RECONNECTING;
+}
+
 void Korvan::onUpdate()
 {
-    // The profile's files and the chosen server are in use while a tunnel comes up, and a login may be at work on
-    // them.
-    if (m_bundleInWork || tunnelInUse(m_status) || m_status == STATUS_RECONNECTING) {
+    if (isProfileInUse()) {
         qDebug("WARNING: the configuration is in use and can not be refreshed now.");
         return;
     }
     const QPointer<Korvan> self(this);
     hideNotice();
     showInServerBox(tr("Updating Configuration ..."));
-    enableRefresh(false);
+    enableRefresh(tr("The configuration is in use now."));
     m_form->cmProto->setEnabled(false);
     m_bundleInWork = true;
     QByteArray profile;
@@ -91,6 +96,7 @@ void Korvan::onUpdate()
     }
     m_bundleInWork = false;
     if (profile.isEmpty()) {
+        enableRefresh(tr("Please sign in first."));
         m_form->lbSignInHint->setText(
             tr("The configuration could not be refreshed: the service can not be reached."));
         QTimer::singleShot(0, this, &Korvan::onChangeUser);
@@ -100,7 +106,7 @@ void Korvan::onUpdate()
         return;
     }
     updateOpenVPNServerList();
-    enableRefresh(true);
+    enableRefresh({});
     m_form->cmServer->setEnabled(true);
     m_form->cmProto->setEnabled(true);
     const bool failed = m_form->cmServer->count() == 0;
@@ -112,11 +118,11 @@ void Korvan::onUpdate()
                        failed ? tr("Update Failed.") : tr("Update Successful."));
 }
 
-void Korvan::enableRefresh(bool possible)
+/// Unless there is a reason against it, which the buttons tell.
+void Korvan::enableRefresh(const QString &reason)
 {
-    const QString reason = possible ? QString() : tr("The configuration is in use now.");
     for (QWidget *button : {m_form->pbUpdate, m_form->pbUpAccount}) {
-        button->setEnabled(possible);
+        button->setEnabled(reason.isEmpty());
         button->setToolTip(reason);
     }
 }

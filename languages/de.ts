@@ -771,6 +771,10 @@ Drücken Sie OK, um Ihre normale Internetverbindung wiederherzustellen, und verb
         <source>Not in the tunnel: %1</source>
         <translation>Nicht im Tunnel: %1</translation>
     </message>
+    <message>
+        <source>Please sign in first.</source>
+        <translation>Bitte melden Sie sich zuerst an.</translation>
+    </message>
 </context>
 <context>
     <name>KvL2TPBox</name>

@@ -771,6 +771,10 @@ Pulse Aceptar para restablecer su conexión a Internet habitual y vuelva a conec
         <source>Not in the tunnel: %1</source>
         <translation>Fuera del túnel: %1</translation>
     </message>
+    <message>
+        <source>Please sign in first.</source>
+        <translation>Inicie sesión primero.</translation>
+    </message>
 </context>
 <context>
     <name>KvL2TPBox</name>

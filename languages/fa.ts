@@ -771,6 +771,10 @@ Please press OK to resume your regular internet connection and reconnect to the 
         <source>Not in the tunnel: %1</source>
         <translation>بیرون از تونل: %1</translation>
     </message>
+    <message>
+        <source>Please sign in first.</source>
+        <translation>لطفاً نخست وارد شوید.</translation>
+    </message>
 </context>
 <context>
     <name>KvL2TPBox</name>

@@ -771,6 +771,10 @@ Appuyez sur OK pour rétablir votre connexion à Internet habituelle, puis recon
         <source>Not in the tunnel: %1</source>
         <translation>Hors du tunnel : %1</translation>
     </message>
+    <message>
+        <source>Please sign in first.</source>
+        <translation>Connectez-vous d’abord à votre compte.</translation>
+    </message>
 </context>
 <context>
     <name>KvL2TPBox</name>

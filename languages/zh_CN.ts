@@ -771,6 +771,10 @@ Please press OK to resume your regular internet connection and reconnect to the 
         <source>Not in the tunnel: %1</source>
         <translation>不通过隧道：%1</translation>
     </message>
+    <message>
+        <source>Please sign in first.</source>
+        <translation>请先登录。</translation>
+    </message>
 </context>
 <context>
     <name>KvL2TPBox</name>

@@ -78,6 +78,9 @@ private slots:
         QTRY_COMPARE(page(), QString("pageLogin"));
         QCOMPARE(label("lbSignInHint"),
                  QString("The configuration could not be refreshed: the service can not be reached."));
+        QVERIFY(press("Proxy Settings..."));
+        QCOMPARE(page() + ' ' + find("pbUpdate")->toolTip(), QString("pageMain Please sign in first."));
+        QVERIFY2(press("pbConnect") && page() == "pageLogin", "there is no server to connect to");
         QVERIFY(press("pbExist") && label("lbSignInHint").startsWith("Use the name and password"));
     }
 

@@ -33,6 +33,7 @@ protected:
     void startLoggedIn(const QStringList &servers);
 
     VPNClient &engine() const { return *m_window->m_engine; }
+    void useLastProfile() const { m_window->onLastProfile(); }
     QAbstractButton *button(const char *name) const { return find<QAbstractButton>(name); }
     QComboBox *combo(const char *name) const { return find<QComboBox>(name); }
     void type(const char *field, const QString &text) const { find<QLineEdit>(field)->setText(text); }
