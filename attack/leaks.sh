@@ -42,6 +42,7 @@ table of the marked packets emptied, locked | 0   | up lock ! empty crash up pau
 another network, locked, connecting again   | 0   | up lock ! roam crash up lock pause
 card down and up, locked, connecting again  | 0   | up lock ! flap crash up lock pause
 senders checked, locked, connecting again   | 0   | strict up lock ! crash up pause
+senders checked loosely, connecting again   | 0   | loose up lock ! crash up pause
 senders checked, over TCP                   | 0   | strict tcp up lock ! crash up pause
 senders checked, guest knocks, locked       | 0   | strict guest up lock ! knock
 forwarded packets, locked                   | 0   | guest up lock ! crash pause
@@ -245,6 +246,7 @@ push() { "$LAB" ctl push Examplia-1 "route 203.0.113.10 255.255.255.255 net_gate
 veth() { "$LAB" ctl uplink veth; }
 tun() { "$LAB" ctl uplink tun; }
 tap() { "$LAB" ctl uplink tap; }
+loose() { echo 2 | tee /proc/sys/net/ipv4/conf/{all,eth0}/rp_filter >/dev/null; }
 strict() { echo 1 | tee /proc/sys/net/ipv4/conf/{all,eth0}/rp_filter >/dev/null; }
 tcp() { server=Examplia-1-TCP; }
 only() { ip link set eth0 down; gateway=; }
@@ -305,7 +307,7 @@ read -r -a steps <<<"${1%%!*}"
 read -r -a counted <<<"${1#*!}"
 for step in "${steps[@]}"; do
     # What belongs to the machine is there before anybody sends.
-    case $step in push | veth | tun | tap | only | strict | tcp | guest | proxied) ;; *) [ -n "${sender_pid:-}" ] || sending ;; esac
+    case $step in push | veth | tun | tap | only | strict | loose | tcp | guest | proxied) ;; *) [ -n "${sender_pid:-}" ] || sending ;; esac
     $step
 done
 [ -n "${sender_pid:-}" ] || sending

@@ -17,13 +17,15 @@ std::string readSwitch(const std::filesystem::path &path)
     return value;
 }
 
-/// Whether packets are dropped that come from where no answer would go (rp_filter).
-bool checksSenders()
+/// Whether packets are dropped that come from where no answer would go (rp_filter): back where they came from, or,
+/// checked loosely, anywhere, as while locked.
+bool checksSenders(bool isLocked)
 {
     std::error_code failed;
     std::filesystem::directory_iterator link("/proc/sys/net/ipv4/conf", failed);
     for (; !failed && link != std::filesystem::directory_iterator(); link.increment(failed)) {
-        if (readSwitch(link->path() / "rp_filter") == "1") {
+        const std::string check = readSwitch(link->path() / "rp_filter");
+        if (check == "1" || (check == "2" && isLocked)) {
             return true;
         }
     }
@@ -65,7 +67,7 @@ std::string Held::settle(Decision decision)
     std::string marks;
     if (!guarded) {
         marks.swap(state.marksBefore);
-    } else if (state.marksBefore.empty() && checksSenders()) {
+    } else if (state.marksBefore.empty() && checksSenders(state.isLocked)) {
         state.marksBefore = readSwitch(kCheckMarks);
         marks = "1";
     }
