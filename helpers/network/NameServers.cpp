@@ -5,6 +5,7 @@
 #include "helpers/system/Run.h"
 
 #include <cerrno>
+#include <climits>
 #include <cstdio>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -18,7 +19,6 @@ constexpr char kSaved[] = "/etc/resolv.conf.korvan";
 const std::string kOurs = std::string("# Korvan's tunnel; the file before: ") + kSaved + "\n";
 
 constexpr char kResolvectl[] = "/usr/bin/resolvectl";
-constexpr char kResolvconf[] = "/usr/sbin/resolvconf";
 
 std::string content(const std::string &path)
 {
@@ -58,10 +58,16 @@ bool isTool(const char *path)
     return access(path, X_OK) == 0;
 }
 
+/// The file behind links; empty where there is none.
+std::string target(const char *path)
+{
+    char whole[PATH_MAX] = "";
+    return realpath(path, whole) != nullptr ? whole : "";
+}
+
 bool isResolved()
 {
-    char target[4096] = "";
-    const std::string path = realpath(kFile, target) != nullptr ? target : "";
+    const std::string path = target(kFile);
     return isTool(kResolvectl) && access("/run/systemd/resolve", F_OK) == 0 &&
            (path.rfind("/run/systemd/resolve/", 0) == 0 ||
             content(kFile).find("nameserver 127.0.0.53") != std::string::npos);
@@ -77,9 +83,15 @@ bool setWithResolved(const Offer &offer)
     return runToEnd(dns, {}, 5000).status == 0 && runToEnd(domain, {}, 5000).status == 0;
 }
 
-const char *resolvconf()
+/// The tool, or an empty text. systemd-resolved brings one of that name, which sets what nobody asks for here.
+std::string resolvconf()
 {
-    return isTool(kResolvconf) ? kResolvconf : "/usr/bin/resolvconf";
+    for (const char *path : {"/usr/sbin/resolvconf", "/usr/bin/resolvconf"}) {
+        if (isTool(path) && target(path) != kResolvectl) {
+            return path;
+        }
+    }
+    return {};
 }
 
 } // namespace
@@ -112,7 +124,7 @@ Resolver setNameServers(const Offer &offer)
     if (isResolved() && setWithResolved(offer)) {
         return Resolver::Resolved;
     }
-    if (isTool(resolvconf()) && runToEnd({resolvconf(), "-a", offer.device + ".openvpn"}, lines(offer)).status == 0) {
+    if (!resolvconf().empty() && runToEnd({resolvconf(), "-a", offer.device + ".openvpn"}, lines(offer)).status == 0) {
         return Resolver::Resolvconf;
     }
     return setNameServerFile(offer) ? Resolver::File : Resolver::None;

@@ -41,9 +41,9 @@ restores() {
     for n in 1 2; do down; is '' diff /run/before <(state); done
 }
 lines=$'search corp.example\nnameserver 198.18.0.1'
+renamed=$'# Korvan\'s tunnel; the file before: /etc/resolv.conf.korvan\n'$lines
 
 case_name_servers_in_the_file_whatever_it_is() {
-    renamed=$'# Korvan\'s tunnel; the file before: /etc/resolv.conf.korvan\n'$lines
     rm -f /etc/resolv.conf
     restores "$renamed"
     ln -s /run/nowhere /etc/resolv.conf
@@ -76,6 +76,10 @@ case_name_servers_through_resolvconf_and_resolved() {
     ln -sf /run/systemd/resolve/stub /etc/resolv.conf
     restores $'nameserver 192.0.2.53\nresolvectl dns tun0 198.18.0.1\nresolvectl domain tun0 corp.example ~.' \
         /run/calls
+    # Where the file is another's nobody asks systemd-resolved, whose package has a resolvconf of its own.
+    ln -sf resolvectl /usr/bin/resolvconf
+    rm /etc/resolv.conf; echo nameserver 192.0.2.53 >/etc/resolv.conf
+    restores "$renamed"
 }
 
 case_what_the_server_sent_is_checked() {
