@@ -14,7 +14,9 @@
 
 #include <atomic>
 #include <cerrno>
+#include <csignal>
 #include <cstring>
+#include <optional>
 #include <poll.h>
 #include <sys/mman.h>
 #include <sys/socket.h>
@@ -92,13 +94,16 @@ static Refusal refusalIn(const QByteArray &greeting)
     return {QT_TRANSLATE_NOOP("RootPart", "Secure failed, you must run me as root at least one time"), {}};
 }
 
-/// Waits for the first message of a root part that has just been started.
-static QByteArray greetingFrom(int socket)
+/// Waits for the first message of a root part that has just been started. Returns it, empty where there was none; no
+/// value when the program ends first.
+static std::optional<QByteArray> greetingFrom(int socket)
 {
     QSocketNotifier notifier(socket, QSocketNotifier::Read);
     Wait wait;
     wait.until(&notifier, &QSocketNotifier::activated);
-    wait.run();
+    if (!wait.run()) {
+        return {};
+    }
     QByteArray greeting(32, '\0');
     const ssize_t length = recv(socket, greeting.data(), static_cast<size_t>(greeting.size()), MSG_DONTWAIT);
     return greeting.left(static_cast<int>(qMax<ssize_t>(length, 0)));
@@ -123,7 +128,8 @@ static int askPkexec(Refusal &refusal)
         const bool isOpen =
             errors.open(memfd_create("pkexec", MFD_CLOEXEC), QFile::ReadWrite, QFile::AutoCloseHandle);
         const int socket = isOpen ? startThroughPkexec(process, errors.handle()) : -1;
-        refusal = refusalIn(socket >= 0 ? greetingFrom(socket) : QByteArray());
+        const std::optional<QByteArray> greeting = socket >= 0 ? greetingFrom(socket) : QByteArray();
+        refusal = refusalIn(greeting.value_or(QByteArray()));
         if (refusal.isEmpty()) {
             return socket;
         }
@@ -131,6 +137,10 @@ static int askPkexec(Refusal &refusal)
             return -1;
         }
         close(socket);
+        if (!greeting) {
+            kill(process, SIGTERM); // its question goes with it
+            return -1;
+        }
         int status = 0;
         TEMP_FAILURE_RETRY(waitpid(process, &status, 0));
         errors.seek(0);
@@ -153,7 +163,7 @@ Refusal askForRoot()
     int socket = std::exchange(s_ungreeted, -1);
     if (socket < 0) {
         socket = askPkexec(refusal);
-    } else if (refusal = refusalIn(greetingFrom(socket)); !refusal.isEmpty()) {
+    } else if (refusal = refusalIn(greetingFrom(socket).value_or(QByteArray())); !refusal.isEmpty()) {
         close(socket);
         waitpid(0, nullptr, WNOHANG);
     }

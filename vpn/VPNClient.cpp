@@ -123,7 +123,12 @@ bool VPNClient::prepareAttempt(const OPTION &option)
         setState(VPNERROR);
         return false;
     }
-    if (const Refusal refusal = askForRoot(); !refusal.isEmpty()) {
+    const int attempt = m_attempt;
+    const Refusal refusal = askForRoot(); // may wait for a person
+    if (attempt != m_attempt) {
+        return false;
+    }
+    if (!refusal.isEmpty()) {
         emit message(QLatin1String(kErrorPrefix) + refusal.english());
         setState(VPNERROR);
         return false;
@@ -162,11 +167,11 @@ bool VPNClient::open(OPTION option)
 
 bool VPNClient::close()
 {
+    ++m_attempt; // also one that has no worker yet
     if (m_closing || state() < CONNECTING || !workerRuns()) {
         return false;
     }
     m_closing = true;
-    ++m_attempt;
     setState(DISCONNECTING);
     emit message(QStringLiteral("disconnecting from the network...\n"));
     QElapsedTimer waited;
