@@ -18,7 +18,9 @@ trap 'rm -rf "$copies"' EXIT
 cp "${files[@]}" "$copies"
 takeTexts "$copies"/*.ts
 failed=0
-if ! diff -r -U 1 languages "$copies" | grep -v '^Only in languages'; then :; else
+changes=$(diff -r -U 1 languages "$copies" | grep -v '^Only in languages' || true)
+if [ -n "$changes" ]; then
+    echo "$changes"
     echo "check-languages: texts have changed: scripts/check-languages.sh --update, then translate them" >&2
     failed=1
 fi
