@@ -13,7 +13,8 @@ fi
 bundle=$1/Korvan.app
 archive=$(realpath -m "$2")
 macos=Korvan.app/Contents/MacOS
-for name in Korvan broker standin version compose compose4 composec compose6 compose7 compose9 up.sh down.sh; do
+for name in Korvan broker standin version compose compose4 composec compose6 compose7 compose9 network up.sh down.sh \
+    tools/defaults tools/netstat tools/ping tools/route; do
     [ -f "$1/$macos/$name" ] || { echo "make-update: $1/$macos/$name is missing, build everything first" >&2; exit 1; }
 done
 

@@ -59,7 +59,7 @@ std::string checkBundle(const std::string &bundle, const std::string &program)
     }
     for (const char *name :
          {program.c_str(), "broker", "standin", "compose", "compose4", "composec", "compose6", "compose7", "compose9",
-          "up.sh", "down.sh", "tools/route", "tools/netstat", "tools/ping", "tools/defaults"}) {
+          "network", "up.sh", "down.sh", "tools/route", "tools/netstat", "tools/ping", "tools/defaults"}) {
         struct stat info = {};
         const std::string path = bundle + kMacOs + name;
         if (stat(path.c_str(), &info) != 0) {

@@ -16,7 +16,7 @@ class Compose9Test : public QObject
     Q_OBJECT
 
     /// The programs and scripts of a bundle beside the program itself and the helper.
-    const QString m_helpers = "broker compose compose4 composec compose6 compose7 standin up.sh down.sh "
+    const QString m_helpers = "broker compose compose4 composec compose6 compose7 network standin up.sh down.sh "
                               "tools/route tools/ping tools/netstat tools/defaults ";
     const QString m_enter = "cd Korvan.app/Contents/MacOS; ";
     QScopedPointer<QTemporaryDir> m_dir;
@@ -117,6 +117,7 @@ private slots:
             {"rm -r ../../../Korvan.app", "", "the archive has no Korvan.app"},
             {"ln -s /etc/passwd x", "", "neither a file nor a folder"},
             {"rm compose4", "", "compose4: No such file"},
+            {"rm network", "", "network: No such file"},
             {"echo 'exit 3' >>Korvan", "", "it ended at once with status 3"},
             {"", "sendfile:error=ENOSPC", "No space left"},
             {"", "rename,chmod:error=EROFS", "Read-only file"},
