@@ -208,9 +208,6 @@ static int run(const Places &places)
     }
     Starter starter(places.executable(), places.person);
     std::string reason = places.archive ? std::string() : returnToBundle(places);
-    if (!reason.empty() && waitForEnd(places.bundle, starter.user(), kEndLimitMs)) {
-        starter.start(failure(reason));
-    }
     // With those of root that work for the person's window.
     const std::vector<Running> ending = processesOf(places.bundle, {getuid(), starter.user()});
     if (places.person && !waitForEnds(ending, kEndLimitMs)) { // before the lock, which no window may keep from others
@@ -222,8 +219,11 @@ static int run(const Places &places)
     const int lock = open(lockPath.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, 0600);
     if (reason.empty() && flock(lock, LOCK_EX | LOCK_NB) != 0) {
         reason = errno == EWOULDBLOCK ? "another update is being installed" : lockPath + ": " + strerror(errno);
-    } else if (reason.empty()) {
+    }
+    if (reason.empty()) {
         reason = update(places, ending, starter);
+    } else if (places.person || waitForEnds(ending, kEndLimitMs)) { // for a person it was waited above
+        starter.start(failure(reason));
     }
     if (!reason.empty()) {
         say(places, failure(reason));

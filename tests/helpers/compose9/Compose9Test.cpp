@@ -8,6 +8,7 @@
 
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/socket.h>
 #include <unistd.h>
 
 /// Updates tiny bundles, whose programs are scripts that note their start, with real processes.
@@ -81,6 +82,16 @@ class Compose9Test : public QObject
             {sign + key + " -t 'Korvan 2.10'", "signed as version 2.10 and holds version 2.5.0"},
             {"mkfifo a.sig", "is no file"},
         };
+    }
+
+    /// Packs what is staged as a.zip, for a program with a key, and signs it by that command.
+    void pack(const QString &how) const
+    {
+        shell("cp " KORVAN_BUNDLE "/compose[79] Korvan.app/Contents/MacOS; tail -1 " KORVAN_BUILD
+              "/lab/update.pub >Korvan.app/Contents/MacOS/update-keys; cd "
+              "update.temp; cp ../Korvan.app/Contents/MacOS/compose* Korvan.app/Contents/MacOS; zip -qr ../a.zip "
+              "Korvan.app; cd ..; rm -r update.temp; { " +
+              how + "; } >/dev/null");
     }
 
 private slots:
@@ -158,6 +169,20 @@ private slots:
         const int lock = open("/run/korvan/update-lock", O_RDONLY | O_CLOEXEC);
         QCOMPARE(flock(lock, LOCK_EX), 0);
         QCOMPARE(update(), "1 2.4.1 login Korvan.app started update.temp"); // what was unpacked is the other one's
+        QTRY_VERIFY(started().contains("2.4.1\n"));
+
+        // Root installs for a person, whose process waits to be told.
+        pack(signatures().first().first);
+        int ends[2] = {-1, -1};
+        QCOMPARE(socketpair(AF_UNIX, SOCK_STREAM, 0, ends), 0);
+        shell(QString(
+                  "KORVAN_PERSON=65534 Korvan.app/Contents/MacOS/compose9 --install-given \"$(<a.sig)\" <a.zip >&%1")
+                  .arg(ends[1]));
+        close(ends[1]);
+        char told[200] = {};
+        recv(ends[0], told, sizeof told - 1, 0);
+        QCOMPARE(told, "[ERROR]Update failed: another update is being installed\n");
+        close(ends[0]);
         close(lock);
     }
 
@@ -167,11 +192,7 @@ private slots:
     {
         for (const auto &[how, reason] : signatures()) {
             init();
-            shell("cp " KORVAN_BUNDLE "/compose[79] Korvan.app/Contents/MacOS; tail -1 " KORVAN_BUILD
-                  "/lab/update.pub >Korvan.app/Contents/MacOS/update-keys; cd "
-                  "update.temp; cp ../Korvan.app/Contents/MacOS/compose* Korvan.app/Contents/MacOS; zip -qr ../a.zip "
-                  "Korvan.app; cd ..; rm -r update.temp; { " +
-                  how + "; } >/dev/null");
+            pack(how);
             const bool good = *reason == '\0';
             const QByteArray seen =
                 shell("strace -fo calls -e trace=mkdir,rename,renameat2 Korvan.app/Contents/MacOS/"
