@@ -64,12 +64,20 @@ void preferBundledTools()
     qputenv("PATH", QFile::encodeName(appPath("/tools")) + ':' + qgetenv("PATH"));
 }
 
+/// Tells the person. Where there is no screen nobody could close the box; then only the log tells it.
+static void showBox(QMessageBox::Icon icon, const QString &title, const QString &text)
+{
+    if (QApplication::platformName() != QLatin1String("offscreen")) {
+        QMessageBox(icon, title, text, QMessageBox::Ok).exec();
+    }
+}
+
 static PendingUpdate tellUpdateFailed(const QString &reason)
 {
     qDebug().noquote() << "[ERROR]Update failed," << reason + QLatin1Char('.');
     QDir_removeFolder(appPath(kUpdateFolder));
-    QMessageBox::information(nullptr, QApplication::tr("Update"),
-                             QApplication::tr("Update failed, %1.").arg(translatedReason(reason)));
+    showBox(QMessageBox::Information, QApplication::tr("Update"),
+            QApplication::tr("Update failed, %1.").arg(translatedReason(reason)));
     return PendingUpdate::None;
 }
 
@@ -91,7 +99,7 @@ static PendingUpdate installSignedUpdate(const char *argument)
     }
     qputenv(kRestartArgument, argument);
     if (!handOverSignedUpdate()) {
-        QMessageBox::critical(nullptr, QApplication::tr("Error"), QApplication::tr("Can not start update compose."));
+        showBox(QMessageBox::Critical, QApplication::tr("Error"), QApplication::tr("Can not start update compose."));
         return PendingUpdate::None;
     }
     return PendingUpdate::HandedOver;
@@ -106,7 +114,7 @@ PendingUpdate installPendingUpdate(const char *argument)
     const Appearance appearance;
     appearance.show();
     if (const Refusal reason = whyNoUpdates(); !reason.isEmpty()) {
-        QMessageBox::information(nullptr, QApplication::tr("Update"), reason.translated());
+        showBox(QMessageBox::Information, QApplication::tr("Update"), reason.translated());
         QDir_removeFolder(appPath("/update/"));
         return PendingUpdate::None;
     }
@@ -134,7 +142,7 @@ PendingUpdate installPendingUpdate(const char *argument)
     QFile::rename(appPath("/compose9"), helper); // it leaves the bundle that it is about to replace
     Uncompress(archive, staging);
     if (!QProcess::startDetached(helper, {staging, QStringLiteral("Korvan")})) {
-        QMessageBox::critical(nullptr, QApplication::tr("Error"), QApplication::tr("Can not start update compose."));
+        showBox(QMessageBox::Critical, QApplication::tr("Error"), QApplication::tr("Can not start update compose."));
     }
     return PendingUpdate::HandedOver;
 }
@@ -185,9 +193,7 @@ void resetNetwork()
     const Refusal refusal = isStartedByRoot() ? takeTunnel() : askForRoot();
     if (!refusal.isEmpty()) {
         qDebug().noquote() << QLatin1String("[ERROR]") + refusal.english();
-        if (QApplication::platformName() != QLatin1String("offscreen")) { // else nobody could close it
-            QMessageBox::warning(nullptr, QApplication::tr("Error"), refusal.translated());
-        }
+        showBox(QMessageBox::Warning, QApplication::tr("Error"), refusal.translated());
         return;
     }
     VPNClient client;

@@ -163,6 +163,20 @@ private slots:
         QVERIFY2(log().contains(" to 98.7.6\r\n"), log().constData());
     }
 
+    /// Nobody could close a box there.
+    void resetWithoutAScreenWhileARefusedUpdateWaits()
+    {
+        putFile(inBundle("/update-keys"), fileBytes(KORVAN_BUILD "/lab/update.pub").split('\n').at(1));
+        putFile(inState("/update/update.zip"), "PK");
+        putFile(inState("/update/update.zip.minisig"), {});
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        start({"-reset"});
+        qunsetenv("QT_QPA_PLATFORM");
+        QCOMPARE(statusOf(*m_program), 0);
+        QVERIFY2(log().contains("[ERROR]Update failed, it is not signed."), log().constData());
+        QVERIFY(!QDir(inState("/update")).exists());
+    }
+
     /// Its resolver would ask for ten seconds.
     void quitWhileANameServerIsSilent()
     {
