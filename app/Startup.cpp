@@ -170,7 +170,7 @@ void removeStagingFolder()
 
 void cleanUpAfterTunnels()
 {
-    runTool(QStringLiteral("bash"), {appPath("/down.sh"), QStringLiteral("--stale")});
+    runTool(QStringLiteral("bash"), {appPath("/down.sh")});
     if (isLockDownLeft()) {
         AddGateway(kAny, kAny, QString()); // the journal knows the routes
     }

@@ -111,7 +111,7 @@ def hostile_arguments():
                      ["composec", "h", "plugin", path], ["compose4", "L2TP", "n", "h", path], ["compose4", path]]
     for word in ("0.0.0.0; " + secret + ".sh", "`id`", "-A", "--help", "\n", "$(id)", "x" * 9000, "mask", "é\xff", "-"):
         requests += [["route", "add", word, "mask", "0.0.0.0"], ["route", "change", "1.2.3.4", "mask", "255.255.255.255", word],
-                     ["route", "print", word, "mask", word], ["down", "--stale", word], ["down", word],
+                     ["route", "print", word, "mask", word], ["down", word],
                      ["compose4", word, word, word], ["compose4", "-", word], ["composec", word], ["compose", word]]
     window = Window()
     works = window.works()

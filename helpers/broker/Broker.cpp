@@ -106,6 +106,6 @@ void Broker::endHelpers()
 
 void Broker::restoreNetwork() const
 {
-    runToEnd({"/bin/bash", m_bundle + "/down.sh", "--stale"});
+    runToEnd({"/bin/bash", m_bundle + "/down.sh"});
     runToEnd({m_bundle + "/tools/route", "add", "0.0.0.0", "mask", "0.0.0.0"});
 }

@@ -173,9 +173,10 @@ Outcome tunnelRouted(const Offer &offer, const Process &openVpn)
     return outcomeOf(held.settle(Decision::Open));
 }
 
-Outcome tunnelsEnded(bool wait)
+Outcome tunnelsEnded()
 {
-    for (const Tunnel &tunnel : wait ? Held().state.tunnels : std::vector<Tunnel>()) {
+    const std::vector<Tunnel> tunnels = Held().state.tunnels;
+    for (const Tunnel &tunnel : tunnels) {
         awaitEnd(tunnel, 0, kEndsWithinMs);
     }
     return outcomeOf(Held().settle(Decision::Taken));
@@ -189,7 +190,7 @@ Outcome endTunnels()
             awaitEnd(tunnel, signal, kAskedEndsWithinMs);
         }
     }
-    return tunnelsEnded(false);
+    return tunnelsEnded();
 }
 
 State keepNetwork(bool isDecided)

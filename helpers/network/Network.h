@@ -28,9 +28,9 @@ Outcome tunnelUp(const Offer &offer, const Process &openVpn);
 /// OpenVPN has made its routes: a tunnel that does not take all traffic lets the rest go on.
 Outcome tunnelRouted(const Offer &offer, const Process &openVpn);
 
-/// The program has ended its tunnels, or begins anew: undoes what is left of those that are gone. Waits for those
-/// that are about to end, up to two seconds, if told so.
-Outcome tunnelsEnded(bool wait);
+/// The program has ended its tunnels, or begins anew: undoes what is left of those that are gone. Waits up to two
+/// seconds for those that are about to end.
+Outcome tunnelsEnded();
 
 /// Ends all tunnels, by force where OpenVPN does not do as it is asked within ten seconds, and undoes what is left.
 Outcome endTunnels();

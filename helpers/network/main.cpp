@@ -1,7 +1,7 @@
 // The one owner of the machine's network state, as OpenVPN's scripts, the program's down.sh and the guardian start
 // it:
 //   network up|routes|down    in the environment of OpenVPN's scripts
-//   network down [--stale]    without it: the program has ended its tunnels; with the option it waits for none
+//   network down              without it: the program has ended its tunnels, or begins anew
 //   network end               Korvan goes: ends its tunnels
 //   network watch DESCRIPTOR  the guardian of the program that this process descriptor stands for
 
@@ -30,11 +30,11 @@ int main(int argc, char **argv)
         std::printf("%s%s\n", kPastTunnel, pastTunnel(offer).c_str());
     } else if (event == "down") {
         // What OpenVPN leaves when it takes its tunnel down itself is undone when it has ended.
-        outcome = openVpn.start != 0 ? Outcome{true, {}} : tunnelsEnded(option != "--stale");
+        outcome = openVpn.start != 0 ? Outcome{true, {}} : tunnelsEnded();
     } else if (event == "end") {
         outcome = endTunnels();
     } else {
-        outcome.notes = {"use up|routes|down [--stale]|end|watch DESCRIPTOR"};
+        outcome.notes = {"use up|routes|down|end|watch DESCRIPTOR"};
     }
     const std::string name = event == "up" || event == "down" ? event + ".sh" : "network";
     for (const std::string &note : outcome.notes) {

@@ -193,7 +193,7 @@ private slots:
             QCOMPARE(standIn->exitStatus(), first == "die" ? QProcess::CrashExit : QProcess::NormalExit);
             QVERIFY(first == "die" || standIn->exitCode() == 7);
         }
-        QCOMPARE(fileBytes(inBundle("/undone")), "down --stale\nroute add 0.0.0.0 mask 0.0.0.0\n");
+        QCOMPARE(fileBytes(inBundle("/undone")), "down \nroute add 0.0.0.0 mask 0.0.0.0\n");
     }
 
     void whoKillsTheStandInKillsTheHelper()
@@ -220,7 +220,7 @@ private slots:
             told ? window.broker.terminate() : window.end();
             QVERIFY(window.broker.waitForFinished());
             QCOMPARE(window.broker.exitCode(), 0);
-            const QByteArray undo = "down --stale\nroute add 0.0.0.0 mask 0.0.0.0\n";
+            const QByteArray undo = "down \nroute add 0.0.0.0 mask 0.0.0.0\n";
             QCOMPARE(fileBytes(inBundle("/undone")), undo + "ended\n" + undo);
             standIn->waitForFinished();
         }
