@@ -371,11 +371,27 @@ row_kill() {
     row $all $changed $((left + outlived + $(taken))) "kill and stop of window and root part in lock-down: another network, or root outlives it"
 }
 
+# The removal of the package, with a process of ada's that ada holds: root's terminal, or the end of the removal.
+removal() { # COMMAND...: what ada gains of it, 0 to 2, once she has caught a process
+    rm -f "$ada/found"
+    "$LAB" as ada python3 "$here/hold.py" $application/tools/defaults "$ada/found" & disown
+    until [ -s "$ada/found" ] || [ $((tries++)) -gt 50 ]; do timeout -k 1 40 script -qec "$*" /dev/null >/dev/null 2>&1 </dev/null; done
+    echo $(($? >= 124)) $(cat "$ada/found") | awk '{ print $1 + ($2 != "nothing") }'
+    kill -KILL $(pgrep -u ada)
+}
+row_removal() {
+    local tries=0 tool="$application/tools/defaults read loginwindow AutoLaunchedApplicationDictionary"
+    "$LAB" as ada mkdir -p "$ada/.config/korvan"
+    row 1 "$(removal "setpriv --reuid=ada --regid=ada --clear-groups env HOME=$ada $tool; true")" \
+        "$(removal bash "$LAB_BUILD/packaging/debian/prerm" remove)" "removal of the package: root's terminal, or held for ever"
+    rm -rf "$ada/.config"
+}
+
 # The trap does work.
 LD_PRELOAD=$here/hostile.so /bin/true
 [ "$(as_root)" -gt 0 ] && clean || { echo "attack: the trap does not work"; exit 1; }
 echo ' tries  control  gained'
-[ $# -gt 0 ] || set -- variables home own_bundle proxy locks user_name state second broker openvpn kill
+[ $# -gt 0 ] || set -- variables home own_bundle proxy locks user_name state second broker openvpn kill removal
 for each; do
     case $each in proxy | locks) [ -s "$here/update.zip" ] || make_offers ;; esac
     "row_$each"
