@@ -8,6 +8,11 @@ add_library(korvan_options INTERFACE)
 target_include_directories(korvan_options INTERFACE ${CMAKE_SOURCE_DIR} ${CMAKE_BINARY_DIR})
 target_compile_options(korvan_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
 target_compile_definitions(korvan_options INTERFACE QT_NO_CAST_FROM_BYTEARRAY QT_NO_URL_CAST_FROM_STRING)
+# Some of the programs run as root and read what others wrote.
+set(release $<CONFIG:Release>)
+target_compile_options(
+  korvan_options INTERFACE $<${release}:-fstack-protector-strong> "$<${release}:SHELL:-U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2>")
+target_link_options(korvan_options INTERFACE $<${release}:LINKER:-z,relro,-z,now>)
 if(KORVAN_SANITIZE)
   target_compile_options(korvan_options INTERFACE -fsanitize=${KORVAN_SANITIZE} -fno-omit-frame-pointer)
   target_link_options(korvan_options INTERFACE -fsanitize=${KORVAN_SANITIZE})

@@ -13,6 +13,12 @@ case_nothing_to_complain_of() {
     # shellcheck disable=SC2154
     state="^./(${state_kept// /|}|${state_passing// /|})(/|\$)"
     is '' diff <(files "$bundle" | grep -vE "$state") <(files unpacked/opt/korvan/Korvan.app/Contents/MacOS)
+    # Programs that run as root.
+    for program in broker compose network; do
+        readelf -dsW "unpacked/opt/korvan/Korvan.app/Contents/MacOS/$program" >/run/elf
+        grep -q BIND_NOW /run/elf && grep -q __stack_chk_fail /run/elf && grep -q '[a-z]_chk@' /run/elf ||
+            echo "$program is not hardened"
+    done
     # Those that the package's life does not run.
     depends=", $(dpkg-deb -f korvan.deb Depends),"
     for program in iputils-ping network-manager network-manager-l2tp sstp-client; do
