@@ -5,6 +5,7 @@ case_nothing_to_complain_of() {
     local build=${bundle%/Korvan.app/*} state depends program
     mkdir /run/package
     cd /run/package || return
+    touch korvan_2.0.0_amd64.deb # of an older version
     quietly cpack -G DEB --config "$build/CPackConfig.cmake"
     mv korvan_*.deb korvan.deb && dpkg-deb -x korvan.deb unpacked
     # The client may have run from the build's bundle, and the package must not bring anybody's login along.
