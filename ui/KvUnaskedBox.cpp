@@ -38,25 +38,32 @@ void KvUnaskedBox::setVisible(bool visible)
     QWidget::setWindowModality(modality);
 }
 
-/// Whether a person's input goes to the main window, which Qt does not keep from it where the box did not come up
-/// modal.
-bool KvUnaskedBox::blocks(const QWidget &target, const QEvent &event) const
+/// Also of what was not sent by the desktop itself: while a screen reader runs, Qt sends a copy of every key.
+static bool isInput(const QEvent &event)
 {
     switch (event.type()) {
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::ShortcutOverride:
+        return true;
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonRelease:
     case QEvent::MouseButtonDblClick:
     case QEvent::MouseMove:
     case QEvent::Wheel:
-    case QEvent::KeyPress:
-    case QEvent::KeyRelease:
-    case QEvent::ShortcutOverride:
     case QEvent::Close:
-        return isModal() && isVisible() && event.spontaneous() &&
-               qobject_cast<const QMainWindow *>(target.window()) != nullptr;
+        return event.spontaneous();
     default:
         return false;
     }
+}
+
+/// Whether a person's input goes to the main window, which Qt does not keep from it where the box did not come up
+/// modal.
+bool KvUnaskedBox::blocks(const QWidget &target, const QEvent &event) const
+{
+    return isModal() && isVisible() && isInput(event) &&
+           qobject_cast<const QMainWindow *>(target.window()) != nullptr;
 }
 
 bool KvUnaskedBox::event(QEvent *event)
