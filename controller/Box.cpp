@@ -1,8 +1,8 @@
 #include "controller/Box.h"
 
-bool onlyYes(QWidget *parent, QMessageBox::Icon icon, const QString &title, const QString &text)
+bool onlyYes(QMessageBox &box)
 {
-    QMessageBox box(icon, title, text, QMessageBox::Yes, parent);
+    box.setStandardButtons(QMessageBox::Yes);
     box.setDefaultButton(QMessageBox::No);
     return box.exec() == QMessageBox::Yes;
 }

@@ -5,6 +5,6 @@
 /// A box's text with a further sentence below it, where there is one.
 QString joined(const QString &text, const QString &sentence);
 
-/// Shows a modal box that offers exactly one button, Yes. No is named as the default without being offered. Returns
+/// Shows the box, modal and with exactly one button, Yes. No is named as the default without being offered. Returns
 /// whether it was answered with Yes, which is also what closing it means; false when the program quits.
-bool onlyYes(QWidget *parent, QMessageBox::Icon icon, const QString &title, const QString &text);
+bool onlyYes(QMessageBox &box);

@@ -6,6 +6,7 @@
 #include "common/AppPath.h"
 #include "controller/Box.h"
 #include "names/StateFiles.h"
+#include "ui/KvUnaskedBox.h"
 #include "ui_Korvan.h"
 #include "vpn/HelperStart.h"
 
@@ -88,8 +89,9 @@ bool Korvan::prepareOpenVPN(VPNClient::SETUP &setup, VPNClient::OPTION &option)
     setup.a = QStringLiteral("update");
     option.type = VPNClient::OPENVPN;
     if (isCrtExpired()) {
-        if (onlyYes(this, QMessageBox::Information, tr("Notify"),
-                    tr("Certificate might be expired.\nDo you want to renew subscription?"))) {
+        KvUnaskedBox box(QMessageBox::Information, tr("Notify"),
+                         tr("Certificate might be expired.\nDo you want to renew subscription?"), this);
+        if (onlyYes(box)) {
             QDesktopServices::openUrl(QUrl(QStringLiteral(KORVAN_PORTAL_URL)));
         }
         return false;
@@ -154,11 +156,13 @@ void Korvan::onMenuConnect()
 
 void Korvan::onAutoReconn()
 {
-    if (m_form->cbAutoReconn->isChecked() &&
-        !onlyYes(this, QMessageBox::Warning, tr("Warning"),
-                 tr("Please note that if auto reconnect is enabled, there will be a brief moment \n"
-                    "in which your programs may not be protected by the VPN during reconnection. \n"
-                    "Do you still wish to enable auto-reconnect?"))) {
-        m_form->cbAutoReconn->setChecked(false);
+    if (!m_form->cbAutoReconn->isChecked()) {
+        return;
     }
+    QMessageBox box(QMessageBox::Warning, tr("Warning"),
+                    tr("Please note that if auto reconnect is enabled, there will be a brief moment \n"
+                       "in which your programs may not be protected by the VPN during reconnection. \n"
+                       "Do you still wish to enable auto-reconnect?"),
+                    QMessageBox::NoButton, this);
+    m_form->cbAutoReconn->setChecked(onlyYes(box));
 }

@@ -2,7 +2,7 @@
 
 #include "ui_KvL2TPBox.h"
 
-KvL2TPBox::KvL2TPBox(QWidget *parent) : QDialog(parent), m_form(std::make_unique<Ui::KvL2TPBox>())
+KvL2TPBox::KvL2TPBox(QWidget *parent) : Unasked(parent), m_form(std::make_unique<Ui::KvL2TPBox>())
 {
     m_form->setupUi(this);
     connect(m_form->btnOK, &QPushButton::clicked, this, &QDialog::accept);

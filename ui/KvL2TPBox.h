@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ui/Unasked.h"
+
 #include <QDialog>
 
 #include <memory>
@@ -9,7 +11,7 @@ class KvL2TPBox;
 }
 
 /// Asks for the password of an L2TP server and whether to keep it.
-class KvL2TPBox : public QDialog
+class KvL2TPBox : public Unasked<QDialog>
 {
     Q_OBJECT
 

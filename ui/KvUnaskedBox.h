@@ -1,12 +1,13 @@
 #pragma once
 
+#include "ui/Unasked.h"
+
 #include <QElapsedTimer>
 #include <QMessageBox>
 
-/// A message box that nobody has asked for just now. It comes up without taking the focus from another program, and
-/// no key reaches it before the person has paused for a second with the box active: what is being typed when it comes
-/// is not an answer. The mouse works at once. While it is there the main window takes no input.
-class KvUnaskedBox : public QMessageBox
+/// A message box that nobody has asked for just now. No key reaches it before the person has paused for a second with
+/// the box active: what is being typed when it comes is not an answer. The mouse works at once.
+class KvUnaskedBox : public Unasked<QMessageBox>
 {
     Q_OBJECT
 
@@ -18,15 +19,11 @@ public:
 
     bool heedsKeys() const;
 
-    void setVisible(bool visible) override;
-
 protected:
     bool event(QEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    bool blocks(const QWidget &target, const QEvent &event) const;
-
     QElapsedTimer m_quiet; ///< since the box came, became active, or had a key pressed in it
     bool m_answered = false;
 };

@@ -1,5 +1,6 @@
 #include "tests/window/WindowFixture.h"
 #include "ui/KvFocusRing.h"
+#include "ui/KvL2TPBox.h"
 #include "ui/KvUnaskedBox.h"
 #include "ui/Look.h"
 #include "ui/Theme.h"
@@ -114,6 +115,15 @@ private slots:
         };
         inBackground.exec();
         boxes.whileOpen = nullptr;
+        QCOMPARE(page(), QString("pageMain"));
+        KvL2TPBox password(nullptr);
+        when([&password] { return password.isVisible(); },
+             [this, &password] {
+                 QVERIFY2(QGuiApplication::modalWindow() == nullptr, "what is typed elsewhere is no password");
+                 QTest::mouseClick(button("pbChangeUser"), Qt::LeftButton);
+                 password.reject();
+             });
+        password.exec();
         QCOMPARE(page(), QString("pageMain"));
     }
 
