@@ -7,14 +7,17 @@
 #include <QDebug>
 #include <QFile>
 
-static void runArchiveTool(const QString &tool, const QStringList &arguments)
+/// Returns why the tool has failed; empty where it has not.
+static QString runArchiveTool(const QString &tool, const QStringList &arguments)
 {
     const ToolResult result = runToolInEventLoop(tool, arguments);
-    if (!result.finished || result.exitCode != 0) {
-        const QString reason = result.started ? QString::fromLocal8Bit(result.errors).trimmed()
-                                              : QStringLiteral("it can not be started");
-        qDebug().noquote() << "WARNING: unpacking failed:" << tool << reason;
+    if (result.finished && result.exitCode == 0) {
+        return {};
     }
+    QString reason =
+        result.started ? QString::fromLocal8Bit(result.errors).trimmed() : QStringLiteral("it can not be started");
+    qDebug().noquote() << "WARNING: unpacking failed:" << tool << reason;
+    return reason.isEmpty() ? QStringLiteral("no reason") : reason;
 }
 
 static QString zipTool()
@@ -22,9 +25,9 @@ static QString zipTool()
     return appPath("/compose7");
 }
 
-static void unpackZip(const QString &archive, const QString &destination)
+static QString unpackZip(const QString &archive, const QString &destination)
 {
-    runArchiveTool(zipTool(), {QStringLiteral("-o"), archive, QStringLiteral("-d"), destination});
+    return runArchiveTool(zipTool(), {QStringLiteral("-o"), archive, QStringLiteral("-d"), destination});
 }
 
 static QString sevenZipTool()
@@ -38,13 +41,15 @@ static void unpackSevenZip(const QString &archive, const QString &destination)
                    {QStringLiteral("x"), QLatin1String("-o") + destination, QStringLiteral("-y"), archive});
 }
 
-bool UncompressFile(QString archive)
+bool UncompressFile(QString archive, QString *problem)
 {
-    if (!QFile::exists(zipTool())) {
-        return false;
+    const bool hasTool = QFile::exists(zipTool());
+    const QString reason =
+        hasTool ? unpackZip(archive, profileFolder()) : QStringLiteral("there is nothing to unpack it with");
+    if (problem != nullptr) {
+        *problem = reason;
     }
-    unpackZip(archive, profileFolder());
-    return true;
+    return hasTool;
 }
 
 bool Uncompress(QString archive, QString destination)

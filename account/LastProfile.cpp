@@ -7,6 +7,7 @@
 
 #include <QDebug>
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 
 static QString lastFolder()
@@ -40,7 +41,7 @@ ProfileAnswer profileAnswer(int status, const QByteArray &body)
 
 void keepLastProfile()
 {
-    if (!hasOpenVPNServers()) {
+    if (hasLastProfile() || !hasOpenVPNServers()) {
         return;
     }
     removeFolder(lastFolder());
@@ -61,14 +62,12 @@ void keepLastProfile()
 
 void forgetLastProfile()
 {
-    if (hasOpenVPNServers()) {
-        removeFolder(lastFolder());
-    }
+    removeFolder(lastFolder());
 }
 
 bool hasLastProfile()
 {
-    return QDir(lastFolder()).exists();
+    return QDirIterator(lastFolder(), {QStringLiteral("*.ovpn")}).hasNext();
 }
 
 bool useLastProfile()

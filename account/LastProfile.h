@@ -7,7 +7,8 @@ enum class ProfileAnswer {
     None,     ///< nothing was asked for
     WebPage,  ///< a page, such as that of a network that wants a login of its own
     Rejected, ///< the service's words for a wrong name or password
-    Damaged,  ///< anything else, also a ZIP: it counts only when no server came out of it
+    Damaged,  ///< anything else, also a ZIP: it counts only when that could not be unpacked whole
+    Unstored, ///< a profile for which there was no room here
 };
 
 /// Tells them apart by the HTTP status and the body.
@@ -15,13 +16,13 @@ ProfileAnswer profileAnswer(int status, const QByteArray &body);
 
 /// Moves the profile aside before a new one takes its place, where it has servers, and keeps a copy of the L2TP list
 /// with it. What the clearing of the profile's folder spares, hidden entries and those with "custom" in their name,
-/// stays in the folder.
+/// stays in the folder. One that lies aside already is kept in its place: what came after it was not whole.
 void keepLastProfile();
 
-/// Deletes what was moved aside, where there are servers again. A local event loop runs meanwhile.
+/// Deletes what was moved aside. A local event loop runs meanwhile.
 void forgetLastProfile();
 
-/// Whether a profile lies aside.
+/// Whether a profile with servers lies aside.
 bool hasLastProfile();
 
 /// Puts the profile that lies aside in the place of the one that came after it. False when that can not be done.

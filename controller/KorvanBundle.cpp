@@ -12,6 +12,13 @@
 #include <QFile>
 #include <QMessageBox>
 
+/// Whether the archive tool says that there was no room for what it wrote.
+static bool isForWantOfRoom(const QString &problem)
+{
+    return problem.contains(QLatin1String("No space left on device")) ||
+           problem.contains(QLatin1String("Disk quota exceeded"));
+}
+
 void Korvan::releaseCompressedConfig(QByteArray archive)
 {
     const QString folder = profileFolder();
@@ -25,8 +32,10 @@ void Korvan::releaseCompressedConfig(QByteArray archive)
     }
     QDir().mkpath(folder);
     QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner); // it gets private keys
-    writeWhole(path, archive);
-    if (!UncompressFile(path)) {
+    const bool isStored = writeWhole(path, archive);
+    QString problem;
+    const bool hasTool = UncompressFile(path, &problem);
+    if (!hasTool) {
         QMessageBox::critical(this, tr("Error"), tr("Korvan compose7 is missed."));
     }
     if (getSetting(QStringLiteral("DEBUG/ENABLE")) != QLatin1String("true")) {
@@ -37,5 +46,10 @@ void Korvan::releaseCompressedConfig(QByteArray archive)
         QFile::remove(l2tpListPath());
         QFile::rename(unpackedList, l2tpListPath());
     }
-    forgetLastProfile();
+    if (problem.isEmpty() && hasOpenVPNServers()) {
+        m_answer = ProfileAnswer::None;
+        forgetLastProfile();
+    } else if (m_answer == ProfileAnswer::Damaged && (!isStored || !hasTool || isForWantOfRoom(problem))) {
+        m_answer = ProfileAnswer::Unstored;
+    }
 }

@@ -117,6 +117,7 @@ bool Korvan::fallBackToOldProfile()
                            joined(tr("Update of new configuration failed.\nPlease try again later.\n"
                                      "Korvan-GUI will use existing keys and configurations."),
                                   m_refusal));
+        m_answer = ProfileAnswer::None; // the profile is as it was
         return true;
     }
     KvUnaskedBox::tell(nullptr, QMessageBox::Warning, tr("Warning"),

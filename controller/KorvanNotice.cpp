@@ -11,7 +11,7 @@
 #include <QPointer>
 #include <QUrl>
 
-/// Tells why there are no servers, where that is so, on the page that stays.
+/// Tells on the page that stays why there are no servers, or only what is left of a profile, where that is so.
 void Korvan::tellWhyNoServers()
 {
     const bool portal = m_answer == ProfileAnswer::WebPage;
@@ -31,8 +31,11 @@ void Korvan::tellWhyNoServers()
         text = tr("The configuration that came is damaged. Please try again later or contact Support at ") +
                QLatin1String(KORVAN_SUPPORT_EMAIL);
         break;
+    case ProfileAnswer::Unstored:
+        text = tr("The configuration that came could not be stored. Look whether the disk is full, then try again.");
+        break;
     }
-    if (hasOpenVPNServers() || (m_answer == ProfileAnswer::None && !hasLastProfile())) {
+    if (m_answer == ProfileAnswer::None && (hasOpenVPNServers() || !hasLastProfile())) {
         hideNotice();
         return;
     }

@@ -109,7 +109,7 @@ void Korvan::onUpdate()
     enableRefresh({});
     m_form->cmServer->setEnabled(true);
     m_form->cmProto->setEnabled(true);
-    const bool failed = m_form->cmServer->count() == 0;
+    const bool failed = m_answer != ProfileAnswer::None;
     if (m_form->cmProto->currentText() == QLatin1String("L2TP")) {
         updateL2TPServerList();
     }

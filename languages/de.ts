@@ -716,6 +716,10 @@ Drücken Sie OK, um Ihre normale Internetverbindung wiederherzustellen, und verb
         <translation>Die Konfiguration ist beschädigt angekommen. Bitte versuchen Sie es später noch einmal oder wenden Sie sich an den Support: </translation>
     </message>
     <message>
+        <source>The configuration that came could not be stored. Look whether the disk is full, then try again.</source>
+        <translation>Die Konfiguration ist angekommen, ließ sich aber nicht speichern. Prüfen Sie, ob der Datenträger voll ist, und versuchen Sie es dann noch einmal.</translation>
+    </message>
+    <message>
         <source>The last configuration can not be put back.</source>
         <translation>Die letzte Konfiguration lässt sich nicht zurückholen.</translation>
     </message>

@@ -716,6 +716,10 @@ Pulse Aceptar para restablecer su conexión a Internet habitual y vuelva a conec
         <translation>La configuración que llegó está dañada. Vuelva a intentarlo más tarde o escriba a la asistencia: </translation>
     </message>
     <message>
+        <source>The configuration that came could not be stored. Look whether the disk is full, then try again.</source>
+        <translation>La configuración ha llegado, pero no se ha podido guardar. Compruebe si el disco está lleno y vuelva a intentarlo.</translation>
+    </message>
+    <message>
         <source>The last configuration can not be put back.</source>
         <translation>No se puede recuperar la última configuración.</translation>
     </message>

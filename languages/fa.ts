@@ -716,6 +716,10 @@ Please press OK to resume your regular internet connection and reconnect to the 
         <translation>پیکربندی رسیده آسیب دیده است. لطفاً بعداً دوباره تلاش کنید یا با پشتیبانی تماس بگیرید: </translation>
     </message>
     <message>
+        <source>The configuration that came could not be stored. Look whether the disk is full, then try again.</source>
+        <translation>پیکربندی رسید اما ذخیره نشد. ببینید دیسک پر است یا نه و سپس دوباره تلاش کنید.</translation>
+    </message>
+    <message>
         <source>The last configuration can not be put back.</source>
         <translation>پیکربندی قبلی را نمی‌توان بازگرداند.</translation>
     </message>

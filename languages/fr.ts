@@ -716,6 +716,10 @@ Appuyez sur OK pour rétablir votre connexion à Internet habituelle, puis recon
         <translation>La configuration reçue est endommagée. Réessayez plus tard ou écrivez à l&apos;assistance : </translation>
     </message>
     <message>
+        <source>The configuration that came could not be stored. Look whether the disk is full, then try again.</source>
+        <translation>La configuration est arrivée, mais n’a pas pu être enregistrée. Vérifiez si le disque est plein, puis réessayez.</translation>
+    </message>
+    <message>
         <source>The last configuration can not be put back.</source>
         <translation>La dernière configuration ne peut pas être rétablie.</translation>
     </message>

@@ -716,6 +716,10 @@ Please press OK to resume your regular internet connection and reconnect to the 
         <translation>Полученная конфигурация повреждена. Повторите попытку позже или напишите в поддержку: </translation>
     </message>
     <message>
+        <source>The configuration that came could not be stored. Look whether the disk is full, then try again.</source>
+        <translation>Конфигурация получена, но её не удалось сохранить. Проверьте, не заполнен ли диск, и повторите попытку.</translation>
+    </message>
+    <message>
         <source>The last configuration can not be put back.</source>
         <translation>Не удаётся вернуть последнюю конфигурацию.</translation>
     </message>

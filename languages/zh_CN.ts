@@ -716,6 +716,10 @@ Please press OK to resume your regular internet connection and reconnect to the 
         <translation>收到的配置已损坏。请稍后重试或联系支持:</translation>
     </message>
     <message>
+        <source>The configuration that came could not be stored. Look whether the disk is full, then try again.</source>
+        <translation>配置已收到，但无法保存。请检查磁盘是否已满，然后重试。</translation>
+    </message>
+    <message>
         <source>The last configuration can not be put back.</source>
         <translation>无法恢复上一次的配置。</translation>
     </message>

@@ -22,6 +22,13 @@ static std::string problem(archive *a)
     return text ? std::string(text, strcspn(text, "\n")) : "it is damaged";
 }
 
+/// With the system's reason, such as a full disk, by which what went wrong here is told from a damaged archive.
+static std::string writeProblem(archive *writer)
+{
+    const int code = archive_errno(writer);
+    return code > 0 ? problem(writer) + ": " + strerror(code) : problem(writer);
+}
+
 /// A reader at the beginning of the archive; null when the file is no archive of this format. ZIP is read by its
 /// directory at the end only, so that an archive that was cut short is refused whole.
 static Reader openReader(int fd, ArchiveFormat format)
@@ -42,7 +49,7 @@ static Reader openReader(int fd, ArchiveFormat format)
 static std::string writeEntry(archive *reader, archive *writer, archive_entry *entry, const EntryGate &gate)
 {
     if (archive_write_header(writer, entry) != ARCHIVE_OK) {
-        return problem(writer);
+        return writeProblem(writer);
     }
     const void *block = nullptr;
     size_t size = 0;
@@ -53,13 +60,13 @@ static std::string writeEntry(archive *reader, archive *writer, archive_entry *e
             return reason;
         }
         if (archive_write_data_block(writer, block, size, offset) != ARCHIVE_OK) {
-            return problem(writer);
+            return writeProblem(writer);
         }
     }
     if (status != ARCHIVE_EOF) {
         return problem(reader);
     }
-    return archive_write_finish_entry(writer) == ARCHIVE_OK ? std::string() : problem(writer);
+    return archive_write_finish_entry(writer) == ARCHIVE_OK ? std::string() : writeProblem(writer);
 }
 
 /// Goes through the archive from its beginning: checks every entry and, with a writer, writes it.
@@ -91,7 +98,7 @@ static std::string walk(int fd, ArchiveFormat format, uint64_t archiveSize, arch
     if (status != ARCHIVE_EOF) {
         return problem(reader.get());
     }
-    return writer && archive_write_close(writer) != ARCHIVE_OK ? problem(writer) : std::string();
+    return writer && archive_write_close(writer) != ARCHIVE_OK ? writeProblem(writer) : std::string();
 }
 
 static std::string enterFolder(const std::string &folder)

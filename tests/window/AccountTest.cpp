@@ -1,3 +1,4 @@
+#include "account/LastProfile.h"
 #include "account/ServerLists.h"
 #include "tests/support/OnePage.h"
 #include "tests/window/WindowFixture.h"
@@ -93,6 +94,36 @@ private slots:
                                 "Support at support@korvan.example");
         QVERIFY(press("pbLogin"));
         QVERIFY(log().contains("the answer of 127.0.0.1 is longer than 67108864 bytes and was given up"));
+    }
+
+    /// The profile before is kept, and offered, until another one is there as a whole.
+    void refreshThatDoesNotUnpack()
+    {
+        const char *damaged = "The configuration that came is damaged.";
+        const char *unstored = "The configuration that came could not be stored.";
+        // What the archive tool does, the servers that are left, and what is told.
+        const std::tuple<QByteArray, QStringList, const char *> cases[] = {
+            {"exit 1", {}, damaged},
+            {"touch \"$4/New.ovpn\"; echo 'bad CRC' >&2; exit 1", {"New"}, damaged},
+            {"touch \"$4/New.ovpn\"; echo 'New-2.ovpn: No space left on device' >&2; exit 1", {"New"}, unstored},
+            {"touch \"$4/New.ovpn\"", {"New"}, nullptr},
+        };
+        for (const auto &[tool, left, told] : cases) {
+            clear();
+            OnePage api(ok("PK\3\4 and so on"));
+            putFile(appPath("/setting.ini"), "[LOGIN]\nVER=" + api.url().toUtf8() + '\n');
+            putScript(appPath("/compose7"), tool);
+            startLoggedIn({"Old"});
+            for (int times = 0; times < 2; ++times) { // what is left of the first does not take the last one's place
+                boxes.expect("Notify", told == nullptr ? "Update Successful." : "Update Failed.");
+                QVERIFY(press("pbUpdate"));
+            }
+            COMPARE_CASE(tool, items("cmServer"), left);
+            COMPARE_CASE(tool, hasLastProfile(), told != nullptr);
+            QVERIFY2(told == nullptr || label("lbNotice").startsWith(told), tool.constData());
+            QVERIFY2(told == nullptr || press("pbLastProfile"), tool.constData());
+            COMPARE_CASE(tool, items("cmServer"), told == nullptr ? left : QStringList("Old"));
+        }
     }
 
     void quitDuringTheLogin()

@@ -140,6 +140,13 @@ private slots:
         }
     }
 
+    void tellsTheSystemsReason()
+    {
+        buildArchive(path("a.zip"), {{"big", QByteArray(100000, 'y')}});
+        QVERIFY(shell("trap '' XFSZ; ulimit -f 1; " KORVAN_BUNDLE "/compose7 -o a.zip -d out 2>&1 || true")
+                    .contains(": File too large"));
+    }
+
     void believesNoDirectoryOfAZip()
     {
         buildArchive(path("a.zip"), {{"good", "x"}, {"bad", QByteArray(1 << 20, '\0'), S_IFREG | 0644, 100}});
