@@ -657,7 +657,7 @@ Pulse Aceptar para restablecer su conexión a Internet habitual y vuelva a conec
     </message>
     <message>
         <source>Needs &quot;%1&quot; on the sign-in page.</source>
-        <translation>Requiere «%1» en la página de inicio de sesión.</translation>
+        <translation>Requiere «%1» al iniciar sesión.</translation>
     </message>
     <message>
         <source>The configuration could not be refreshed: the service can not be reached.</source>

@@ -657,7 +657,7 @@ Appuyez sur OK pour rétablir votre connexion à Internet habituelle, puis recon
     </message>
     <message>
         <source>Needs &quot;%1&quot; on the sign-in page.</source>
-        <translation>Nécessite « %1 » sur la page de connexion.</translation>
+        <translation>Nécessite « %1 » à la connexion.</translation>
     </message>
     <message>
         <source>The configuration could not be refreshed: the service can not be reached.</source>

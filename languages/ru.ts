@@ -657,7 +657,7 @@ Please press OK to resume your regular internet connection and reconnect to the 
     </message>
     <message>
         <source>Needs &quot;%1&quot; on the sign-in page.</source>
-        <translation>Требуется «%1» на странице входа.</translation>
+        <translation>Требуется «%1» при входе.</translation>
     </message>
     <message>
         <source>The configuration could not be refreshed: the service can not be reached.</source>

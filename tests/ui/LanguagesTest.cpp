@@ -1,5 +1,6 @@
 #include "controller/Options.h"
 #include "tests/window/WindowFixture.h"
+#include "ui/KvNotice.h"
 #include "ui/Language.h"
 #include "ui/Look.h"
 
@@ -86,6 +87,13 @@ private slots:
     {
         QFETCH(QString, code);
         startIn(code);
+        button("cbConnectOnBoot")->click(); // a hint comes below it
+        find<QLabel>("lbSignInHint")
+            ->setText(Korvan::tr("The configuration could not be refreshed: the service can not be reached."));
+        KvNotice notice(find("centralwidget"), find("pageLogin"));
+        notice.tell(
+            Korvan::tr("The configuration that came is damaged. Please try again later or contact Support at "), true,
+            true);
         for (const KORVANSTATUS status : {STATUS_READY, STATUS_CONNECTING, STATUS_CONNECTED, STATUS_DISCONNECTING}) {
             m_window->setStatus(status);
             for (const char *name : {"lbServerIP", "lbPublicIP", "lbTotalRD", "lbTotalRecv"}) {
