@@ -43,7 +43,7 @@ private slots:
         QCOMPARE(client.items("cmServer"), QStringList({"Examplia-L2TP-1", "Samplonia-L2TP-1"}));
         QTimer answer;
         connect(&answer, &QTimer::timeout, [] {
-            if (QWidget *box = QApplication::activeModalWidget()) {
+            if (QDialog *box = ClientWindow::openDialog()) {
                 QTest::keyClicks(box->findChild<QLineEdit *>("edPass"), "pass word");
                 box->findChild<QCheckBox *>("ckRem")->click();
                 box->findChild<QPushButton *>("btnOK")->click();

@@ -99,3 +99,13 @@ void ClientWindow::when(const std::function<bool()> &condition, const std::funct
 {
     QTimer::singleShot(5, m_window.get(), [=] { condition() ? action() : when(condition, action); });
 }
+
+QDialog *ClientWindow::openDialog()
+{
+    for (QWidget *widget : QApplication::topLevelWidgets()) {
+        if (auto *dialog = qobject_cast<QDialog *>(widget); dialog != nullptr && dialog->isVisible()) {
+            return dialog;
+        }
+    }
+    return nullptr;
+}

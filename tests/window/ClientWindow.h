@@ -5,6 +5,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QDialog>
 #include <QLabel>
 #include <QTest>
 
@@ -56,6 +57,9 @@ public:
 
     /// Runs the action as soon as the condition holds, also while a slot of the window waits.
     void when(const std::function<bool()> &condition, const std::function<void()> &action) const;
+
+    /// The dialog that stands open, also one that has not taken the focus; null when there is none.
+    static QDialog *openDialog();
 
     BoxAnswers boxes;
 
