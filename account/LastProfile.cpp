@@ -39,6 +39,18 @@ ProfileAnswer profileAnswer(int status, const QByteArray &body)
     return isPage || leadsAway ? ProfileAnswer::WebPage : ProfileAnswer::Damaged;
 }
 
+/// Moves what the clearing of a profile's folder spares from one folder to another.
+static void moveSpared(const QString &from, const QString &to)
+{
+    const QDir source(from);
+    for (const QString &name :
+         source.entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Unsorted)) {
+        if (name.startsWith(QLatin1Char('.')) || name.contains(QLatin1String("custom"), Qt::CaseInsensitive)) {
+            QFile::rename(source.filePath(name), QDir(to).filePath(name));
+        }
+    }
+}
+
 void keepLastProfile()
 {
     if (hasLastProfile() || !hasOpenVPNServers()) {
@@ -50,13 +62,7 @@ void keepLastProfile()
         return;
     }
     QDir().mkpath(profileFolder());
-    const QDir kept(lastFolder());
-    for (const QString &name :
-         kept.entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Unsorted)) {
-        if (name.startsWith(QLatin1Char('.')) || name.contains(QLatin1String("custom"), Qt::CaseInsensitive)) {
-            QFile::rename(kept.filePath(name), profileFolder() + name);
-        }
-    }
+    moveSpared(lastFolder(), profileFolder());
     QFile::copy(l2tpListPath(), keptL2tpList());
 }
 
@@ -72,6 +78,7 @@ bool hasLastProfile()
 
 bool useLastProfile()
 {
+    moveSpared(profileFolder(), lastFolder());
     removeFolder(profileFolder());
     if (!QDir().rename(lastFolder(), profileFolder())) {
         return false;

@@ -25,5 +25,6 @@ void forgetLastProfile();
 /// Whether a profile with servers lies aside.
 bool hasLastProfile();
 
-/// Puts the profile that lies aside in the place of the one that came after it. False when that can not be done.
+/// Puts the profile that lies aside in the place of the one that came after it; what clearing spares stays here, too.
+/// False when that can not be done.
 bool useLastProfile();

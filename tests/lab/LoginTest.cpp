@@ -150,6 +150,7 @@ private slots:
             lab.login();
             const QStringList servers = lab.items("cmServer");
             putFile(appPath("/cfg/OpenVPN/my-custom.txt"), "stays in the folder");
+            putFile(appPath("/cfg/OpenVPN/.mine"), "and so does this");
             putFile(appPath("/cfg/L2TP.txt"), "L|192.0.2.1\n");
             ClientLab::order("/api", order, body);
             const bool again = button == QByteArray("pbUpdate");
@@ -166,6 +167,8 @@ private slots:
             QFile::remove(appPath("/cfg/L2TP.txt"));
             QVERIFY(lab.press("pbLastProfile") && !lab.press("pbLastProfile"));
             COMPARE_CASE(body, lab.items("cmServer"), servers);
+            QCOMPARE(fileBytes(appPath("/cfg/OpenVPN/my-custom.txt")), "stays in the folder");
+            QCOMPARE(fileBytes(appPath("/cfg/OpenVPN/.mine")), "and so does this");
             QVERIFY(QFile::exists(appPath("/cfg/L2TP.txt")) && !QFile::exists(appPath("/cfg/OpenVPN.last")));
             ClientLab::reset();
             lab.boxes.expect("Notify", "Update Successful.");
