@@ -8,8 +8,11 @@
 #include "common/Paths.h"
 #include "common/StateFile.h"
 
+#include <QDateTime>
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
+#include <QMap>
 #include <QMessageBox>
 
 /// Whether the archive tool says that there was no room for what it wrote.
@@ -17,6 +20,17 @@ static bool isForWantOfRoom(const QString &problem)
 {
     return problem.contains(QLatin1String("No space left on device")) ||
            problem.contains(QLatin1String("Disk quota exceeded"));
+}
+
+/// The files of the servers, each with the time at which anything last changed it.
+static QMap<QString, QDateTime> serverFiles(const QString &folder)
+{
+    QMap<QString, QDateTime> files;
+    for (QDirIterator next(folder, {QStringLiteral("*.ovpn")}); next.hasNext();) {
+        next.next();
+        files.insert(next.fileName(), next.fileInfo().metadataChangeTime());
+    }
+    return files;
 }
 
 void Korvan::releaseCompressedConfig(QByteArray archive)
@@ -33,6 +47,7 @@ void Korvan::releaseCompressedConfig(QByteArray archive)
     QDir().mkpath(folder);
     QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner); // it gets private keys
     const bool isStored = writeWhole(path, archive);
+    const QMap<QString, QDateTime> spared = serverFiles(folder);
     QString problem;
     const bool hasTool = UncompressFile(path, &problem);
     if (!hasTool) {
@@ -46,7 +61,7 @@ void Korvan::releaseCompressedConfig(QByteArray archive)
         QFile::remove(l2tpListPath());
         QFile::rename(unpackedList, l2tpListPath());
     }
-    if (problem.isEmpty() && hasOpenVPNServers()) {
+    if (problem.isEmpty() && serverFiles(folder) != spared) {
         m_answer = ProfileAnswer::None;
         forgetLastProfile();
     } else if (m_answer == ProfileAnswer::Damaged && (!isStored || !hasTool || isForWantOfRoom(problem))) {

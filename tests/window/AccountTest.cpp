@@ -104,6 +104,8 @@ private slots:
         // What the archive tool does, the servers that are left, and what is told.
         const std::tuple<QByteArray, QStringList, const char *> cases[] = {
             {"exit 1", {}, damaged},
+            {"", {}, damaged}, // an archive without servers
+            {"touch \"$4/My custom.ovpn\"", {}, nullptr},
             {"touch \"$4/New.ovpn\"; echo 'bad CRC' >&2; exit 1", {"New"}, damaged},
             {"touch \"$4/New.ovpn\"; echo 'New-2.ovpn: No space left on device' >&2; exit 1", {"New"}, unstored},
             {"touch \"$4/New.ovpn\"", {"New"}, nullptr},
@@ -113,16 +115,17 @@ private slots:
             OnePage api(ok("PK\3\4 and so on"));
             putFile(appPath("/setting.ini"), "[LOGIN]\nVER=" + api.url().toUtf8() + '\n');
             putScript(appPath("/compose7"), tool);
-            startLoggedIn({"Old"});
+            startLoggedIn({"My custom", "Old"});      // the first is the person's own
             for (int times = 0; times < 2; ++times) { // what is left of the first does not take the last one's place
                 boxes.expect("Notify", told == nullptr ? "Update Successful." : "Update Failed.");
                 QVERIFY(press("pbUpdate"));
             }
-            COMPARE_CASE(tool, items("cmServer"), left);
+            COMPARE_CASE(tool, items("cmServer"), QStringList("My custom") + left);
             COMPARE_CASE(tool, hasLastProfile(), told != nullptr);
             QVERIFY2(told == nullptr || label("lbNotice").startsWith(told), tool.constData());
             QVERIFY2(told == nullptr || press("pbLastProfile"), tool.constData());
-            COMPARE_CASE(tool, items("cmServer"), told == nullptr ? left : QStringList("Old"));
+            COMPARE_CASE(tool, items("cmServer"),
+                         QStringList("My custom") + (told == nullptr ? left : QStringList("Old")));
         }
     }
 
