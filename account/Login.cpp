@@ -18,10 +18,6 @@ QByteArray loginBody(const QString &user, const QString &password)
     return "username=" + QUrl::toPercentEncoding(user) + "&password=" + QUrl::toPercentEncoding(password);
 }
 
-/// How long a connection that was shut may take to end, and how often it is shut meanwhile, in milliseconds.
-static constexpr int kEndLimitMs = 3000;
-static constexpr int kHangUpMs = 20;
-
 LoginAnswer postLogin(const QByteArray &body, int limitMs)
 {
     QNetworkAccessManager manager;
@@ -32,14 +28,7 @@ LoginAnswer postLogin(const QByteArray &body, int limitMs)
     Wait wait;
     wait.until(reply, &QNetworkReply::finished);
     if (!wait.run(limitMs)) {
-        hangUp(*reply);
-        // Destroying the manager while its thread is still at what has come would stop the window for as long.
-        Wait end;
-        end.until(reply, &QNetworkReply::finished);
-        QTimer again; // Qt asks a server that has said nothing yet once more
-        QObject::connect(&again, &QTimer::timeout, reply, [reply] { hangUp(*reply); });
-        again.start(kHangUpMs);
-        end.run(kEndLimitMs);
+        giveUp(*reply);
         return {};
     }
     const int status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();

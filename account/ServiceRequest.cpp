@@ -4,6 +4,7 @@
 #include "account/Updates.h"
 #include "base/Addresses.h"
 #include "base/Settings.h"
+#include "common/Wait.h"
 
 #include <QCoreApplication>
 #include <QCryptographicHash>
@@ -12,16 +13,19 @@
 #include <QNetworkAccessManager>
 #include <QNetworkProxy>
 #include <QNetworkReply>
+#include <QPointer>
 #include <QSslCertificate>
 #include <QSslConfiguration>
 #include <QTimer>
 
 #include <arpa/inet.h>
 #include <linux/tcp.h>
+#include <map>
 #include <memory>
 #include <netinet/in.h>
 #include <openssl/x509.h>
 #include <sys/socket.h>
+#include <sys/stat.h>
 #include <vector>
 
 static const char kRefusal[] = "korvanRefusal";
@@ -86,36 +90,77 @@ static quint16 peerPort(int descriptor)
     }
 }
 
-/// The descriptors of the connections that may be the reply's.
-static std::vector<int> connectionsOf(const QNetworkReply &reply)
+/// The port at the other end of the reply's connections.
+static int portOf(const QNetworkReply &reply)
 {
-    // Qt does not give its sockets away; nothing else in this process talks to that port.
     constexpr int httpPort = 80;
     constexpr int httpsPort = 443;
-    const bool proxied = QNetworkProxy::applicationProxy().type() != QNetworkProxy::NoProxy;
-    const QUrl url = reply.url();
-    const int port = proxied ? QNetworkProxy::applicationProxy().port()
-                             : url.port(url.scheme() == QLatin1String("https") ? httpsPort : httpPort);
-    std::vector<int> connections;
-    for (const QString &name : QDir(QStringLiteral("/proc/self/fd")).entryList(QDir::AllEntries | QDir::System)) {
-        const int descriptor = name.toInt();
-        if (descriptor > 2 && peerPort(descriptor) == port) {
-            connections.push_back(descriptor);
-        }
-    }
-    return connections;
+    const QNetworkProxy proxy = QNetworkProxy::applicationProxy();
+    return proxy.type() != QNetworkProxy::NoProxy
+               ? proxy.port()
+               : reply.url().port(reply.url().scheme() == QLatin1String("https") ? httpsPort : httpPort);
 }
 
-void hangUp(const QNetworkReply &reply)
+/// The descriptors of the reply's connections. Qt does not give its sockets away, and other requests may have theirs
+/// to the same port, so each connection becomes that of the first reply that asks for one and has none.
+static std::vector<int> connectionsOf(const QNetworkReply &reply)
+{
+    static std::map<ino_t, QPointer<const QNetworkReply>> owners;
+    std::map<ino_t, QPointer<const QNetworkReply>> stillOpen;
+    std::vector<int> own;
+    std::pair<int, ino_t> unclaimed = {};
+    const int port = portOf(reply);
+    for (const QString &name : QDir(QStringLiteral("/proc/self/fd")).entryList(QDir::AllEntries | QDir::System)) {
+        const int descriptor = name.toInt();
+        struct stat info = {};
+        const int itsPort = descriptor > 2 ? peerPort(descriptor) : 0;
+        if (itsPort == 0 || fstat(descriptor, &info) != 0) {
+            continue;
+        }
+        const auto owner = owners.find(info.st_ino);
+        if (owner != owners.end()) {
+            stillOpen.insert(*owner);
+            if (owner->second == &reply) {
+                own.push_back(descriptor);
+            }
+        } else if (itsPort == port && unclaimed.first == 0) {
+            unclaimed = {descriptor, info.st_ino};
+        }
+    }
+    if (own.empty() && unclaimed.first != 0) {
+        stillOpen.emplace(unclaimed.second, &reply);
+        own.push_back(unclaimed.first);
+    }
+    owners.swap(stillOpen);
+    return own;
+}
+
+static void hangUp(const QNetworkReply &reply)
 {
     for (const int connection : connectionsOf(reply)) {
         shutdown(connection, SHUT_RDWR);
     }
 }
 
+void giveUp(QNetworkReply &reply)
+{
+    constexpr int limitMs = 3000;
+    constexpr int againMs = 20;
+    if (reply.isFinished()) {
+        return;
+    }
+    hangUp(reply);
+    Wait end;
+    end.until(&reply, &QNetworkReply::finished);
+    QTimer again; // Qt asks a server that has said nothing yet once more
+    QObject::connect(&again, &QTimer::timeout, &reply, [&reply] { hangUp(reply); });
+    again.start(againMs);
+    end.run(limitMs);
+}
+
 /// Shuts a connection that has brought far more than it may. While a server sends without a pause Qt tells nothing of
-/// the body, so that its length alone would never be found too long. The connection may be another request's, so none
-/// gets less than a profile may have; a quarter is for what is around a body.
+/// the body, so that its length alone would never be found too long. None gets less than a profile may have; a
+/// quarter is for what is around a body.
 static void limitConnection(QNetworkReply &reply, qint64 limit)
 {
     constexpr int intervalMs = 20;

@@ -18,9 +18,10 @@ QNetworkReply *sendRequest(QNetworkAccessManager &manager, QNetworkRequest reque
 /// Gives the body of a reply up beyond `limit` bytes, and its connection when that brings far more than it may.
 void limitReply(QNetworkReply &reply, qint64 limit);
 
-/// Shuts the connections of a reply that is not waited for any longer. A server that sends without a pause keeps the
-/// thread that reads them busy; destroying the manager would wait five seconds for it and leave it running.
-void hangUp(const QNetworkReply &reply);
+/// Shuts the connections of a reply that is not waited for any longer and waits, in a local event loop of at most
+/// three seconds, until it has come to its end. A server that sends without a pause keeps the thread that reads them
+/// busy; destroying the manager at once would stop the window for five seconds and leave that thread running.
+void giveUp(QNetworkReply &reply);
 
 /// Why sendRequest() has dropped the connection of this reply: a sentence, empty where it has not.
 QString refusal(const QNetworkReply &reply);

@@ -3,6 +3,8 @@
 #include <QTcpServer>
 #include <QTcpSocket>
 
+#include <algorithm>
+
 /// A web server of one page on 127.0.0.1: it keeps the request and, once its head is there, sends `answer`; then
 /// it closes the connection unless the answer is to be one that never ends.
 class OnePage : public QTcpServer
@@ -31,6 +33,15 @@ public:
     }
 
     QString url() const { return QStringLiteral("http://127.0.0.1:%1/api").arg(serverPort()); }
+
+    /// How many connections are open.
+    int open() const
+    {
+        const auto sockets = findChildren<QTcpSocket *>();
+        return int(std::count_if(sockets.cbegin(), sockets.cend(), [](const QTcpSocket *socket) {
+            return socket->state() == QAbstractSocket::ConnectedState;
+        }));
+    }
 
     QByteArray request; ///< the last one
 };

@@ -1,9 +1,14 @@
 #include "account/LastProfile.h"
+#include "account/Limits.h"
+#include "account/Login.h"
 #include "account/ServerLists.h"
+#include "account/ServiceRequest.h"
 #include "tests/support/OnePage.h"
 #include "tests/window/WindowFixture.h"
 
 #include <QElapsedTimer>
+#include <QNetworkAccessManager>
+#include <QNetworkReply>
 #include <QTcpSocket>
 
 /// Login and server lists in the window, with a web server of one page on the loopback interface.
@@ -94,6 +99,19 @@ private slots:
                                 "Support at support@korvan.example");
         QVERIFY(press("pbLogin"));
         QVERIFY(log().contains("the answer of 127.0.0.1 is longer than 67108864 bytes and was given up"));
+    }
+
+    /// A login that is given up leaves the connection of another request to the same port alone.
+    void downloadBesideALogin()
+    {
+        OnePage page("HTTP/1.1 200 OK\r\n\r\nPK", true);
+        putFile(appPath("/setting.ini"), "[LOGIN]\nVER=" + page.url().toUtf8() + '\n');
+        QNetworkAccessManager manager;
+        const QNetworkReply *download = sendRequest(manager, QNetworkRequest(QUrl(page.url())), kArchiveLimit);
+        QTRY_VERIFY(download->bytesAvailable() > 0);
+        QVERIFY(postLogin("x", 200).body.isEmpty());
+        QTRY_COMPARE(page.open(), 1);
+        QVERIFY(download->isRunning());
     }
 
     /// The profile before is kept, and offered, until another one is there as a whole.
