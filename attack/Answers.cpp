@@ -82,6 +82,7 @@ QVector<Answer> endlessAnswers()
         {"update without end", Question::Archive, head + "\r\nPK\3\4", block},
         {"update of 10 GB", Question::Archive, head + "Content-Length: 10000000000\r\n\r\nPK\3\4", block},
         {"IP page: a header without end", Question::IpPage, head + "X-Header: ", block},
+        {"speed test without end", Question::SpeedTest, head + "\r\n", block},
     };
 }
 

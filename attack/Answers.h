@@ -4,7 +4,7 @@
 #include <QVector>
 
 /// To which question of the window an answer is given.
-enum class Question { Login, Description, Archive, IpPage };
+enum class Question { Login, Description, Archive, IpPage, SpeedTest };
 
 /// What a hostile service says.
 struct Answer

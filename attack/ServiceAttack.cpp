@@ -7,10 +7,12 @@
 #include <QElapsedTimer>
 #include <QNetworkProxy>
 #include <QRegularExpression>
+#include <QTableWidget>
 
 #include <cstdio>
 
 static constexpr quint16 kPort = 8099;
+static constexpr quint16 kSpeedTestPort = 8080;
 static constexpr qint64 kFrozenMs = 100;
 static constexpr int kHeldMB = 400;
 
@@ -92,7 +94,8 @@ private:
         static const QMap<Question, QByteArray> paths = {{Question::Login, "/api"},
                                                          {Question::Description, "/update.xml"},
                                                          {Question::Archive, "/archive.zip"},
-                                                         {Question::IpPage, "/testip.php"}};
+                                                         {Question::IpPage, "/testip.php"},
+                                                         {Question::SpeedTest, "/korvantest.dat"}};
         serve(paths[answer.question], answer.bytes, answer.more);
         putFile("/proc/self/clear_refs", "5");
         const int before = mostMemory();
@@ -106,6 +109,8 @@ private:
         } else if (answer.question == Question::Description) {
             QMetaObject::invokeMethod(window, "onInit");
             lab.find<QAbstractButton>("pbUpApp")->click();
+        } else if (answer.question == Question::SpeedTest) {
+            testSpeed(lab);
         } else {
             askForIpPage(*window);
         }
@@ -121,6 +126,16 @@ private:
         QTest::qWait(5000);
         QMetaObject::invokeMethod(&window, "onDisconnect");
         QNetworkProxy::setApplicationProxy(QNetworkProxy::NoProxy);
+    }
+
+    /// Of a server on this machine; canceled after a while.
+    static void testSpeed(const ClientLab &lab)
+    {
+        putFile(appPath("/cfg/OpenVPN/S.ovpn"), "remote 127.0.0.1 1194\n");
+        lab.press("pbExist");
+        lab.find<QTableWidget>("tbPing")->setCurrentCell(0, 0);
+        QTimer::singleShot(3000, &lab.boxes, [&lab] { lab.press("pbTestCancel"); });
+        lab.press("pbSpeedTest");
     }
 
     static QByteArray offer(const QByteArray &origin)
@@ -161,7 +176,7 @@ private:
 
 int main(int argc, char *argv[])
 {
-    if (startRawService(kPort) < 0) {
+    if (startRawService(kPort) < 0 || startRawService(kSpeedTestPort) < 0) {
         std::perror("service_attack");
         return 1;
     }

@@ -1,6 +1,8 @@
 #include "controller/ServerTests.h"
 
 #include "account/ServerLists.h"
+#include "account/ServiceRequest.h"
+#include "account/WebPage.h"
 #include "common/Wait.h"
 #include "controller/Korvan.h"
 #include "diag/Ping.h"
@@ -200,16 +202,23 @@ int ServerTests::ping(const QString &host, int count, double &loss)
 
 int ServerTests::downloadSpeedOf(const QString &url)
 {
+    constexpr qint64 mostHeld = 4 << 20;
     QElapsedTimer timer;
     timer.start();
     QNetworkAccessManager manager;
-    QNetworkReply *reply = manager.get(QNetworkRequest(QUrl(url)));
+    QNetworkReply *reply = manager.get(plainRequest(url));
+    reply->setReadBufferSize(mostHeld); // a file without end must not fill the memory
+    qint64 bytes = 0;
+    QObject::connect(reply, &QNetworkReply::readyRead, reply, [reply, &bytes] { bytes += reply->readAll().size(); });
     Wait wait;
     wait.until(reply, &QNetworkReply::finished);
     wait.until(m_window, &Korvan::testCancel);
     wait.until(m_window, &QObject::destroyed);
     wait.run();
-    return downloadSpeed(reply->readAll().size(), timer.elapsed());
+    bytes += reply->readAll().size();
+    const int speed = downloadSpeed(bytes, timer.elapsed());
+    giveUp(*reply);
+    return speed;
 }
 
 /// Writes a text into a column of a server's row; does nothing once the row is gone.
