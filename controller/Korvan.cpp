@@ -71,9 +71,7 @@ Korvan::Korvan(QMainWindow *parent)
 
 Korvan::~Korvan()
 {
-    if (m_status == STATUS_CONNECTED) {
-        m_traffic.storeSession();
-    }
+    m_traffic.storeSession();
     m_engine->close();
     m_route.release();
     g_edLog = nullptr;

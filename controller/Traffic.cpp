@@ -112,7 +112,9 @@ void Traffic::storeSession()
     const Bytes rest = takeNew();
     m_unstored.received += rest.received;
     m_unstored.sent += rest.sent;
-    store();
+    if (m_unstored.received + m_unstored.sent > 0) {
+        store();
+    }
 }
 
 void Traffic::clearSession()

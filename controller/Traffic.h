@@ -40,7 +40,7 @@ public:
     /// The connection has ended: shows, stores and logs what it carried, once, and no rates any more.
     void endSession();
 
-    /// Adds what the connection has carried so far to the stored totals, for a window that ends while connected.
+    /// Adds what the file does not have yet to the stored totals, for a window that ends in whatever status.
     void storeSession();
 
     /// Empties the session's labels.

@@ -88,6 +88,7 @@ private slots:
         const std::tuple<const char *, std::function<void()>, const char *> cases[] = {
             {"a disconnect", [this] { m_window->setStatus(STATUS_DISCONNECTED); }, "6KB6KB"},
             {"an end while connected", [] {}, "9KB9KB"},
+            {"an end while a reconnect is pending", [this] { m_window->setStatus(STATUS_RECONNECTING); }, "12KB12KB"},
             {"a reset, which no tick undoes",
              [this] {
                  QVERIFY(press("pbReset"));
