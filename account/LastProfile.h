@@ -4,7 +4,7 @@
 
 /// What the service's answer to a login is in place of a profile that works.
 enum class ProfileAnswer {
-    None,     ///< nothing was asked for
+    None,     ///< nothing was asked for, or a profile that works
     WebPage,  ///< a page, such as that of a network that wants a login of its own
     Rejected, ///< the service's words for a wrong name or password
     Damaged,  ///< anything else, also a ZIP: it counts only when that could not be unpacked whole

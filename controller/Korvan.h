@@ -115,7 +115,7 @@ private:
 
     // Login (controller/KorvanLogin.cpp)
     bool profileIsUsable();
-    bool fetchProfile(bool &isAnswered);
+    bool fetchProfile(bool &isAccepted);
     bool fallBackToOldProfile();
     bool installProfile(const QByteArray &body);
     void finishLogin();

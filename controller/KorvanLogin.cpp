@@ -62,21 +62,19 @@ void Korvan::onLogin()
     m_answer = ProfileAnswer::None;
     hideNotice();
     showInServerBox(tr("Getting files from server ..."));
-    const bool isExisting = sender() == m_form->pbExist;
-    bool isAnswered = true; // an old profile that is used for want of an answer confirms no login
-    if (isExisting) {
+    bool isAccepted = false; // neither what is on the disk nor an answer that is no profile confirms a login
+    if (sender() == m_form->pbExist) {
         qDebug("Use existing cert files.");
     } else {
         m_userName = m_form->edUser->text();
         m_password = m_form->edPass->text();
-        if (!profileIsUsable() && !fetchProfile(isAnswered)) {
+        if (!profileIsUsable() && !fetchProfile(isAccepted)) {
             return;
         }
     }
     // The fields can be edited while the service is asked; only what was used is kept.
     const bool isUsed = m_form->edUser->text() == m_userName && m_form->edPass->text() == m_password;
-    if (m_form->cbRember->isChecked() && isAnswered && (isUsed || isExisting) && !m_form->edUser->text().isEmpty() &&
-        hasOpenVPNServers()) {
+    if (m_form->cbRember->isChecked() && isAccepted && isUsed) {
         saveLogin();
     }
     finishLogin();
@@ -88,7 +86,7 @@ bool Korvan::profileIsUsable()
            !isCrtExpired();
 }
 
-bool Korvan::fetchProfile(bool &isAnswered)
+bool Korvan::fetchProfile(bool &isAccepted)
 {
     const QPointer<Korvan> self(this);
     QByteArray profile;
@@ -106,8 +104,14 @@ bool Korvan::fetchProfile(bool &isAnswered)
     }
     showInServerBox(tr("Updating Configuration ..."));
     m_form->cmProto->setEnabled(false);
-    isAnswered = !profile.isEmpty();
-    return isAnswered ? installProfile(profile) : fallBackToOldProfile();
+    if (profile.isEmpty()) {
+        return fallBackToOldProfile();
+    }
+    if (!installProfile(profile)) {
+        return false;
+    }
+    isAccepted = m_answer == ProfileAnswer::None;
+    return true;
 }
 
 bool Korvan::fallBackToOldProfile()

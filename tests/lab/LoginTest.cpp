@@ -241,7 +241,13 @@ private slots:
             QCOMPARE(lab.items("cmServer"), labServers(user));
             QCOMPARE(ClientLab::lastRequest("/api").isEmpty(), hasValidCertificate);
 
-            QVERIFY(lab.press("pbChangeUser") && lab.press("cbRember"));
+            QVERIFY(lab.press("pbChangeUser"));
+            if (hasValidCertificate) {
+                lab.login(user, "wrong");
+                QVERIFY(lab.press("pbChangeUser") && ClientLab::lastRequest("/api").isEmpty());
+                QCOMPARE(readSavedLogin().password, password);
+            }
+            QVERIFY(lab.press("cbRember"));
             QVERIFY2(!QFile::exists(savedLoginPath()), "forgotten at once");
         }
     }
