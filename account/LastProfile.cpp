@@ -29,10 +29,14 @@ ProfileAnswer profileAnswer(int status, const QByteArray &body)
 {
     constexpr int redirect = 300;
     constexpr int clientError = 400;
+    constexpr int serverError = 500;
     constexpr int loginToNetwork = 511;
     const QByteArray begin = body.left(1024);
     if (body.contains("invalid username or password")) {
         return ProfileAnswer::Rejected;
+    }
+    if (status >= serverError && status != loginToNetwork) {
+        return ProfileAnswer::Outage;
     }
     const bool isPage = begin.mid(begin.startsWith("\xEF\xBB\xBF") ? 3 : 0).trimmed().startsWith('<');
     const bool leadsAway = (status >= redirect && status < clientError) || status == loginToNetwork;

@@ -24,6 +24,9 @@ void Korvan::tellWhyNoServers()
         text = tr("A web page came in place of your configuration. Hotels, trains and cafés do that until you have "
                   "signed in to their network. Sign in there, then try again.");
         break;
+    case ProfileAnswer::Outage:
+        text = tr("The service is out of order at the moment. Please try again later.");
+        break;
     case ProfileAnswer::Rejected:
         text = tr("The service did not accept your user name or password. Change the user and sign in again.");
         break;

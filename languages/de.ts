@@ -708,6 +708,10 @@ Drücken Sie OK, um Ihre normale Internetverbindung wiederherzustellen, und verb
         <translation>Statt Ihrer Konfiguration kam eine Webseite. Hotels, Züge und Cafés tun das, bis Sie sich in ihrem Netz angemeldet haben. Melden Sie sich dort an und versuchen Sie es dann noch einmal.</translation>
     </message>
     <message>
+        <source>The service is out of order at the moment. Please try again later.</source>
+        <translation>Der Dienst ist zurzeit gestört. Bitte versuchen Sie es später noch einmal.</translation>
+    </message>
+    <message>
         <source>The service did not accept your user name or password. Change the user and sign in again.</source>
         <translation>Der Dienst hat Benutzernamen oder Passwort nicht angenommen. Wechseln Sie den Benutzer und melden Sie sich neu an.</translation>
     </message>

@@ -708,6 +708,10 @@ Pulse Aceptar para restablecer su conexión a Internet habitual y vuelva a conec
         <translation>En lugar de su configuración llegó una página web. Hoteles, trenes y cafés hacen eso hasta que usted inicia sesión en su red. Inicie sesión allí y vuelva a intentarlo.</translation>
     </message>
     <message>
+        <source>The service is out of order at the moment. Please try again later.</source>
+        <translation>El servicio no funciona en este momento. Inténtelo de nuevo más tarde.</translation>
+    </message>
+    <message>
         <source>The service did not accept your user name or password. Change the user and sign in again.</source>
         <translation>El servicio no aceptó su nombre de usuario o su contraseña. Cambie de usuario e inicie sesión de nuevo.</translation>
     </message>

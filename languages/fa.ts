@@ -708,6 +708,10 @@ Please press OK to resume your regular internet connection and reconnect to the 
         <translation>به‌جای پیکربندی شما یک صفحهٔ وب رسید. هتل‌ها، قطارها و کافه‌ها تا وقتی وارد شبکهٔ آن‌ها نشده‌اید چنین می‌کنند. آنجا وارد شوید و دوباره تلاش کنید.</translation>
     </message>
     <message>
+        <source>The service is out of order at the moment. Please try again later.</source>
+        <translation>سرویس در حال حاضر از کار افتاده است. لطفاً بعداً دوباره تلاش کنید.</translation>
+    </message>
+    <message>
         <source>The service did not accept your user name or password. Change the user and sign in again.</source>
         <translation>سرویس نام کاربری یا گذرواژهٔ شما را نپذیرفت. کاربر را عوض کنید و دوباره وارد شوید.</translation>
     </message>

@@ -708,6 +708,10 @@ Appuyez sur OK pour rétablir votre connexion à Internet habituelle, puis recon
         <translation>Une page web est arrivée à la place de votre configuration. Les hôtels, les trains et les cafés font cela tant que vous ne vous êtes pas connecté à leur réseau. Connectez-vous-y, puis réessayez.</translation>
     </message>
     <message>
+        <source>The service is out of order at the moment. Please try again later.</source>
+        <translation>Le service est en panne en ce moment. Veuillez réessayer plus tard.</translation>
+    </message>
+    <message>
         <source>The service did not accept your user name or password. Change the user and sign in again.</source>
         <translation>Le service n&apos;a pas accepté votre nom d&apos;utilisateur ou votre mot de passe. Changez d&apos;utilisateur et connectez-vous de nouveau.</translation>
     </message>

@@ -708,6 +708,10 @@ Please press OK to resume your regular internet connection and reconnect to the 
         <translation>Вместо вашей конфигурации пришла веб-страница. Так делают гостиницы, поезда и кафе, пока вы не войдёте в их сеть. Войдите в неё и повторите попытку.</translation>
     </message>
     <message>
+        <source>The service is out of order at the moment. Please try again later.</source>
+        <translation>Сервис сейчас не работает. Повторите попытку позже.</translation>
+    </message>
+    <message>
         <source>The service did not accept your user name or password. Change the user and sign in again.</source>
         <translation>Служба не приняла имя пользователя или пароль. Смените пользователя и войдите снова.</translation>
     </message>

@@ -708,6 +708,10 @@ Please press OK to resume your regular internet connection and reconnect to the 
         <translation>收到的是网页而不是您的配置。在您登录酒店、列车或咖啡馆的网络之前,这些网络会这样做。请先登录该网络,然后重试。</translation>
     </message>
     <message>
+        <source>The service is out of order at the moment. Please try again later.</source>
+        <translation>服务目前出现故障。请稍后重试。</translation>
+    </message>
+    <message>
         <source>The service did not accept your user name or password. Change the user and sign in again.</source>
         <translation>服务未接受您的用户名或密码。请更换用户并重新登录。</translation>
     </message>

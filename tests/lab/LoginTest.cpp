@@ -140,6 +140,8 @@ private slots:
         const std::tuple<const char *, QByteArray, const char *, const char *> cases[] = {
             {"", "\xEF\xBB\xBF\n<!doctype html><h1>Hotel</h1>", "pbLogin", portal},
             {"status=302", "moved", "pbLogin", portal},
+            {"status=511", "<h1>Hotel</h1>", "pbLogin", portal},
+            {"status=502", "<h1>Bad gateway</h1>", "pbLogin", "The service is out of order at the moment."},
             {"keep=500", "", "pbLogin", damaged},
             {"", "junk", "pbUpdate", damaged},
             {"", "invalid username or password", "pbUpdate", rejected},
