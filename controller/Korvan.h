@@ -120,6 +120,7 @@ private:
     bool installProfile(const QByteArray &body);
     void finishLogin();
     void selectBootServer();
+    void showExpiry();
     void showInServerBox(const QString &text);
 
     // Help where there are no servers (controller/KorvanNotice.cpp)

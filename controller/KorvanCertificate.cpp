@@ -20,3 +20,8 @@ bool Korvan::isCrtExpired()
     qDebug().noquote() << "Certificate expired at:" << shownText(date);
     return isExpired(date, QDateTime::currentDateTimeUtc());
 }
+
+void Korvan::showExpiry()
+{
+    m_form->lbExpired->setText(shownText(GetCertExpiredDateTime(certificatePath(m_userName))));
+}

@@ -156,7 +156,7 @@ void Korvan::finishLogin()
     m_form->pbLogin->setEnabled(true);
     showBootHint();
     updateOpenVPNServerList();
-    m_form->lbExpired->setText(shownText(GetCertExpiredDateTime(certificatePath(m_userName))));
+    showExpiry();
     selectBootServer();
     if (m_form->cbConnectOnBoot->isChecked()) {
         QTimer::singleShot(0, this, &Korvan::onConnect);

@@ -107,6 +107,7 @@ void Korvan::onUpdate()
     }
     updateOpenVPNServerList();
     enableRefresh({});
+    showExpiry();
     m_form->cmServer->setEnabled(true);
     m_form->cmProto->setEnabled(true);
     const bool failed = m_answer != ProfileAnswer::None;

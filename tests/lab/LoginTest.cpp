@@ -173,8 +173,10 @@ private slots:
             QCOMPARE(fileBytes(appPath("/cfg/OpenVPN/.mine")), "and so does this");
             QVERIFY(QFile::exists(appPath("/cfg/L2TP.txt")) && !QFile::exists(appPath("/cfg/OpenVPN.last")));
             ClientLab::reset();
+            lab.find<QLabel>("lbExpired")->clear();
             lab.boxes.expect("Notify", "Update Successful.");
             QVERIFY(lab.press("pbUpdate"));
+            QVERIFY2(!lab.label("lbExpired").isEmpty(), "the new certificate's date");
             QVERIFY(!QFile::exists(appPath("/cfg/OpenVPN.last"))); // the new one works
         }
         QDesktopServices::unsetUrlHandler("http");
