@@ -70,10 +70,25 @@ bool hasOpenVPNServers()
     return QDirIterator(profileFolder(), {QStringLiteral("*.ovpn")}).hasNext();
 }
 
+QString openVPNServerFile(const QString &name)
+{
+    QString usual = name + QLatin1String(".ovpn");
+    if (QFile::exists(profileFolder() + usual)) {
+        return usual;
+    }
+    for (QDirIterator files(profileFolder(), {QStringLiteral("*.ovpn")}); files.hasNext();) {
+        files.next();
+        if (files.fileName().compare(usual, Qt::CaseInsensitive) == 0 && files.fileName().startsWith(name)) {
+            return files.fileName();
+        }
+    }
+    return usual;
+}
+
 QString GetHostFromOvpn(QString name)
 {
     const QString marker = QStringLiteral("remote ");
-    const QString text = latin1UpToNul(readFromProfile(profileFolder() + name + QLatin1String(".ovpn")));
+    const QString text = latin1UpToNul(readFromProfile(profileFolder() + openVPNServerFile(name)));
     const int start = text.indexOf(marker) + marker.size();
     const int end = text.indexOf(QLatin1Char(' '), start);
     return end < 0 ? QString() : text.mid(start, end - start);

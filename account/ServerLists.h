@@ -14,6 +14,9 @@ QStringList openVPNServerNames();
 /// Whether the profile holds any OpenVPN server.
 bool hasOpenVPNServers();
 
+/// The name of an OpenVPN server's file, whose ending may be in any letter case; "NAME.ovpn" where there is none.
+QString openVPNServerFile(const QString &name);
+
 /// The host of an OpenVPN server: the text after the first "remote " in its file, comments included, up to the next
 /// blank. Empty when the file can not be read or no blank follows. In a file without "remote " the search for the
 /// blank starts at position 6.

@@ -2,6 +2,7 @@
 
 #include "account/L2tpPassword.h"
 #include "account/Proxy.h"
+#include "account/ServerLists.h"
 #include "base/Addresses.h"
 #include "common/AppPath.h"
 #include "controller/Box.h"
@@ -104,7 +105,7 @@ bool Korvan::prepareOpenVPN(VPNClient::SETUP &setup, VPNClient::OPTION &option)
                      "Check installation instructions for further details.")
                 : QString());
     const QString folder = appPath(kProfileFolder);
-    updateOpenVPN(folder, server + QLatin1String(".ovpn"));
+    updateOpenVPN(folder, openVPNServerFile(server));
     option.config = QLatin1String(kProfileCopy);
     const ProxySettings proxy = shownProxy();
     option.params = openVPNProxy(proxy, proxy.http ? proxyAuthPath() : QString()) + QLatin1String("|--cd|") + folder;

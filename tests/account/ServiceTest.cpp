@@ -34,6 +34,8 @@ private slots:
             putFile(profileFolder() + "S.ovpn", file);
             COMPARE_CASE(file, GetHostFromOvpn("S"), expected);
         }
+        putFile(profileFolder() + "Upper.OVPN", "remote high 1\n");
+        QCOMPARE(openVPNServerFile("Upper") + GetHostFromOvpn("Upper"), QString("Upper.OVPNhigh"));
     }
 
     void certificateDate()
