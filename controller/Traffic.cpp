@@ -70,15 +70,21 @@ void Traffic::showTotals(const TransferCounters &counters)
     m_form->lbTotalRD->setText(FormatDataSize(counters.monthReceived));
 }
 
-void Traffic::add(quint64 received, quint64 sent)
+void Traffic::add(quint64 received, quint64 sent, const QDate &today)
 {
+    constexpr int leapYear = 2024; // the file knows no year
+    const QDate before(leapYear, m_counters.month, m_counters.day);
+    if (m_unstored.received + m_unstored.sent > 0 && before.isValid() && before.month() != today.month()) {
+        UpdateTotalDataTransfer(m_unstored.received, m_unstored.sent, before); // or the new month would get it
+        m_unstored = {};
+    }
     m_counters.add(received, sent);
-    const bool rolledOver = m_counters.rollOver(QDate::currentDate());
+    const bool rolledOver = m_counters.rollOver(today);
     m_form->lbSessionRecv->setText(FormatDataSize(m_counters.sessionReceived));
     m_form->lbSessionSend->setText(FormatDataSize(m_counters.sessionSent));
     showTotals(m_counters);
     if (rolledOver) {
-        UpdateTotalDataTransfer(received, sent);
+        UpdateTotalDataTransfer(received, sent, today);
     } else {
         m_unstored.received += received;
         m_unstored.sent += sent;

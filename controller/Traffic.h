@@ -35,7 +35,7 @@ public:
     void tick(bool connected);
 
     /// Adds bytes to all figures and shows them. On a new day or in a new month they also go into the file.
-    void add(quint64 received, quint64 sent);
+    void add(quint64 received, quint64 sent, const QDate &today = QDate::currentDate());
 
     /// The connection has ended: shows, stores and logs what it carried, once, and no rates any more.
     void endSession();

@@ -113,6 +113,26 @@ private slots:
         }
     }
 
+    /// What no file has yet at the turn of the month stays the old month's.
+    void turnOfTheMonth()
+    {
+        QMainWindow window;
+        Ui::Korvan form;
+        form.setupUi(&window);
+        Traffic traffic(&form, &engine());
+        const QDate last(2026, 10, 31);
+        UpdateTotalDataTransfer(100, 0, last);
+        traffic.load();
+        traffic.add(20, 0, last);
+        traffic.add(3, 0, last.addDays(1));
+        traffic.storeSession();
+        TransferCounters stored;
+        GetTotalDataTransfer(stored.totalReceived, stored.totalSent, stored.day, stored.dayReceived, stored.daySent,
+                             stored.month, stored.monthReceived, stored.monthSent);
+        QCOMPARE(stored.totalReceived, quint64(123));
+        QCOMPARE(stored.monthReceived, quint64(3));
+    }
+
     /// The keyboard stays with the button that connects and disconnects, and presses nothing else meanwhile.
     void focus()
     {
