@@ -16,7 +16,9 @@ QByteArray loginBody(const QString &user, const QString &password);
 /// What came back from the account API.
 struct LoginAnswer
 {
-    QByteArray body;           ///< empty unless the answer came to its end, and was no longer than a profile may be
+    /// What came, also of an answer that was cut; empty when the limit passed first or it was longer than a profile
+    /// may be.
+    QByteArray body;
     bool networkError = false; ///< also false when the limit passed first
     int status = 0;            ///< of HTTP; 0 when there was none
     QString refusal;           ///< why this side has dropped the connection: a sentence, empty where it has not
