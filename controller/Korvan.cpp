@@ -2,6 +2,8 @@
 
 #include "account/SavedLogin.h"
 #include "base/DebugLog.h"
+#include "common/AppPath.h"
+#include "names/StateFiles.h"
 #include "ui/KvUnaskedBox.h"
 #include "ui/Language.h"
 #include "ui/Look.h"
@@ -202,6 +204,7 @@ void Korvan::addTabs()
 void Korvan::onInit()
 {
     setStatus(STATUS_INIT);
+    QFile::remove(appPath(kProxyLoginFile)); // of a program that was killed while it connected
     const bool remembered = QFile::exists(savedLoginPath());
     if (remembered) {
         loadLogin();

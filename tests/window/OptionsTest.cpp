@@ -115,7 +115,9 @@ private slots:
     /// program's own requests once it is saved.
     void proxy()
     {
+        putFile(appPath("/cfg/proxy"), "of a program that was killed");
         open();
+        QVERIFY(!QFile::exists(appPath("/cfg/proxy")));
         type("edProxyAddr", "proxy.example");
         type("edProxyUser", "u");
         type("edProxyPass", "p");
