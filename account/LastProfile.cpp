@@ -75,9 +75,11 @@ void forgetLastProfile()
     removeFolder(lastFolder());
 }
 
-bool hasLastProfile()
+bool hasLastProfile(const QString &user)
 {
-    return QDirIterator(lastFolder(), {QStringLiteral("*.ovpn")}).hasNext();
+    const bool isTheirs =
+        user.isEmpty() || QFile::exists(lastFolder() + QLatin1Char('/') + user + QLatin1String(".crt"));
+    return isTheirs && QDirIterator(lastFolder(), {QStringLiteral("*.ovpn")}).hasNext();
 }
 
 bool useLastProfile()

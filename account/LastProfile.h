@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QString>
 
 /// What the service's answer to a login is in place of a profile that works.
 enum class ProfileAnswer {
@@ -23,8 +24,8 @@ void keepLastProfile();
 /// Deletes what was moved aside. A local event loop runs meanwhile.
 void forgetLastProfile();
 
-/// Whether a profile with servers lies aside.
-bool hasLastProfile();
+/// Whether a profile with servers lies aside; with a user's name, whether it is theirs.
+bool hasLastProfile(const QString &user = {});
 
 /// Puts the profile that lies aside in the place of the one that came after it; what clearing spares stays here, too.
 /// False when that can not be done.

@@ -38,7 +38,7 @@ void Korvan::tellWhyNoServers()
         text = tr("The configuration that came could not be stored. Look whether the disk is full, then try again.");
         break;
     }
-    if (m_answer == ProfileAnswer::None && (hasOpenVPNServers() || !hasLastProfile())) {
+    if (m_answer == ProfileAnswer::None && (hasOpenVPNServers() || !hasLastProfile(m_userName))) {
         hideNotice();
         return;
     }
@@ -50,7 +50,7 @@ void Korvan::tellWhyNoServers()
                 [] { QDesktopServices::openUrl(QUrl(QStringLiteral(KORVAN_SITE_URL))); });
         connect(m_notice, &KvNotice::lastProfileWanted, this, &Korvan::onLastProfile);
     }
-    m_notice->tell(text, portal, hasLastProfile());
+    m_notice->tell(text, portal, hasLastProfile(m_userName));
 }
 
 void Korvan::hideNotice()

@@ -147,6 +147,20 @@ private slots:
         }
     }
 
+    void lastProfileOfAnotherUser()
+    {
+        OnePage api(ok("<h1>Hotel</h1>"));
+        putFile(appPath("/setting.ini"), "[LOGIN]\nVER=" + api.url().toUtf8() + '\n');
+        putScript(appPath("/compose7"), "exit 1");
+        startLoggedIn({"Old"}); // as alice
+        for (const auto &[user, isOffered] : {std::pair("bob", false), {"alice", true}}) {
+            QVERIFY(press("pbChangeUser"));
+            type("edUser", user);
+            QVERIFY(press("pbLogin"));
+            QCOMPARE(press("pbLastProfile"), isOffered);
+        }
+    }
+
     void quitDuringTheLogin()
     {
         OnePage api("", true);
