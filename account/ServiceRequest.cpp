@@ -131,7 +131,7 @@ static std::vector<int> connectionsOf(const QNetworkReply &reply)
         stillOpen.emplace(unclaimed.second, &reply);
         own.push_back(unclaimed.first);
     }
-    owners.swap(stillOpen);
+    owners = stillOpen;
     return own;
 }
 
