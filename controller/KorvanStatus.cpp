@@ -6,9 +6,9 @@
 #include "common/AppPath.h"
 #include "controller/StatusLook.h"
 #include "ui/Direction.h"
+#include "ui/News.h"
 #include "ui_Korvan.h"
 
-#include <QAccessible>
 #include <QAudioDeviceInfo>
 #include <QCoreApplication>
 #include <QLibraryInfo>
@@ -153,13 +153,18 @@ void Korvan::moveFocus(QWidget *shown)
 /// Tells screen readers what the dashboard says now.
 void Korvan::announce()
 {
-    const QString status = m_form->lbStatusT->text().trimmed() + QLatin1Char(' ') + m_form->lbStatusNote->text();
-    m_form->cardStatus->setAccessibleName(status.trimmed());
-    for (QWidget *button : {m_form->pbConnect, m_form->pbDisconnect}) {
-        button->setAccessibleDescription(status.trimmed());
+    const QString title = m_form->lbStatusT->text().trimmed();
+    const QString status = (title + QLatin1Char(' ') + m_form->lbStatusNote->text()).trimmed();
+    if (status == m_form->lbStatusT->accessibleName()) {
+        return;
     }
-    QAccessibleEvent news(m_form->lbStatusT, QAccessible::Alert);
-    QAccessible::updateAccessibility(&news);
+    for (QWidget *widget : {static_cast<QWidget *>(m_form->cardStatus), static_cast<QWidget *>(m_form->lbStatusT)}) {
+        widget->setAccessibleName(status);
+    }
+    for (QWidget *button : {m_form->pbConnect, m_form->pbDisconnect}) {
+        button->setAccessibleDescription(status);
+    }
+    readOut(m_form->lbStatusT);
 }
 
 /// What was seen through the tunnel is not told any more.

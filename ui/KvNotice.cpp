@@ -1,7 +1,10 @@
 #include "ui/KvNotice.h"
 
+#include "ui/News.h"
+
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QVariant>
 
@@ -13,6 +16,7 @@ KvNotice::KvNotice(QWidget *window, QWidget *page) : QFrame(window), m_page(page
     setObjectName(QStringLiteral("notice"));
     setProperty("card", true);
     m_text->setObjectName(QStringLiteral("lbNotice"));
+    m_text->setProperty("news", true);
     m_text->setTextFormat(Qt::PlainText);
     m_text->setWordWrap(true);
     auto *column = new QVBoxLayout(this);
@@ -35,6 +39,7 @@ QPushButton *KvNotice::addButton(const char *name, const QString &text)
 {
     auto *button = new QPushButton(text, this);
     button->setObjectName(QLatin1String(name));
+    button->setAutoDefault(true); // Return presses it, too
     m_row->addWidget(button);
     return button;
 }
@@ -62,6 +67,15 @@ void KvNotice::tell(const QString &text, bool portal, bool lastProfile)
     const int width = room.width() - 2 * kMargin;
     const int height = layout()->totalHeightForWidth(width);
     setGeometry(kMargin, room.height() - height - kGap, width, height);
-    show();
+    setAccessibleName(text);
+    QPushButton *first = nullptr;
+    for (QPushButton *button : findChildren<QPushButton *>()) {
+        button->setAccessibleDescription(text);
+        first = first == nullptr && !button->isHidden() ? button : first;
+    }
+    isVisible() ? readOut(m_text) : show(); // which has it read out, too
     raise();
+    if (qobject_cast<const QLineEdit *>(window()->focusWidget()) == nullptr) { // where a person may be typing
+        first->setFocus(Qt::OtherFocusReason);
+    }
 }

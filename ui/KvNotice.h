@@ -16,7 +16,8 @@ public:
     /// What is in `page` moves out of the notice's way while it is shown.
     KvNotice(QWidget *window, QWidget *page);
 
-    /// Shows the text, which is plain, and those of the buttons that help.
+    /// Shows the text, which is plain, and those of the buttons that help. The first of them gets the focus, unless
+    /// it is in a field of the window.
     void tell(const QString &text, bool portal, bool lastProfile);
 
 signals:

@@ -2,6 +2,7 @@
 
 #include "ui/KvFocusRing.h"
 #include "ui/Mnemonics.h"
+#include "ui/News.h"
 #include "ui/StatePicture.h"
 #include "ui/Theme.h"
 
@@ -52,6 +53,7 @@ void applyLook(QApplication &application)
     QApplication::setFont(textFont());
     QApplication::setWindowIcon(applicationIcon());
     KvFocusRing::install(application);
+    installNews();
 }
 
 bool isDesktopDark()

@@ -1,12 +1,14 @@
 #include "tests/window/WindowFixture.h"
 #include "ui/KvFocusRing.h"
 #include "ui/KvL2TPBox.h"
+#include "ui/KvNotice.h"
 #include "ui/KvUnaskedBox.h"
 #include "ui/Look.h"
 #include "ui/Theme.h"
 
 #include <QAccessible>
 #include <QMessageBox>
+#include <QSignalSpy>
 
 #include <algorithm>
 #include <cmath>
@@ -69,6 +71,29 @@ private slots:
                         Qt::Key(button("rbSocks")->text().section('&', 1).at(0).toUpper().unicode()),
                         Qt::AltModifier);
         QTRY_VERIFY2(button("rbSocks")->isChecked(), "every button has a letter");
+    }
+
+    /// What a screen reader reads out by itself: notifications, and what gets the focus.
+    void news()
+    {
+        const auto readOut = [this](const char *name) {
+            const QAccessibleInterface *label = QAccessible::queryAccessibleInterface(find(name));
+            return label->role() == QAccessible::Notification ? label->text(QAccessible::Name) : "nothing";
+        };
+        m_window->setStatus(STATUS_CONNECTING);
+        QCOMPARE(readOut("lbStatusT"), QString("NOT CONNECTED Connecting..."));
+        QCOMPARE(readOut("lbSignInHint"), QString("Use the name and password of your subscription."));
+        KvNotice notice(find("centralwidget"), find("pageLogin"));
+        const std::pair<int, const char *> pages[] = {{0, "pbPortal"}, {kLoginPage, "edUser"}};
+        for (const auto &[page, focus] : pages) { // a person may be typing in the field
+            showPage(page);
+            notice.tell(focus, true, true);
+            QCOMPARE(m_window->focusWidget()->objectName() + readOut("lbNotice"), QString(focus) + focus);
+            QCOMPARE(find("pbLastProfile")->accessibleDescription(), QString(focus));
+        }
+        QSignalSpy portal(&notice, &KvNotice::portalWanted);
+        QTest::keyClick(find("pbPortal"), Qt::Key_Return);
+        QCOMPARE(portal.size(), 1);
     }
 
     /// A text of two lines once took what all others got.
