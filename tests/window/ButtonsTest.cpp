@@ -33,6 +33,7 @@ private slots:
                     {"Reconnect", "4 Proxied-Samplonia CONNECTED 0B kept"},
                     {"pbResetStat", "4 Proxied-Samplonia CONNECTED 0B kept"}, // the file's are back at the next start
                     {"Disconnect", "4 Proxied-Samplonia NOT CONNECTED 0B kept"}});
+        QCOMPARE(find("lbPublicIP")->toolTip(), QString()); // which was about that server
     }
 
     void ofThePages()
