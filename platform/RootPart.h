@@ -24,8 +24,8 @@ void takeRootPart(int socket);
 /// an empty refusal.
 Refusal askForRoot();
 
-/// Whether this process can do what needs root, itself or through its root part. Started by root, the whole process
-/// becomes root (setuid) if it is not yet.
+/// Whether this process can do what needs root, itself or through a root part that it has asked for. Started by root,
+/// the whole process becomes root (setuid) if it is not yet.
 bool hasRoot();
 
 /// Asks the root part to start a helper by its name. `channel` is a socket whose other end gives it the standard
