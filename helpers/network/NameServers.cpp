@@ -124,7 +124,8 @@ Resolver setNameServers(const Offer &offer)
     if (isResolved() && setWithResolved(offer)) {
         return Resolver::Resolved;
     }
-    if (!resolvconf().empty() && runToEnd({resolvconf(), "-a", offer.device + ".openvpn"}, lines(offer)).status == 0) {
+    if (!resolvconf().empty() &&
+        runToEnd({resolvconf(), "-a", offer.device + ".openvpn"}, lines(offer)).status == 0) {
         return Resolver::Resolvconf;
     }
     return setNameServerFile(offer) ? Resolver::File : Resolver::None;
