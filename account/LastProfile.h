@@ -9,7 +9,7 @@ enum class ProfileAnswer {
     WebPage,  ///< a page, such as that of a network that wants a login of its own
     Outage,   ///< the service is out of order
     Rejected, ///< the service's words for a wrong name or password
-    Damaged,  ///< anything else, also a ZIP: it counts only when that could not be unpacked whole
+    Damaged, ///< anything else, also a ZIP: it counts only when that could not be unpacked whole or brought no server
     Unstored, ///< a profile for which there was no room here
 };
 

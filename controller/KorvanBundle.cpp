@@ -14,6 +14,7 @@
 #include <QFile>
 #include <QMap>
 #include <QMessageBox>
+#include <QPointer>
 
 /// Whether the archive tool says that there was no room for what it wrote.
 static bool isForWantOfRoom(const QString &problem)
@@ -49,7 +50,11 @@ void Korvan::releaseCompressedConfig(QByteArray archive)
     const bool isStored = writeWhole(path, archive);
     const QMap<QString, QDateTime> spared = serverFiles(folder);
     QString problem;
+    const QPointer<Korvan> self(this);
     const bool hasTool = UncompressFile(path, &problem);
+    if (self.isNull()) {
+        return;
+    }
     if (!hasTool) {
         QMessageBox::critical(this, tr("Error"), tr("Korvan compose7 is missed."));
     }

@@ -52,6 +52,7 @@ void Korvan::setStatus(KORVANSTATUS status)
         playSound("/snd/disconnect.wav");
         enterNotConnected();
         m_traffic.endSession();
+        tellWhyNoServers(); // the attempt has hidden it
         break;
     case STATUS_RECONNECTING:
         clearAddresses();

@@ -96,6 +96,7 @@ void Korvan::onUpdate()
     }
     m_bundleInWork = false;
     if (profile.isEmpty()) {
+        m_answer = ProfileAnswer::None; // the profile is as it was
         enableRefresh(tr("Please sign in first."));
         m_form->lbSignInHint->setText(
             tr("The configuration could not be refreshed: the service can not be reached."));
