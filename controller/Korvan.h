@@ -119,6 +119,7 @@ private:
     bool fallBackToOldProfile();
     bool installProfile(const QByteArray &body);
     void finishLogin();
+    void rememberLogin();
     void selectBootServer();
     void showExpiry();
     void showInServerBox(const QString &text);

@@ -72,10 +72,8 @@ void Korvan::onLogin()
             return;
         }
     }
-    // The fields can be edited while the service is asked; only what was used is kept.
-    const bool isUsed = m_form->edUser->text() == m_userName && m_form->edPass->text() == m_password;
-    if (m_form->cbRember->isChecked() && isAccepted && isUsed) {
-        saveLogin();
+    if (isAccepted) {
+        rememberLogin();
     }
     finishLogin();
 }

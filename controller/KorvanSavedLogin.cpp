@@ -10,6 +10,15 @@ void Korvan::saveLogin()
     writeSavedLogin({m_form->edUser->text(), m_form->edPass->text()});
 }
 
+/// The service has accepted a login. The fields can be edited meanwhile; only what was used is kept.
+void Korvan::rememberLogin()
+{
+    if (m_form->cbRember->isChecked() && m_form->edUser->text() == m_userName &&
+        m_form->edPass->text() == m_password) {
+        saveLogin();
+    }
+}
+
 void Korvan::loadLogin()
 {
     const SavedLogin login = readSavedLogin();

@@ -112,6 +112,9 @@ void Korvan::onUpdate()
     m_form->cmServer->setEnabled(true);
     m_form->cmProto->setEnabled(true);
     const bool failed = m_answer != ProfileAnswer::None;
+    if (!failed) {
+        rememberLogin();
+    }
     if (m_form->cmProto->currentText() == QLatin1String("L2TP")) {
         updateL2TPServerList();
     }

@@ -250,6 +250,12 @@ private slots:
                 lab.login(user, "wrong");
                 QVERIFY(lab.press("pbChangeUser") && ClientLab::lastRequest("/api").isEmpty());
                 QCOMPARE(readSavedLogin().password, password);
+                lab.login(user, password);
+                writeSavedLogin({user, "one before"});
+                lab.boxes.expect("Notify", "Update Successful.");
+                QVERIFY(lab.press("pbUpAccount"));
+                QCOMPARE(readSavedLogin().password, password); // accepted now
+                QVERIFY(lab.press("pbChangeUser"));
             }
             QVERIFY(lab.press("cbRember"));
             QVERIFY2(!QFile::exists(savedLoginPath()), "forgotten at once");
