@@ -41,7 +41,8 @@ def listen():
         heard.append((what, words.strip()))
 
     listener = Atspi.EventListener.new(on_event)
-    for kind in ("property-change:accessible-name", "property-change:accessible-description", "state-changed:focused"):
+    for kind in ("property-change:accessible-name", "property-change:accessible-description", "state-changed:focused",
+                 "state-changed:showing"):
         listener.register("object:" + kind)
     return listener
 
@@ -96,7 +97,7 @@ def find(name, *roles):
     def usable():
         for one in shown(program()):
             if one.get_role() in roles and name in (one.get_name().strip(), label_of(one)):
-                if Atspi.Role.LABEL in roles or one.get_state_set().contains(Atspi.StateType.ENABLED):
+                if roles[0] not in CONTROLS or one.get_state_set().contains(Atspi.StateType.ENABLED):
                     return one
         return None
 
@@ -135,12 +136,13 @@ def look_for_nameless():
 
 
 def is_announced(status):
-    """Its own text changes, and so does the description of the button that has the focus."""
-    return {kind for kind, words in heard if words == status} >= {"accessible-name", "accessible-description"}
+    """It comes up, which is read out wherever the focus is; its text changes, and so does the description of the button
+    that has the focus."""
+    return {kind for kind, words in heard if words == status} >= {"accessible-name", "accessible-description", "showing"}
 
 
 def has_come_to(status):
-    find(status, Atspi.Role.LABEL)
+    find(status, Atspi.Role.NOTIFICATION)
     until(f"{status!r} is announced", lambda: is_announced(status))
 
 
